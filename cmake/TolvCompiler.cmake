@@ -1,0 +1,45 @@
+# Compiler settings of everything in this project. They are directory-scoped on purpose: nothing
+# of this leaks into a project that adds this one as a subdirectory.
+include(CheckCXXCompilerFlag)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# The libraries export what is marked for export, and nothing by accident.
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# One place for programs and one for libraries, so that scripts need not know the source layout.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion)
+if(TOLV_WERROR)
+    add_compile_options(-Werror)
+endif()
+
+if(TOLV_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "TOLV_FUZZ needs clang, the compiler is ${CMAKE_CXX_COMPILER_ID}")
+    endif()
+    set(TOLV_SANITIZE "address,undefined")
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+if(TOLV_SANITIZE)
+    add_compile_options(
+        -fsanitize=${TOLV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TOLV_SANITIZE})
+endif()
+
+# A symbol of "unique" binding pins its library in memory until the process ends, so that dlclose()
+# would not unload it.
+check_cxx_compiler_flag(-fno-gnu-unique TOLV_HAVE_NO_GNU_UNIQUE)
+
+find_program(TOLV_CCACHE ccache)
+mark_as_advanced(TOLV_CCACHE)
+if(TOLV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TOLV_CCACHE}")
+endif()

@@ -1,0 +1,36 @@
+include(CMakePackageConfigHelpers)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TolvMessages")
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+install(TARGETS TolvCore TolvMessages EXPORT TolvTargets)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/tolv" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING
+    PATTERN "*.h"
+    PATTERN "*.def"
+    PATTERN "*_internal.h" EXCLUDE
+    PATTERN "detail_private" EXCLUDE)
+
+install(EXPORT TolvTargets NAMESPACE Tolv:: DESTINATION "${package_dir}")
+configure_package_config_file(
+    "${PROJECT_SOURCE_DIR}/cmake/TolvMessagesConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/TolvMessagesConfig.cmake"
+    INSTALL_DESTINATION "${package_dir}")
+# Below 1.0 a minor version may break things.
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/TolvMessagesConfigVersion.cmake"
+    COMPATIBILITY SameMinorVersion)
+install(FILES
+    "${PROJECT_BINARY_DIR}/TolvMessagesConfig.cmake"
+    "${PROJECT_BINARY_DIR}/TolvMessagesConfigVersion.cmake"
+    DESTINATION "${package_dir}")
+
+# The prefix in the .pc files is relative to them, so that an installed tree can be moved.
+cmake_path(ABSOLUTE_PATH pkgconfig_dir BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}"
+    OUTPUT_VARIABLE full_pkgconfig_dir)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY "${full_pkgconfig_dir}"
+    OUTPUT_VARIABLE prefix_from_pc)
+foreach(library IN ITEMS core messages)
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/tolv-${library}.pc.in"
+        "${PROJECT_BINARY_DIR}/tolv-${library}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/tolv-${library}.pc" DESTINATION "${pkgconfig_dir}")
+endforeach()

@@ -1,0 +1,354 @@
+#include <tolv/core/base64.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include <tolv/core/base64_kernels.h>
+#include <tolv/core/exceptions.h>
+
+namespace Tolv::Base64 {
+namespace Detail {
+namespace {
+
+static_assert(std::endian::native == std::endian::little ||
+              std::endian::native == std::endian::big);
+
+constexpr bool isLittleEndian = std::endian::native == std::endian::little;
+
+// Encoding takes 12 bits at a time: the two characters for each of the 4096 values. 8 KiB, which
+// stays in the first level cache beside the data.
+constexpr auto characterPairs = [] {
+    std::array<std::array<char, 2>, 4096> pairs{};
+    for (std::size_t value = 0; value < pairs.size(); ++value)
+        pairs[value] = {alphabet[value >> 6], alphabet[value & 63]};
+    return pairs;
+}();
+
+// Decoding or-s one word from each of four tables, one per character of a group. The first three
+// bytes of the word in memory are the three decoded bytes, the fourth is 0xff for a character
+// outside the alphabet; so a group costs four loads, one test and one store.
+constexpr std::uint32_t badCharacter = isLittleEndian ? 0xff000000u : 0x000000ffu;
+
+constexpr std::uint32_t wordFor(std::uint32_t threeBytes) noexcept {
+    if constexpr (isLittleEndian)
+        return (threeBytes >> 16 & 0xffu) | (threeBytes & 0xff00u) | (threeBytes & 0xffu) << 16;
+    else
+        return threeBytes << 8;
+}
+
+using DecodeTable = std::array<std::uint32_t, 256>;
+
+constexpr auto decodeTables = [] {
+    std::array<DecodeTable, 4> tables{};
+    for (unsigned int place = 0; place < 4; ++place) {
+        for (unsigned int character = 0; character < 256; ++character) {
+            int const value = valueOf(static_cast<unsigned char>(character));
+            tables[place][character] =
+                value < 0 ? badCharacter
+                          : wordFor(static_cast<std::uint32_t>(value) << (18 - 6 * place));
+        }
+    }
+    return tables;
+}();
+
+inline std::uint32_t decodeGroup(char const* text) noexcept {
+    return decodeTables[0][static_cast<unsigned char>(text[0])] |
+           decodeTables[1][static_cast<unsigned char>(text[1])] |
+           decodeTables[2][static_cast<unsigned char>(text[2])] |
+           decodeTables[3][static_cast<unsigned char>(text[3])];
+}
+
+inline void storePair(char* out, std::uint64_t value) noexcept {
+    std::memcpy(out, characterPairs[static_cast<std::size_t>(value & 4095u)].data(), 2);
+}
+
+bool isAlwaysSupported() noexcept {
+    return true;
+}
+
+std::size_t encodeScalar(unsigned char const* data, std::size_t length, char* out) noexcept {
+    unsigned char const* in = data;
+    std::size_t left = length;
+    // 6 bytes a step out of one 8 byte load.
+    for (; left >= 8; left -= 6, in += 6, out += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, in, sizeof word);
+        if constexpr (isLittleEndian)
+            word = __builtin_bswap64(word);
+        storePair(out, word >> 52);
+        storePair(out + 2, word >> 40);
+        storePair(out + 4, word >> 28);
+        storePair(out + 6, word >> 16);
+    }
+    for (; left >= 3; left -= 3, in += 3, out += 4) {
+        std::uint32_t const bits = static_cast<std::uint32_t>(in[0]) << 16 |
+                                   static_cast<std::uint32_t>(in[1]) << 8 | in[2];
+        storePair(out, bits >> 12);
+        storePair(out + 2, bits);
+    }
+    return length - left;
+}
+
+std::size_t decodeScalar(char const* text, std::size_t length, unsigned char* data) noexcept {
+    std::size_t used = 0;
+    // A group is stored as 4 bytes of which the last belongs to the next group, so the last group
+    // of all is left to the loop below.
+    for (; length - used > 16; used += 16, data += 12) {
+        std::uint32_t const first = decodeGroup(text + used);
+        std::uint32_t const second = decodeGroup(text + used + 4);
+        std::uint32_t const third = decodeGroup(text + used + 8);
+        std::uint32_t const fourth = decodeGroup(text + used + 12);
+        if (((first | second | third | fourth) & badCharacter) != 0)
+            break;
+        std::memcpy(data, &first, 4);
+        std::memcpy(data + 3, &second, 4);
+        std::memcpy(data + 6, &third, 4);
+        std::memcpy(data + 9, &fourth, 4);
+    }
+    for (; used < length; used += 4, data += 3) {
+        std::uint32_t const group = decodeGroup(text + used);
+        if ((group & badCharacter) != 0)
+            break;
+        std::memcpy(data, &group, 3);
+    }
+    return used;
+}
+
+constexpr Kernel scalarKernel{"scalar", &isAlwaysSupported, &encodeScalar, &decodeScalar};
+
+constexpr Kernel const* allKernels[] = {
+#if defined(TOLV_BASE64_X86)
+    &avx2Kernel,
+    &ssse3Kernel,
+#endif
+#if defined(TOLV_BASE64_NEON)
+    &neonKernel,
+#endif
+    &scalarKernel,
+};
+
+// Constant initialised, so that static initialisers of other libraries may encode and decode before
+// those of this library have run. Threads that race for the first use all store the same pointer,
+// and what it points to is constant too: no ordering is needed.
+constinit std::atomic<Kernel const*> chosen{nullptr};
+
+std::string hexByte(char character) {
+    constexpr char digits[] = "0123456789abcdef";
+    auto const value = static_cast<unsigned char>(character);
+    return {'0', 'x', digits[value >> 4], digits[value & 15]};
+}
+
+// text[offset] is outside the alphabet.
+[[noreturn]] void throwBadCharacter(std::string_view text, std::size_t offset) {
+    if (text[offset] == '=')
+        throw Exception::InvalidParameter("base64: misplaced padding at offset " +
+                                          std::to_string(offset));
+    throw Exception::InvalidParameter("base64: character " + hexByte(text[offset]) + " at offset " +
+                                      std::to_string(offset) + " is not in the alphabet");
+}
+
+// There is a character outside the alphabet in the group of 4 at offset.
+[[noreturn]] void throwBadGroup(std::string_view text, std::size_t offset) {
+    while (valueOf(static_cast<unsigned char>(text[offset])) >= 0)
+        ++offset;
+    throwBadCharacter(text, offset);
+}
+
+// A line end or a blank is the usual reason for a wrong length, so a stray character is named
+// first.
+[[noreturn]] void throwBadLength(std::string_view text) {
+    for (std::size_t offset = 0; offset < text.size(); ++offset) {
+        if (text[offset] != '=' && valueOf(static_cast<unsigned char>(text[offset])) < 0)
+            throwBadCharacter(text, offset);
+    }
+    throw Exception::InvalidParameter("base64: length " + std::to_string(text.size()) +
+                                      " is not a multiple of 4, the group at offset " +
+                                      std::to_string(text.size() / 4 * 4) + " is incomplete");
+}
+
+// Padding characters of a text whose length is a multiple of 4: those in its last two places.
+std::size_t paddingOf(std::string_view text) noexcept {
+    if (text.empty() || text.back() != '=')
+        return 0;
+    return text[text.size() - 2] == '=' ? 2 : 1;
+}
+
+// Decodes length characters at offset, whole groups without padding, to length / 4 * 3 bytes.
+void decodeGroups(Kernel const& kernel, std::string_view text, std::size_t offset,
+                  std::size_t length, unsigned char* data) {
+    char const* const begin = text.data() + offset;
+    std::size_t used = kernel.decodeBlocks(begin, length, data);
+    used += decodeScalar(begin + used, length - used, data + used / 4 * 3);
+    if (used < length)
+        throwBadGroup(text, offset + used);
+}
+
+// Decodes the last group of text, which ends with one or two padding characters, to 2 or 1 bytes.
+void decodePaddedGroup(std::string_view text, std::size_t padding, unsigned char* data) {
+    std::size_t const offset = text.size() - 4;
+    char group[4] = {'A', 'A', 'A', 'A'};
+    std::memcpy(group, text.data() + offset, 4 - padding);
+    std::uint32_t const word = decodeGroup(group);
+    if ((word & badCharacter) != 0)
+        throwBadGroup(text, offset);
+    unsigned char bytes[4];
+    std::memcpy(bytes, &word, 4);
+    // What the last character carries beyond the whole bytes ends up in the byte after these.
+    if (bytes[3 - padding] != 0)
+        throw Exception::InvalidParameter("base64: the unused bits of the character at offset " +
+                                          std::to_string(text.size() - padding - 1) +
+                                          " are not zero");
+    std::memcpy(data, bytes, 3 - padding);
+}
+
+} // namespace
+
+std::span<Kernel const* const> kernels() noexcept {
+    return allKernels;
+}
+
+Kernel const& chosenKernel() noexcept {
+    Kernel const* kernel = chosen.load(std::memory_order_relaxed);
+    if (kernel == nullptr) {
+        // The scalar kernel at the end is always supported.
+        kernel = *std::find_if(std::begin(allKernels), std::end(allKernels),
+                               [](Kernel const* candidate) { return candidate->isSupported(); });
+        chosen.store(kernel, std::memory_order_relaxed);
+    }
+    return *kernel;
+}
+
+char* encodeWith(Kernel const& kernel, unsigned char const* data, std::size_t length,
+                 char* out) noexcept {
+    std::size_t used = kernel.encodeBlocks(data, length, out);
+    used += encodeScalar(data + used, length - used, out + used / 3 * 4);
+    out += used / 3 * 4;
+    std::size_t const left = length - used;
+    if (left == 0)
+        return out;
+    std::uint32_t bits = static_cast<std::uint32_t>(data[used]) << 16;
+    if (left == 2)
+        bits |= static_cast<std::uint32_t>(data[used + 1]) << 8;
+    storePair(out, bits >> 12);
+    storePair(out + 2, bits);
+    if (left == 1)
+        out[2] = '=';
+    out[3] = '=';
+    return out + 4;
+}
+
+std::size_t decodeWith(Kernel const& kernel, std::string_view text, unsigned char* data,
+                       std::size_t length) {
+    if (text.size() % 4 != 0)
+        throwBadLength(text);
+    std::size_t const padding = paddingOf(text);
+    std::size_t const content = text.size() / 4 * 3 - padding;
+    std::size_t const wanted = std::min(length, content);
+    if (wanted != 0 && data == nullptr)
+        throw Exception::InvalidParameter("base64: no buffer to decode to");
+
+    // The groups before body have no padding; body is where the padded group begins, if there is
+    // one.
+    std::size_t const body = padding == 0 ? text.size() : text.size() - 4;
+    std::size_t const direct = std::min(body, wanted / 3 * 4);
+    decodeGroups(kernel, text, 0, direct, data);
+
+    // Only with a buffer that is too short for the content: the rest is decoded to be checked, and
+    // the first of it can still give one or two bytes for the buffer.
+    std::size_t written = direct / 4 * 3;
+    std::array<unsigned char, 3072> scratch;
+    for (std::size_t offset = direct; offset < body;) {
+        std::size_t const chunk = std::min(body - offset, scratch.size() / 3 * 4);
+        decodeGroups(kernel, text, offset, chunk, scratch.data());
+        offset += chunk;
+        if (written < wanted) {
+            std::size_t const count = std::min(wanted - written, chunk / 4 * 3);
+            std::memcpy(data + written, scratch.data(), count);
+            written += count;
+        }
+    }
+    if (padding != 0) {
+        decodePaddedGroup(text, padding, scratch.data());
+        if (written < wanted)
+            std::memcpy(data + written, scratch.data(), wanted - written);
+    }
+    return wanted;
+}
+
+} // namespace Detail
+
+std::size_t encodedSize(std::size_t bytes) {
+    std::size_t const groups = bytes / 3 + (bytes % 3 != 0 ? 1 : 0);
+    if (groups > std::numeric_limits<std::size_t>::max() / 4)
+        throw Exception::InvalidParameter("base64: the text for " + std::to_string(bytes) +
+                                          " bytes is longer than the address space");
+    return groups * 4;
+}
+
+std::size_t decodedSize(std::string_view text) noexcept {
+    std::size_t const size = text.size() / 4 * 3;
+    return text.size() % 4 != 0 ? size : size - Detail::paddingOf(text);
+}
+
+char* encode(unsigned char const* data, std::size_t length, char* out) noexcept {
+    return Detail::encodeWith(Detail::chosenKernel(), data, length, out);
+}
+
+void encode(unsigned char const* data, std::size_t length, std::string& out) {
+    if (data == nullptr && length != 0)
+        throw Exception::InvalidParameter("base64: no data to encode");
+    std::size_t const size = encodedSize(length);
+    if (size > out.max_size())
+        throw Exception::InvalidParameter("base64: the text for " + std::to_string(length) +
+                                          " bytes is longer than a string can be");
+    if (size <= out.size() || size < 65536) {
+        out.resize(size);
+        encode(data, length, out.data());
+        return;
+    }
+    // Resizing would fill the new part with zeros, for a large block a pass over memory for
+    // nothing. Pieces that stay in the first level cache are cheaper.
+    out.reserve(size);
+    out.clear();
+    std::array<char, 8192> piece;
+    constexpr std::size_t step = piece.size() / 4 * 3;
+    while (length != 0) {
+        std::size_t const count = std::min(length, step);
+        char* const end = encode(data, count, piece.data());
+        out.append(piece.data(), end);
+        data += count;
+        length -= count;
+    }
+}
+
+std::size_t decode(std::string_view text, unsigned char* data, std::size_t length) {
+    return Detail::decodeWith(Detail::chosenKernel(), text, data, length);
+}
+
+} // namespace Tolv::Base64
+
+namespace Tolv {
+
+void encodeBase64(unsigned char const* data, unsigned int length, std::string& out) {
+    Base64::encode(data, length, out);
+}
+
+unsigned int decodeSize(std::string const& text) {
+    std::size_t const size = Base64::decodedSize(text);
+    if (size > std::numeric_limits<unsigned int>::max())
+        throw Exception::InvalidParameter("base64: the content of " + std::to_string(size) +
+                                          " bytes is too large for a 32 bit length");
+    return static_cast<unsigned int>(size);
+}
+
+unsigned int decodeBase64(std::string const& text, unsigned char* data, unsigned int length) {
+    // Not more than length, which is an unsigned int.
+    return static_cast<unsigned int>(Base64::decode(text, data, length));
+}
+
+} // namespace Tolv

@@ -1,0 +1,10 @@
+#pragma once
+
+/// @file
+/// Symbols are hidden by default; what a user may call carries one of these marks.
+
+#define TOLV_VISIBLE __attribute__((visibility("default")))
+#define TOLV_LOCAL __attribute__((visibility("hidden")))
+
+/// Exported from libTolvCore.
+#define TOLV_CORE_API TOLV_VISIBLE

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <complex>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include <tolv/core/export.h>
+#include <tolv/core/metadata/element.h>
+
+/// @file
+/// Values into elements and back.
+///
+/// Reading takes any number that fits, whatever its kind: 3.0 is a valid `int`; 3.5 and 3e10 are
+/// not. A `double` takes every number, the nearest one for large integers, and the strings "NaN",
+/// "Infinity" and "-Infinity". A `std::complex` is an array of two: real part, imaginary part.
+namespace Tolv::MetaData {
+
+class PartiallySerializableInterface;
+
+namespace Detail {
+
+template <class T, class... Ts>
+inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
+
+/// The types that convert by themselves, without being records.
+template <class T>
+inline constexpr bool isScalar =
+    isOneOf<T, bool, unsigned char, unsigned short, int, unsigned int, long long,
+            unsigned long long, double, std::string, std::complex<bool>, std::complex<double>,
+            std::vector<int>, std::vector<std::string>>;
+
+} // namespace Detail
+
+// Extension: `TryGetAs` is `GetAs` without the throw: false when the element is of the wrong kind
+// or its number doesn't fit, and then `value` is as it was. The list forms may run out of memory.
+TOLV_CORE_API bool TryGetAs(Element const& element, bool& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, unsigned char& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, unsigned short& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, int& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, unsigned int& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, long long& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, unsigned long long& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, double& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, std::complex<bool>& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, std::complex<double>& value) noexcept;
+TOLV_CORE_API bool TryGetAs(Element const& element, std::string& value);
+TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<int>& value);
+TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<std::string>& value);
+
+/// Reads `element` into `value`.
+/// @throws Exception::InvalidParameter when the element is of the wrong kind or its number doesn't
+/// fit; the text says what was expected and found. `value` is then as it was.
+template <class T>
+void GetAs(Element const& element, T& value);
+
+/// The same as a result.
+template <class T>
+T GetAs(Element const& element);
+
+/// Replaces the content of `element` by `value`.
+template <class T>
+void SetAs(T const& value, Element& element);
+
+#define TOLV_CONVERSION(...)                                                                       \
+    template <>                                                                                    \
+    TOLV_CORE_API void GetAs(Element const& element, __VA_ARGS__& value);                          \
+    template <>                                                                                    \
+    TOLV_CORE_API void SetAs(__VA_ARGS__ const& value, Element& element);
+TOLV_CONVERSION(bool)
+TOLV_CONVERSION(unsigned char)
+TOLV_CONVERSION(unsigned short)
+TOLV_CONVERSION(int)
+TOLV_CONVERSION(unsigned int)
+TOLV_CONVERSION(long long)
+TOLV_CONVERSION(unsigned long long)
+TOLV_CONVERSION(double)
+TOLV_CONVERSION(std::string)
+TOLV_CONVERSION(std::complex<bool>)
+TOLV_CONVERSION(std::complex<double>)
+TOLV_CONVERSION(std::vector<int>)
+TOLV_CONVERSION(std::vector<std::string>)
+#undef TOLV_CONVERSION
+
+template <>
+TOLV_CORE_API bool GetAs<bool>(Element const& element);
+template <>
+TOLV_CORE_API int GetAs<int>(Element const& element);
+template <>
+TOLV_CORE_API unsigned int GetAs<unsigned int>(Element const& element);
+template <>
+TOLV_CORE_API std::string GetAs<std::string>(Element const& element);
+
+/// Has `value` write itself, through its virtual `copyToMetaData`.
+template <>
+TOLV_CORE_API void SetAs(PartiallySerializableInterface const& value, Element& element);
+
+} // namespace Tolv::MetaData

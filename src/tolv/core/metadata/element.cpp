@@ -1,0 +1,828 @@
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/tree_internal.h>
+
+namespace Tolv::MetaData {
+
+using Detail::Access;
+using Detail::ArrayRep;
+using Detail::Chunk;
+using Detail::ContainerRep;
+using Detail::Index;
+using Detail::Member;
+using Detail::ObjectRep;
+using Detail::TextRep;
+
+namespace {
+
+// ---- Counting ------------------------------------------------------------------------------
+
+void acquire(std::atomic<std::uint32_t>& refs) noexcept {
+    refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+/// True when the caller held the last reference. The plain load saves the locked operation in the
+/// common case of a tree that is not shared.
+bool drop(std::atomic<std::uint32_t>& refs) noexcept {
+    return refs.load(std::memory_order_acquire) == 1 ||
+           refs.fetch_sub(1, std::memory_order_acq_rel) == 1;
+}
+
+bool isShared(ContainerRep const& rep) noexcept {
+    return rep.refs.load(std::memory_order_acquire) != 1;
+}
+
+// ---- Memory --------------------------------------------------------------------------------
+
+template <class Rep, class Item>
+Rep* allocate(std::uint64_t items) {
+    if (items > (std::numeric_limits<std::size_t>::max() - sizeof(Rep)) / sizeof(Item))
+        throw std::bad_alloc();
+    return new (::operator new(sizeof(Rep) + static_cast<std::size_t>(items) * sizeof(Item))) Rep;
+}
+
+TextRep* newText(std::size_t size) {
+    if (size > std::numeric_limits<std::uint32_t>::max())
+        throw Exception::InvalidParameter("a string of 4 GiB or more does not fit an element");
+    auto* const rep = allocate<TextRep, char>(size);
+    rep->size = static_cast<std::uint32_t>(size);
+    return rep;
+}
+
+ArrayRep* newArray(std::uint32_t capacity) {
+    auto* const rep = allocate<ArrayRep, Element>(capacity);
+    rep->capacity = capacity;
+    return rep;
+}
+
+ObjectRep* newObject(std::uint32_t capacity) {
+    auto* const rep = allocate<ObjectRep, Member>(capacity);
+    rep->isObject = true;
+    rep->last = &rep->first;
+    rep->first.capacity = capacity;
+    return rep;
+}
+
+/// Room for `wanted` more than `size`, growing by half again so that appending is linear.
+std::uint32_t grownCapacity(std::uint32_t size, std::uint32_t wanted) {
+    auto const needed = std::uint64_t{size} + wanted;
+    auto const grown = std::max<std::uint64_t>({needed, std::uint64_t{size} + size / 2, 4});
+    constexpr auto most = std::numeric_limits<std::uint32_t>::max() - 1; // the last index fits
+    if (needed > most)
+        throw Exception::InvalidParameter("a container holds at most 4294967294 elements");
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(grown, most));
+}
+
+/// Places an element into raw memory, taking the content of `source`.
+void placeMoved(Element* raw, Element& source) noexcept {
+    new (raw) Element(std::move(source));
+}
+
+// ---- Members -------------------------------------------------------------------------------
+
+template <class Rep, class Visit>
+void forEachMember(Rep& rep, Visit const& visit) {
+    for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
+        for (std::uint32_t i = 0; i < chunk->size; ++i)
+            visit(chunk->members()[i]);
+}
+
+std::uint64_t hashSeed() noexcept {
+    // Peers must not be able to choose keys that collide.
+    static std::uint64_t const seed = []() noexcept -> std::uint64_t {
+        try {
+            std::random_device device;
+            return std::uint64_t{device()} << 32U | device();
+        } catch (...) {
+            return reinterpret_cast<std::uintptr_t>(&newText) * 0x9E3779B97F4A7C15ULL;
+        }
+    }();
+    return seed;
+}
+
+std::uint64_t mix(std::uint64_t hash, std::uint64_t word) noexcept {
+    hash = (hash ^ word) * 0x9E3779B97F4A7C15ULL;
+    hash = (hash ^ hash >> 32U) * 0xD6E8FEB86659FD93ULL;
+    return hash ^ hash >> 29U;
+}
+
+std::uint32_t hashOf(std::string_view text) noexcept {
+    auto hash = mix(hashSeed(), text.size());
+    while (!text.empty()) {
+        std::uint64_t word = 0;
+        auto const count = std::min<std::size_t>(text.size(), sizeof word);
+        std::memcpy(&word, text.data(), count);
+        hash = mix(hash, word);
+        text.remove_prefix(count);
+    }
+    return static_cast<std::uint32_t>(hash);
+}
+
+/// The slot of `key`: its member's, or the free one where it belongs.
+Member** slotOf(Index& index, std::string_view key) noexcept {
+    for (auto i = hashOf(key) & index.mask;; i = (i + 1) & index.mask) {
+        auto** const slot = index.slots() + i;
+        if (*slot == nullptr || (*slot)->key() == key)
+            return slot;
+    }
+}
+
+/// An index of all members with room for as many again. Sets `duplicate` to the place of a member
+/// whose key stands before it, too.
+Index* newIndex(ObjectRep& rep, std::ptrdiff_t& duplicate) {
+    auto const slots = std::bit_ceil(std::uint64_t{rep.size} * 4);
+    if (slots > std::uint64_t{1} << 31U)
+        throw std::bad_alloc();
+    auto* const index = allocate<Index, Member*>(slots);
+    index->mask = static_cast<std::uint32_t>(slots - 1);
+    std::fill_n(index->slots(), slots, nullptr);
+    duplicate = -1;
+    std::ptrdiff_t place = 0;
+    forEachMember(rep, [&](Member& member) {
+        auto** const slot = slotOf(*index, member.key());
+        if (*slot != nullptr)
+            duplicate = place;
+        *slot = &member;
+        ++place;
+    });
+    return index;
+}
+
+void reindex(ObjectRep& rep) {
+    std::ptrdiff_t duplicate = -1;
+    auto* const index = rep.size > ObjectRep::linearLimit ? newIndex(rep, duplicate) : nullptr;
+    ::operator delete(std::exchange(rep.index, index));
+}
+
+Member* findMember(ObjectRep& rep, KeyView const& key) noexcept {
+    if (rep.index != nullptr)
+        return *slotOf(*rep.index, key.text());
+    for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
+        for (auto *member = chunk->members(), *end = member + chunk->size; member != end; ++member)
+            if (Access::equals(member->key_, key))
+                return member;
+    return nullptr;
+}
+
+/// A new null member behind the last; `rep` is not shared. Either done or unchanged.
+Member& appendMember(ObjectRep& rep, KeyView const& key) {
+    Element keyElement;
+    keyElement.setString(key.text());
+    auto* chunk = rep.last;
+    Chunk* added = nullptr;
+    if (chunk->size == chunk->capacity) {
+        auto const capacity = grownCapacity(rep.size, 1) - rep.size;
+        added = allocate<Chunk, Member>(std::max(capacity, 4U));
+        added->capacity = std::max(capacity, 4U);
+        chunk = added;
+    }
+    auto* const member = new (chunk->members() + chunk->size) Member;
+    member->key_.swap(keyElement);
+    ++chunk->size;
+    ++rep.size;
+    auto* const before = rep.last;
+    if (added != nullptr) {
+        before->next = added;
+        rep.last = added;
+    }
+    if (rep.size > ObjectRep::linearLimit) {
+        try {
+            if (rep.index == nullptr || rep.size > rep.index->mask / 2)
+                reindex(rep);
+            else
+                *slotOf(*rep.index, member->key()) = member;
+        } catch (...) {
+            member->~Member();
+            --chunk->size;
+            --rep.size;
+            if (added != nullptr) {
+                before->next = nullptr;
+                rep.last = before;
+                ::operator delete(added);
+            }
+            throw;
+        }
+    }
+    return *member;
+}
+
+// ---- Destruction: without recursion, since a tree may be a million levels deep --------------
+
+/// Containers that nobody refers to any more, chained through themselves.
+class Graveyard {
+public:
+    Graveyard() = default;
+    Graveyard(Graveyard const&) = delete;
+    Graveyard& operator=(Graveyard const&) = delete;
+    ~Graveyard() {
+        while (first_ != nullptr)
+            destroy(*std::exchange(first_, first_->link));
+    }
+
+    void drop(ContainerRep* rep) noexcept {
+        if (rep != nullptr && Tolv::MetaData::drop(rep->refs)) {
+            rep->link = first_;
+            first_ = rep;
+        }
+    }
+
+    /// Drops what a plain element need not drop; leaves the element as it is.
+    void drop(Element& element) noexcept {
+        if (Access::isPlain(element))
+            return;
+        if (auto* const container = Access::container(element))
+            drop(container);
+        else if (Access::isLongText(element) && Tolv::MetaData::drop(longText(element)->refs))
+            ::operator delete(longText(element));
+    }
+
+private:
+    static TextRep* longText(Element const& element) noexcept { return Access::longText(element); }
+
+    void destroy(ContainerRep& container) noexcept {
+        if (container.isObject) {
+            auto& rep = static_cast<ObjectRep&>(container);
+            forEachMember(rep, [this](Member& member) {
+                drop(member.key_);
+                drop(member.value);
+            });
+            for (auto* chunk = rep.first.next; chunk != nullptr;)
+                ::operator delete(std::exchange(chunk, chunk->next));
+            ::operator delete(rep.index);
+            ::operator delete(&rep);
+        } else {
+            auto& rep = static_cast<ArrayRep&>(container);
+            for (std::uint32_t i = 0; i < rep.size; ++i)
+                drop(rep.items()[i]);
+            ::operator delete(&rep);
+        }
+    }
+
+    ContainerRep* first_ = nullptr;
+};
+
+// ---- Copying -------------------------------------------------------------------------------
+
+/// Copies trees level by level. What is not exposed is shared; what is exposed gets content of its
+/// own.
+class Copier {
+public:
+    /// `target` is null. On a failure it holds a part, to be destroyed by its owner.
+    void copy(Element const& source, Element& target) {
+        copyOne(source, target);
+        copyPending();
+    }
+
+    /// Makes `target`, which is null, a container of copies of the children of `source`.
+    void copy(ContainerRep& source, Element& target) {
+        copyContent(source, target);
+        copyPending();
+    }
+
+private:
+    void copyPending() {
+        while (!pending_.empty()) {
+            auto const [from, to] = pending_.back();
+            pending_.pop_back();
+            copyContent(*Access::container(*from), *to);
+        }
+    }
+
+    void copyContent(ContainerRep& source, Element& target) {
+        if (source.isObject) {
+            auto& from = static_cast<ObjectRep&>(source);
+            auto* const rep = newObject(source.size);
+            Access::putContainer(target, rep);
+            forEachMember(from, [&](Member& member) {
+                auto* const copied = new (rep->first.members() + rep->size) Member;
+                ++rep->first.size;
+                ++rep->size;
+                copyOne(member.key_, copied->key_);
+                copyOne(member.value, copied->value);
+            });
+            reindex(*rep);
+        } else {
+            auto& from = static_cast<ArrayRep&>(source);
+            auto* const rep = newArray(source.size);
+            Access::putContainer(target, rep);
+            for (; rep->size < from.size; ++rep->size)
+                copyOne(from.items()[rep->size], *new (rep->items() + rep->size) Element);
+        }
+    }
+
+    void copyOne(Element const& source, Element& target) {
+        if (auto* const container = Access::container(source)) {
+            if (container->exposed) {
+                pending_.emplace_back(&source, &target);
+                return;
+            }
+            acquire(container->refs);
+        } else if (Access::isLongText(source)) {
+            acquire(Access::longText(source)->refs);
+        }
+        Access::copyWords(source, target);
+    }
+
+    std::vector<std::pair<Element const*, Element*>> pending_;
+};
+
+/// The container for one more handle: the same one, or a copy where it is exposed.
+ContainerRep* shareOrCopy(ContainerRep* rep) {
+    if (rep == nullptr)
+        return nullptr;
+    if (!rep->exposed) {
+        acquire(rep->refs);
+        return rep;
+    }
+    Element source;
+    Element target;
+    Access::putContainer(source, rep);
+    struct Borrowed { // `source` never owned
+        Element& element;
+        ~Borrowed() { Access::forget(element); }
+    } const borrowed{source};
+    Copier().copy(source, target);
+    auto* const copy = Access::container(target);
+    Access::forget(target);
+    return copy;
+}
+
+/// Content that nobody else sees, for a handle that is about to be written to.
+template <class Rep>
+void detach(Rep*& rep) {
+    if (!isShared(*rep))
+        return;
+    Element target;
+    Copier().copy(*rep, target);
+    Graveyard().drop(std::exchange(rep, static_cast<Rep*>(Access::container(target))));
+    Access::forget(target);
+}
+
+[[noreturn]] void throwKind(char const* wanted, Element const& found) {
+    throw Exception::InvalidParameter(std::string("expected ") + wanted + ", found " +
+                                      describe(found.kind()));
+}
+
+// ---- Comparison ----------------------------------------------------------------------------
+
+bool equalNumbers(Element const& left, Element const& right) noexcept {
+    if (left.isFloating() && right.isFloating()) {
+        auto const l = left.floatingNumber();
+        auto const r = right.floatingNumber();
+        return l == r || (l != l && r != r);
+    }
+    if (left.isFloating() || right.isFloating()) {
+        auto const value = left.isFloating() ? left.floatingNumber() : right.floatingNumber();
+        auto const& integer = left.isFloating() ? right : left;
+        if (integer.isSigned() && integer.signedNumber() < 0)
+            return value >= -0x1p63 && value < 0 &&
+                   static_cast<std::int64_t>(value) == integer.signedNumber() &&
+                   static_cast<double>(integer.signedNumber()) == value;
+        return value >= 0 && value < 0x1p64 &&
+               static_cast<std::uint64_t>(value) == integer.unsignedNumber() &&
+               static_cast<double>(integer.unsignedNumber()) == value;
+    }
+    if (left.kind() == right.kind())
+        return left.unsignedNumber() == right.unsignedNumber();
+    auto const& signedOne = left.isSigned() ? left : right;
+    return signedOne.signedNumber() >= 0 && left.unsignedNumber() == right.unsignedNumber();
+}
+
+bool isNumber(Element const& element) noexcept {
+    return element.isSigned() || element.isUnsigned() || element.isFloating();
+}
+
+/// Compares without recursion: pairs that are still to be compared wait in a list.
+class Comparison {
+public:
+    bool equal(Element const& left, Element const& right) {
+        pending_.emplace_back(&left, &right);
+        while (!pending_.empty()) {
+            auto const [l, r] = pending_.back();
+            pending_.pop_back();
+            if (!equalHeads(*l, *r))
+                return false;
+        }
+        return true;
+    }
+
+private:
+    bool equalHeads(Element const& left, Element const& right) {
+        if (isNumber(left) && isNumber(right))
+            return equalNumbers(left, right);
+        if (left.kind() != right.kind())
+            return false;
+        switch (left.kind()) {
+        case Kind::boolean: return left.boolean() == right.boolean();
+        case Kind::string: return left.text() == right.text();
+        case Kind::array: return equalArrays(left.array(), right.array());
+        case Kind::object: return equalObjects(left.object(), right.object());
+        default: return true;
+        }
+    }
+
+    bool equalArrays(Array const& left, Array const& right) {
+        if (left.size() != right.size())
+            return false;
+        if (Access::rep(left) != Access::rep(right))
+            for (auto const *l = left.begin(), *r = right.begin(); l != left.end(); ++l, ++r)
+                pending_.emplace_back(l, r);
+        return true;
+    }
+
+    bool equalObjects(Object const& left, Object const& right) {
+        if (left.size() != right.size())
+            return false;
+        if (Access::rep(left) == Access::rep(right))
+            return true;
+        for (auto const& member : left) {
+            auto const* const other = right.find(member.key());
+            if (other == nullptr)
+                return false;
+            pending_.emplace_back(&member.value, other);
+        }
+        return true;
+    }
+
+    std::vector<std::pair<Element const*, Element const*>> pending_;
+};
+
+} // namespace
+
+// ---- Access --------------------------------------------------------------------------------
+
+Element Detail::Access::takeArray(std::span<Element> elements) {
+    Array array;
+    if (!elements.empty()) {
+        auto* const rep = array.rep_ = newArray(static_cast<std::uint32_t>(elements.size()));
+        for (auto& element : elements)
+            placeMoved(rep->items() + rep->size++, element);
+    }
+    return array;
+}
+
+Element Detail::Access::takeObject(std::span<Element> keysAndValues, std::ptrdiff_t& duplicate) {
+    Object object;
+    duplicate = -1;
+    auto const members = static_cast<std::uint32_t>(keysAndValues.size() / 2);
+    if (members == 0)
+        return object;
+    auto* const rep = object.rep_ = newObject(members);
+    auto* const items = reinterpret_cast<Element*>(rep->first.members());
+    for (std::size_t i = 0; i < keysAndValues.size(); ++i)
+        placeMoved(items + i, keysAndValues[i]);
+    rep->size = rep->first.size = members;
+    if (members > ObjectRep::linearLimit) {
+        rep->index = newIndex(*rep, duplicate);
+        return object;
+    }
+    for (std::uint32_t i = 1; i < members; ++i) {
+        KeyView const key(rep->first.members()[i].key());
+        for (std::uint32_t k = 0; k < i; ++k)
+            if (equals(rep->first.members()[k].key_, key))
+                duplicate = i;
+    }
+    return object;
+}
+
+Element Detail::Access::alias(Object const& object) noexcept {
+    Element element{Object()};
+    if (object.rep_ != nullptr) {
+        acquire(object.rep_->refs);
+        element.object_.rep_ = object.rep_;
+    }
+    return element;
+}
+
+// ---- Array ---------------------------------------------------------------------------------
+
+Array::Array(Array const& other) : rep_(static_cast<ArrayRep*>(shareOrCopy(other.rep_))) {}
+
+Array& Array::operator=(Array const& other) {
+    return *this = Array(other);
+}
+
+Array& Array::operator=(Array&& other) noexcept {
+    Array taken(std::move(other));
+    std::swap(rep_, taken.rep_);
+    return *this;
+}
+
+void Array::release() noexcept {
+    Graveyard().drop(rep_);
+}
+
+Element const* Array::begin() const noexcept {
+    return rep_ != nullptr ? rep_->items() : nullptr;
+}
+
+Element const* Array::end() const noexcept {
+    return rep_ != nullptr ? rep_->items() + rep_->size : nullptr;
+}
+
+unsigned int Array::size() const noexcept {
+    return rep_ != nullptr ? rep_->size : 0;
+}
+
+void Array::reserve(unsigned int capacity) {
+    if (rep_ == nullptr) {
+        if (capacity != 0)
+            rep_ = newArray(capacity);
+        return;
+    }
+    detach(rep_);
+    if (capacity <= rep_->capacity)
+        return;
+    auto* const grown = newArray(capacity);
+    for (; grown->size < rep_->size; ++grown->size)
+        placeMoved(grown->items() + grown->size, rep_->items()[grown->size]);
+    grown->exposed = rep_->exposed;
+    ::operator delete(std::exchange(rep_, grown));
+}
+
+void Array::resize(unsigned int size) {
+    auto const before = this->size();
+    if (size == before)
+        return;
+    if (size < before) {
+        detach(rep_);
+        Graveyard dead;
+        while (rep_->size > size)
+            dead.drop(rep_->items()[--rep_->size]);
+        return;
+    }
+    reserve(size);
+    while (rep_->size < size)
+        new (rep_->items() + rep_->size++) Element;
+}
+
+void Array::push_back(Element element) {
+    auto const before = size();
+    if (rep_ == nullptr || before == rep_->capacity)
+        reserve(grownCapacity(before, 1));
+    else
+        detach(rep_);
+    auto const* const container = Access::container(element);
+    rep_->exposed = rep_->exposed || (container != nullptr && container->exposed);
+    placeMoved(rep_->items() + rep_->size++, element);
+}
+
+Element& Array::operator[](unsigned int index) {
+    auto const before = size();
+    if (index >= before) {
+        auto const wanted = grownCapacity(before, index - before) + 1;
+        if (rep_ == nullptr || index >= rep_->capacity)
+            reserve(wanted);
+        resize(index + 1);
+    }
+    detach(rep_);
+    rep_->exposed = true;
+    return rep_->items()[index];
+}
+
+Element const& Array::operator[](unsigned int index) const {
+    if (index >= size())
+        throw Exception::InvalidParameter("index " + std::to_string(index) + " in an array of " +
+                                          std::to_string(size()));
+    return rep_->items()[index];
+}
+
+bool operator==(Array const& left, Array const& right) {
+    return Element(left) == Element(right);
+}
+
+// ---- Object --------------------------------------------------------------------------------
+
+Object::Object(Object const& other) : rep_(static_cast<ObjectRep*>(shareOrCopy(other.rep_))) {}
+
+Object& Object::operator=(Object const& other) {
+    return *this = Object(other);
+}
+
+Object& Object::operator=(Object&& other) noexcept {
+    Object taken(std::move(other));
+    std::swap(rep_, taken.rep_);
+    return *this;
+}
+
+void Object::release() noexcept {
+    Graveyard().drop(rep_);
+}
+
+unsigned int Object::size() const noexcept {
+    return rep_ != nullptr ? rep_->size : 0;
+}
+
+Element const* Object::find(KeyView const& key) const noexcept {
+    if (rep_ == nullptr)
+        return nullptr;
+    auto const* const member = findMember(*rep_, key);
+    return member != nullptr ? &member->value : nullptr;
+}
+
+void Object::reserve(unsigned int capacity) {
+    if (rep_ == nullptr && capacity != 0)
+        rep_ = newObject(capacity);
+}
+
+Element& Object::operator[](KeyView const& key) {
+    if (rep_ == nullptr)
+        rep_ = newObject(4);
+    else
+        detach(rep_);
+    auto* const found = findMember(*rep_, key);
+    auto& member = found != nullptr ? *found : appendMember(*rep_, key);
+    rep_->exposed = true;
+    return member.value;
+}
+
+bool Object::erase(KeyView const& key) {
+    if (find(key) == nullptr)
+        return false;
+    Object others;
+    others.reserve(size() - 1);
+    for (auto const& member : std::as_const(*this))
+        if (member.key() != key.text())
+            others[member.key()] = member.value;
+    *this = std::move(others);
+    return true;
+}
+
+Object::ConstIterator Object::begin() const noexcept {
+    if (size() == 0)
+        return {};
+    auto const* chunk = &rep_->first;
+    while (chunk->size == 0) // the first run is empty when nothing was reserved for it
+        chunk = chunk->next;
+    return {chunk, chunk->members()};
+}
+
+Object::ConstIterator Object::end() const noexcept {
+    return {};
+}
+
+Object::ConstIterator& Object::ConstIterator::operator++() noexcept {
+    auto const* const chunk = static_cast<Chunk const*>(chunk_);
+    if (++at_ == chunk->members() + chunk->size) {
+        chunk_ = chunk->next;
+        at_ = chunk->next != nullptr ? chunk->next->members() : nullptr;
+    }
+    return *this;
+}
+
+bool operator==(Object const& left, Object const& right) {
+    return Element(left) == Element(right);
+}
+
+// ---- Element -------------------------------------------------------------------------------
+
+Element::Element(Object object) noexcept {
+    words_[1] = std::uint64_t{tagObject} << 56U;
+    object_.rep_ = std::exchange(object.rep_, nullptr);
+}
+
+Element::Element(Array array) noexcept {
+    words_[1] = std::uint64_t{tagArray} << 56U;
+    array_.rep_ = std::exchange(array.rep_, nullptr);
+}
+
+void Element::copyShared(Element const& other) {
+    // The words are null, so a throw from here leaves nothing behind.
+    if (auto* const container = Access::container(other)) {
+        auto* const rep = shareOrCopy(container);
+        Access::putContainer(*this, rep);
+        return;
+    }
+    if (other.tag() == tagLongText)
+        acquire(other.longText_->refs);
+    copyWords(other);
+}
+
+void Element::release() noexcept {
+    Graveyard().drop(*this);
+}
+
+bool Element::equalsText(KeyView const& key) const noexcept {
+    if (key.isShort())
+        return words_[0] == key.image().low && words_[1] == key.image().high;
+    return tag() == tagLongText && text() == key.text();
+}
+
+std::string_view Element::text() const noexcept {
+    if (tag() == tagLongText)
+        return {longText_->chars(), longText_->size};
+    return {reinterpret_cast<char const*>(words_), static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
+}
+
+void Element::setString(std::string_view text) {
+    if (text.size() <= Detail::inlineTextCapacity) {
+        auto const image = Detail::imageOf(text);
+        if (!isPlain())
+            release();
+        words_[0] = image.low;
+        words_[1] = image.high;
+    } else {
+        auto* const rep = newText(text.size());
+        std::memcpy(rep->chars(), text.data(), text.size());
+        Access::putLongText(*this, rep); // only now: `text` may be this element's own
+    }
+}
+
+char* Element::makeString(std::size_t size) {
+    if (size > Detail::inlineTextCapacity) {
+        auto* const rep = newText(size);
+        Access::putLongText(*this, rep);
+        return rep->chars();
+    }
+    reset(0, tagText);
+    words_[1] |= std::uint64_t{size} << 48U;
+    return reinterpret_cast<char*>(words_);
+}
+
+bool Element::asBoolean() const {
+    if (!isBoolean())
+        throwKind("a boolean", *this);
+    return boolean();
+}
+
+std::string_view Element::asStringView() const {
+    if (!isString())
+        throwKind("a string", *this);
+    return text();
+}
+
+std::string Element::asString() const {
+    return std::string(asStringView());
+}
+
+Object& Element::makeObject(unsigned int members) {
+    if (isNull())
+        words_[1] = std::uint64_t{tagObject} << 56U;
+    else if (!isObject())
+        throwKind("an object", *this);
+    object_.reserve(members);
+    return object_;
+}
+
+Element& Element::child(KeyView const& key) {
+    return makeObject(0)[key];
+}
+
+Element const& Element::child(KeyView const& key) const {
+    if (!isObject())
+        throwKind("an object", *this);
+    auto const* const found = object_.find(key);
+    if (found == nullptr)
+        throw Exception::InvalidParameter("no key \"" + std::string(key.text()) + '"');
+    return *found;
+}
+
+Element::operator Array&() {
+    if (isNull())
+        words_[1] = std::uint64_t{tagArray} << 56U;
+    else if (!isArray())
+        throwKind("an array", *this);
+    return array_;
+}
+
+Element::operator Array const&() const {
+    if (!isArray())
+        throwKind("an array", *this);
+    return array_;
+}
+
+Element::operator Object const&() const {
+    if (!isObject())
+        throwKind("an object", *this);
+    return object_;
+}
+
+bool operator==(Element const& left, Element const& right) {
+    return Comparison().equal(left, right);
+}
+
+bool HasElement(Element const& element, std::string const& key) noexcept {
+    return element.find(KeyView(key)) != nullptr;
+}
+
+char const* describe(Kind kind) noexcept {
+    switch (kind) {
+    case Kind::null: return "null";
+    case Kind::boolean: return "a boolean";
+    case Kind::signedNumber:
+    case Kind::unsignedNumber:
+    case Kind::floatingNumber: return "a number";
+    case Kind::array: return "an array";
+    case Kind::object: return "an object";
+    case Kind::string: return "a string";
+    }
+    return "nothing";
+}
+
+} // namespace Tolv::MetaData

@@ -1,0 +1,397 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <tolv/core/export.h>
+#include <tolv/core/metadata/key.h>
+
+/// @file
+/// The metadata tree: `Element`, `Array` and `Object`.
+///
+/// All three are values. Copying one is cheap: the copies share their content until one of them is
+/// changed. A tree that came from a reader, or that has only been read since it was copied, is
+/// copied in constant time; content to which a writable reference has been handed out is copied
+/// for real, so that a reference taken before a copy never writes into the copy.
+///
+/// What stays valid: a reference to a child of an object stays valid while keys are added to that
+/// object. A reference into an array is lost when the array grows. Assigning to an element, or
+/// destroying it, ends all references into it; so does, for `const` references, any writing access
+/// to it after it was copied.
+///
+/// Threads: distinct values may be used from distinct threads at the same time, even where they
+/// share content. One value must not be used by two threads while one of them writes.
+namespace Tolv::MetaData {
+
+class Element;
+class Object;
+
+namespace Detail {
+struct ArrayRep;
+struct ObjectRep;
+struct TextRep;
+struct Member;
+struct Access;
+} // namespace Detail
+
+/// Tag of the null element.
+struct Null {};
+
+/// One scalar on its way into an element: `Element(Trivial_T<bool>(true))`.
+template <class T>
+class Trivial_T {
+public:
+    explicit Trivial_T(T value) : value_(std::move(value)) {}
+    [[nodiscard]] T const& value() const { return value_; }
+
+private:
+    T value_;
+};
+
+/// An ordered sequence of elements.
+class TOLV_CORE_API Array {
+public:
+    Array() noexcept = default;
+    Array(Array const& other);
+    Array(Array&& other) noexcept : rep_(std::exchange(other.rep_, nullptr)) {}
+    Array& operator=(Array const& other);
+    Array& operator=(Array&& other) noexcept;
+    ~Array() {
+        if (rep_ != nullptr)
+            release();
+    }
+
+    [[nodiscard]] Element const* begin() const noexcept;
+    [[nodiscard]] Element const* end() const noexcept;
+    [[nodiscard]] unsigned int size() const noexcept;
+    [[nodiscard]] bool empty() const noexcept { return size() == 0; }
+
+    /// The element at `index`. An index at or past the end grows the array with null elements up to
+    /// that index.
+    /// @throws std::bad_alloc, and then the array is as it was.
+    Element& operator[](unsigned int index);
+    /// @throws Exception::InvalidParameter when `index` is at or past the end.
+    Element const& operator[](unsigned int index) const;
+
+    /// Cuts the array or fills it with null elements.
+    void resize(unsigned int size);
+    void clear() { resize(0); }
+
+    /// Extension: makes room for `capacity` elements in all, without adding any.
+    void reserve(unsigned int capacity);
+    /// Extension: adds one element behind the last.
+    void push_back(Element element);
+
+    /// Extension: equal element by element. @throws std::bad_alloc
+    friend TOLV_CORE_API bool operator==(Array const& left, Array const& right);
+
+private:
+    friend struct Detail::Access;
+    friend class Element;
+
+    void release() noexcept;
+
+    Detail::ArrayRep* rep_ = nullptr; ///< null: empty
+};
+
+/// A map from key to element that keeps the order in which keys were added.
+class TOLV_CORE_API Object {
+public:
+    class ConstIterator;
+
+    Object() noexcept = default;
+    Object(Object const& other);
+    Object(Object&& other) noexcept : rep_(std::exchange(other.rep_, nullptr)) {}
+    Object& operator=(Object const& other);
+    Object& operator=(Object&& other) noexcept;
+    ~Object() {
+        if (rep_ != nullptr)
+            release();
+    }
+
+    /// Extension: number of keys.
+    [[nodiscard]] unsigned int size() const noexcept;
+    [[nodiscard]] bool empty() const noexcept { return size() == 0; }
+
+    /// Extension: the child of `key`, or null. Never throws. Constant time.
+    [[nodiscard]] Element const* find(KeyView const& key) const noexcept;
+
+    /// Extension: the child of `key`, added as null behind the last when it is absent.
+    Element& operator[](KeyView const& key);
+
+    /// Extension: takes `key` away; false when it was not there. Ends references to children.
+    bool erase(KeyView const& key);
+
+    /// Extension: makes room for `capacity` keys in all, without adding any.
+    void reserve(unsigned int capacity);
+
+    /// Extension: iterates over `Detail::Member` in insertion order.
+    [[nodiscard]] ConstIterator begin() const noexcept;
+    [[nodiscard]] ConstIterator end() const noexcept;
+
+    /// Extension: equal when both have the same keys with equal children, in whatever order.
+    friend TOLV_CORE_API bool operator==(Object const& left, Object const& right);
+
+private:
+    friend struct Detail::Access;
+    friend class Element;
+
+    void release() noexcept;
+
+    Detail::ObjectRep* rep_ = nullptr; ///< null: empty
+};
+
+/// What an element can be, as `Element::GetElementType` numbers it.
+enum class Kind : unsigned char {
+    null = 0,
+    boolean = 1,
+    signedNumber = 2,
+    unsignedNumber = 3,
+    floatingNumber = 4,
+    array = 5,
+    object = 6,
+    string = 7
+};
+
+/// The word for a kind in messages to people: "a string", "an array".
+TOLV_CORE_API char const* describe(Kind kind) noexcept;
+
+/// One node of a tree: null, a boolean, a number, a string, an `Array` or an `Object`. 16 bytes;
+/// strings of up to 14 bytes need no allocation.
+class TOLV_CORE_API Element {
+public:
+    Element() noexcept {}
+    // NOLINTBEGIN(google-explicit-constructor): these make an element of a value
+    Element(Null) noexcept {}
+    Element(Object object) noexcept;
+    Element(Array array) noexcept; ///< extension
+    Element(Trivial_T<bool> const& value) noexcept { setBoolean(value.value()); }
+    Element(Trivial_T<std::string> const& value) { setString(value.value()); }
+    // NOLINTEND(google-explicit-constructor)
+
+    Element(Element const& other) {
+        if (other.isPlain())
+            copyWords(other);
+        else
+            copyShared(other);
+    }
+    Element(Element&& other) noexcept {
+        copyWords(other);
+        other.forget();
+    }
+    Element& operator=(Element const& other) {
+        if (this != &other) {
+            Element copy(other);
+            swap(copy);
+        }
+        return *this;
+    }
+    Element& operator=(Element&& other) noexcept {
+        if (this != &other) {
+            Element taken(std::move(other));
+            swap(taken);
+        }
+        return *this;
+    }
+    ~Element() {
+        if (!isPlain())
+            release();
+    }
+
+    void swap(Element& other) noexcept {
+        std::swap(words_[0], other.words_[0]);
+        std::swap(words_[1], other.words_[1]);
+    }
+
+    /// The number of this element's kind: 5 is an array; the others are those of `Kind`.
+    [[nodiscard]] int GetElementType() const noexcept { return static_cast<int>(kind()); }
+    /// Extension: the same as a name.
+    [[nodiscard]] Kind kind() const noexcept {
+        return tag() == tagLongText ? Kind::string : static_cast<Kind>(tag());
+    }
+
+    /// @throws Exception::InvalidParameter when this is no boolean.
+    [[nodiscard]] bool asBoolean() const;
+    /// @throws Exception::InvalidParameter when this is no string.
+    [[nodiscard]] std::string asString() const;
+    /// Extension: the text without a copy; it lives as long as this element is not changed.
+    /// @throws Exception::InvalidParameter when this is no string.
+    [[nodiscard]] std::string_view asStringView() const;
+
+    /// The child of `key`. A null element becomes an object, an absent key a null child.
+    /// @throws Exception::InvalidParameter when this is neither an object nor null.
+    Element& operator[](std::string const& key) { return child(KeyView(key)); }
+    Element& operator[](KeyView const& key) { return child(key); } ///< extension
+    Element& operator[](char const* key) { return child(KeyView(key)); }
+
+    /// The child of `key`.
+    /// @throws Exception::InvalidParameter when this is no object or the key is absent.
+    Element const& operator[](std::string const& key) const { return child(KeyView(key)); }
+    Element const& operator[](KeyView const& key) const { return child(key); } ///< extension
+    Element const& operator[](char const* key) const { return child(KeyView(key)); }
+
+    /// Extension: the child of `key`, or null when this is no object or the key is absent.
+    [[nodiscard]] Element const* find(KeyView const& key) const noexcept {
+        return isObject() ? object().find(key) : nullptr;
+    }
+
+    // NOLINTBEGIN(google-explicit-constructor): the conversions are the way to the containers
+    /// This element as an array; a null element becomes an empty one.
+    /// @throws Exception::InvalidParameter on any other kind.
+    operator Array&();
+    /// @throws Exception::InvalidParameter when this is no array.
+    operator Array const&() const;
+    /// @throws Exception::InvalidParameter when this is no object.
+    operator Object const&() const;
+    // NOLINTEND(google-explicit-constructor)
+
+    /// Extension: makes this an object with room for `members` keys, unless it is one already.
+    /// @throws Exception::InvalidParameter when this is neither an object nor null.
+    Object& makeObject(unsigned int members);
+
+    // Extensions: tests and access without a throw. The unchecked accessors may only be used
+    // after the test of the same name.
+    [[nodiscard]] bool isNull() const noexcept { return tag() == tagNull; }
+    [[nodiscard]] bool isBoolean() const noexcept { return tag() == tagBoolean; }
+    [[nodiscard]] bool isSigned() const noexcept { return tag() == tagSigned; }
+    [[nodiscard]] bool isUnsigned() const noexcept { return tag() == tagUnsigned; }
+    [[nodiscard]] bool isFloating() const noexcept { return tag() == tagFloating; }
+    [[nodiscard]] bool isArray() const noexcept { return tag() == tagArray; }
+    [[nodiscard]] bool isObject() const noexcept { return tag() == tagObject; }
+    [[nodiscard]] bool isString() const noexcept { return tag() == tagText || tag() == tagLongText; }
+
+    [[nodiscard]] bool boolean() const noexcept { return words_[0] != 0; }
+    [[nodiscard]] std::int64_t signedNumber() const noexcept {
+        return static_cast<std::int64_t>(words_[0]);
+    }
+    [[nodiscard]] std::uint64_t unsignedNumber() const noexcept { return words_[0]; }
+    [[nodiscard]] double floatingNumber() const noexcept { return std::bit_cast<double>(words_[0]); }
+    [[nodiscard]] std::string_view text() const noexcept;
+    [[nodiscard]] Array const& array() const noexcept { return array_; }
+    [[nodiscard]] Object const& object() const noexcept { return object_; }
+
+    // Extensions: replace the content.
+    void setNull() noexcept { reset(0, tagNull); }
+    void setBoolean(bool value) noexcept { reset(value ? 1 : 0, tagBoolean); }
+    void setSigned(std::int64_t value) noexcept { reset(static_cast<std::uint64_t>(value), tagSigned); }
+    void setUnsigned(std::uint64_t value) noexcept { reset(value, tagUnsigned); }
+    void setFloating(double value) noexcept {
+        reset(std::bit_cast<std::uint64_t>(value), tagFloating);
+    }
+    /// @throws std::bad_alloc for a text of more than 14 bytes, and Exception::InvalidParameter
+    /// for one of 4 GiB or more; the content is then as it was.
+    void setString(std::string_view text);
+    /// Makes this a string of `size` bytes, which the caller writes at once to where the result
+    /// points. @throws as `setString`.
+    char* makeString(std::size_t size);
+
+    /// Extension: equality of JSON values. Numbers are compared by exact value, whatever their
+    /// kind; a NaN equals a NaN. @throws std::bad_alloc
+    friend TOLV_CORE_API bool operator==(Element const& left, Element const& right);
+
+private:
+    friend struct Detail::Access;
+    friend class Array;
+    friend class Object;
+
+    static constexpr unsigned char tagNull = 0;
+    static constexpr unsigned char tagBoolean = 1;
+    static constexpr unsigned char tagSigned = 2;
+    static constexpr unsigned char tagUnsigned = 3;
+    static constexpr unsigned char tagFloating = 4;
+    static constexpr unsigned char tagArray = 5;
+    static constexpr unsigned char tagObject = 6;
+    static constexpr unsigned char tagText = Detail::inlineTextTag;
+    static constexpr unsigned char tagLongText = 8;
+
+    /// Null, booleans, numbers and short texts are nothing but their 16 bytes.
+    static constexpr unsigned int plainTags = 1U << tagNull | 1U << tagBoolean | 1U << tagSigned |
+                                              1U << tagUnsigned | 1U << tagFloating | 1U << tagText;
+
+    [[nodiscard]] unsigned char tag() const noexcept {
+        return static_cast<unsigned char>(words_[1] >> 56U);
+    }
+    [[nodiscard]] bool isPlain() const noexcept { return (plainTags >> tag() & 1U) != 0; }
+    void forget() noexcept { words_[0] = words_[1] = 0; }
+    void copyWords(Element const& other) noexcept {
+        words_[0] = other.words_[0];
+        words_[1] = other.words_[1];
+    }
+    void reset(std::uint64_t word, unsigned char newTag) noexcept {
+        if (!isPlain())
+            release();
+        words_[0] = word;
+        words_[1] = std::uint64_t{newTag} << 56U;
+    }
+    void copyShared(Element const& other);
+    void release() noexcept;
+    Element& child(KeyView const& key);
+    [[nodiscard]] Element const& child(KeyView const& key) const;
+    [[nodiscard]] bool equalsText(KeyView const& key) const noexcept;
+
+    union {
+        std::uint64_t words_[2]{0, 0}; ///< the tag is the highest byte of the second word
+        Array array_;
+        Object object_;
+        Detail::TextRep* longText_;
+    };
+};
+
+static_assert(sizeof(Element) == 16);
+
+namespace Detail {
+
+/// One key of an object and its child.
+struct Member {
+    Element key_; ///< always a string
+    Element value;
+
+    [[nodiscard]] std::string_view key() const noexcept { return key_.text(); }
+};
+
+} // namespace Detail
+
+/// Walks the members of an object in insertion order: `for (auto const& [key, value] : ...)` is
+/// not available, since the key is a text inside the member: use `member.key()`, `member.value`.
+class TOLV_CORE_API Object::ConstIterator {
+public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Detail::Member;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Detail::Member const*;
+    using reference = Detail::Member const&;
+
+    ConstIterator() noexcept = default;
+    ConstIterator(void const* chunk, Detail::Member const* at) noexcept : chunk_(chunk), at_(at) {}
+
+    reference operator*() const noexcept { return *at_; }
+    pointer operator->() const noexcept { return at_; }
+    ConstIterator& operator++() noexcept;
+    ConstIterator operator++(int) noexcept {
+        auto const before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(ConstIterator const& other) const noexcept { return at_ == other.at_; }
+
+private:
+    void const* chunk_ = nullptr;
+    Detail::Member const* at_ = nullptr;
+};
+
+/// True when `element` is an object that has `key`. Never throws.
+TOLV_CORE_API bool HasElement(Element const& element, std::string const& key) noexcept;
+inline bool HasElement(Element const& element, KeyView const& key) noexcept { ///< extension
+    return element.find(key) != nullptr;
+}
+inline bool HasElement(Element const& element, char const* key) noexcept {
+    return element.find(KeyView(key)) != nullptr;
+}
+
+} // namespace Tolv::MetaData

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include <tolv/core/export.h>
+
+namespace Tolv::MetaData {
+
+namespace Detail {
+
+/// How the tree stores a short text: up to 14 bytes, then the length, then the tag. Two texts of
+/// this form are equal exactly when both words are.
+struct TextImage {
+    std::uint64_t low = 0;
+    std::uint64_t high = 0;
+
+    friend constexpr bool operator==(TextImage const&, TextImage const&) = default;
+};
+
+inline constexpr std::size_t inlineTextCapacity = 14;
+inline constexpr unsigned char inlineTextTag = 7;
+
+constexpr TextImage imageOf(std::string_view text) {
+    TextImage image;
+    if (text.size() > inlineTextCapacity)
+        return image; // the null image, which no stored text has
+    if (std::is_constant_evaluated()) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            auto const byte = static_cast<std::uint64_t>(static_cast<unsigned char>(text[i]));
+            (i < 8 ? image.low : image.high) |= byte << (i % 8 * 8);
+        }
+    } else {
+        unsigned char bytes[16] = {};
+        std::memcpy(bytes, text.data(), text.size());
+        std::memcpy(&image, bytes, sizeof image);
+    }
+    image.high |= std::uint64_t{text.size()} << 48U | std::uint64_t{inlineTextTag} << 56U;
+    return image;
+}
+
+static_assert(std::endian::native == std::endian::little,
+              "text images and the binary form of arrays are little-endian");
+
+} // namespace Detail
+
+/// A key to look up in an object: a view of its text and, made once, the form in which the tree
+/// holds short texts. It owns nothing: the text must outlive it.
+class KeyView {
+public:
+    // NOLINTNEXTLINE(google-explicit-constructor): a lookup takes any text
+    constexpr KeyView(std::string_view text)
+        : image_(Detail::imageOf(text)), text_(text.data()),
+          size_(static_cast<std::uint32_t>(text.size())) {}
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    KeyView(std::string const& text) : KeyView(std::string_view(text)) {}
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    constexpr KeyView(char const* text) : KeyView(std::string_view(text)) {}
+
+    [[nodiscard]] constexpr std::string_view text() const { return {text_, size_}; }
+    [[nodiscard]] constexpr Detail::TextImage const& image() const { return image_; }
+    [[nodiscard]] constexpr bool isShort() const { return size_ <= Detail::inlineTextCapacity; }
+
+private:
+    Detail::TextImage image_;
+    char const* text_;
+    std::uint32_t size_;
+};
+
+/// The key of a field: a `KeyView` that lives as long as the program (or the library that it is
+/// written in), so that all objects of a class share it. It is made by the literal `"Name"_key`,
+/// at compile time, or by `intern`.
+class Key : public KeyView {
+public:
+    constexpr explicit Key(std::string_view staticText) : KeyView(staticText) {}
+    Key(Key const&) = delete;
+    Key& operator=(Key const&) = delete;
+
+    /// The one key with this text, made on first use and kept until the process ends. Thread-safe.
+    TOLV_CORE_API static Key const& intern(std::string_view text);
+
+    /// The text as a string that lives until the process ends. Thread-safe; for diagnostics, not
+    /// for hot paths.
+    [[nodiscard]] TOLV_CORE_API std::string const& name() const;
+};
+
+namespace Detail {
+
+template <std::size_t N>
+struct FixedText {
+    char chars[N]{};
+
+    // NOLINTNEXTLINE(google-explicit-constructor): made from a literal
+    consteval FixedText(char const (&literal)[N]) {
+        for (std::size_t i = 0; i < N; ++i)
+            chars[i] = literal[i];
+    }
+};
+
+template <FixedText Text>
+inline constexpr Key keyOf{std::string_view(Text.chars, sizeof(Text.chars) - 1)};
+
+} // namespace Detail
+
+inline namespace Literals {
+
+/// `"MaxVersion"_key`: the key of a field, made at compile time.
+template <Detail::FixedText Text>
+constexpr Key const& operator""_key() {
+    return Detail::keyOf<Text>;
+}
+
+} // namespace Literals
+
+} // namespace Tolv::MetaData

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <tolv/core/export.h>
+#include <tolv/core/metadata/element.h>
+#include <tolv/core/metadata/key.h>
+#include <tolv/core/metadata/serializable.h>
+
+namespace Tolv::MetaData {
+
+class MirroredObject;
+class ReflectorBase;
+
+/// Whether a field is there from the start. A required field starts initialized with its default;
+/// an optional one starts uninitialized and has no key in the tree until it is set.
+inline constexpr bool Required = true;
+inline constexpr bool Optional = false;
+
+/// A record: the list of its fields in declaration order. Writing or reading it is a walk over
+/// them. Records are used by one thread at a time.
+///
+/// A record derives from this class, declares its fields as reflectors, and is copied by default
+/// construction followed by member-wise assignment:
+///
+///     struct Connect : MirroredObject {
+///         Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+///         ...
+///         Connect() = default;
+///         Connect(Connect const& other) : Connect() { *this = other; }
+///         Connect& operator=(Connect const&) = default;
+///     };
+class TOLV_CORE_API MirroredObject : public virtual PartiallySerializableInterface {
+public:
+    /// The reflectors that registered with a record, in construction order.
+    class MembersStorage {
+    public:
+        MembersStorage() = default;
+        MembersStorage(MembersStorage const&) = delete;
+        ~MembersStorage() = default;
+
+        /// Keeps this list as it is: the entries of `other` are the fields of another record.
+        MembersStorage& operator=([[maybe_unused]] MembersStorage const& other) noexcept {
+            return *this;
+        }
+
+    private:
+        friend class MirroredObject;
+        friend class ReflectorBase;
+
+        /// The chain starts at the newest, so that fields that are destroyed in reverse order of
+        /// construction leave it in constant time.
+        ReflectorBase* newest_ = nullptr;
+    };
+
+    MirroredObject() noexcept = default;
+    MirroredObject(MirroredObject const&) = delete;
+    MirroredObject& operator=(MirroredObject const&) = default;
+    ~MirroredObject() override;
+
+    /// Makes `element` an object, an empty one when no field is set, and has each field write
+    /// itself into it, in registration order.
+    /// @throws Exception::InvalidParameter when `element` holds something other than an object, and
+    /// what the fields throw.
+    void copyToMetaData(Element& element) const override;
+
+    /// Has each field read itself from `element`, in registration order. A value field that fails
+    /// is reset in silence; what an array field throws passes through.
+    void copyFromMetaData(Element const& element) override;
+
+    /// Extension: the fields in registration order. @throws std::bad_alloc
+    [[nodiscard]] std::vector<ReflectorBase const*> members() const;
+
+private:
+    friend class ReflectorBase;
+
+    alignas(8) MembersStorage members_; ///< a field keeps flags in its owner's address
+};
+
+/// What all mirrored fields have in common: the key, the owner, and two flags, required and
+/// initialized.
+class TOLV_CORE_API ReflectorBase : public virtual PartiallySerializableInterface {
+public:
+    /// Appends this field to the members of `owner`, which may be null.
+    ReflectorBase(MirroredObject* owner, Key const& key, bool required) noexcept;
+    ReflectorBase(MirroredObject* owner, std::string const& name, bool required);
+    ReflectorBase(ReflectorBase const&) = delete; ///< a copy would have no owner
+    /// Leaves the owner, if that is still there.
+    ~ReflectorBase() override;
+
+    /// Takes over the initialized flag; key, owner and required flag stay.
+    ReflectorBase& operator=(ReflectorBase const& other) noexcept {
+        set(initializedBit, other.initialized());
+        return *this;
+    }
+
+    void init() noexcept { state_ |= initializedBit; }
+    void uninit() noexcept { state_ &= ~initializedBit; }
+    [[nodiscard]] bool initialized() const noexcept { return (state_ & initializedBit) != 0; }
+    [[nodiscard]] bool isRequired() const noexcept { return (state_ & requiredBit) != 0; }
+    /// Sets the required flag; the value and the initialized flag stay.
+    void makeRequired() noexcept { state_ |= requiredBit; }
+
+    /// The key; it outlives the field.
+    [[nodiscard]] std::string const& name() const { return key_->name(); }
+    /// Extension: the key in the form that lookups want.
+    [[nodiscard]] Key const& key() const noexcept { return *key_; }
+
+    /// @throws Exception::InvalidOperation with `where`, the key and "is not initialized", unless
+    /// the field is initialized.
+    void throwIfUninited(std::string const& where) const;
+
+protected:
+    /// Whether the value is known to be the one that `reset` gives, so that resetting again can be
+    /// left out. Kept by the derived classes.
+    [[nodiscard]] bool isPristine() const noexcept { return (state_ & pristineBit) != 0; }
+    void setPristine(bool pristine) noexcept { set(pristineBit, pristine); }
+
+private:
+    friend class MirroredObject;
+
+    static constexpr std::uintptr_t initializedBit = 1;
+    static constexpr std::uintptr_t requiredBit = 2;
+    static constexpr std::uintptr_t pristineBit = 4;
+    static constexpr std::uintptr_t flagBits = 7; ///< zero in the address of a MirroredObject
+
+    [[nodiscard]] MirroredObject* owner() const noexcept {
+        return reinterpret_cast<MirroredObject*>(state_ & ~flagBits);
+    }
+    void forgetOwner() noexcept { state_ &= flagBits; }
+    void set(std::uintptr_t bit, bool on) noexcept { state_ = on ? state_ | bit : state_ & ~bit; }
+
+    ReflectorBase* older_ = nullptr; ///< the field that registered before this one
+    std::uintptr_t state_;           ///< the owner's address and the flags: fields are many
+    Key const* key_;
+};
+
+} // namespace Tolv::MetaData

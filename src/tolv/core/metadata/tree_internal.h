@@ -1,0 +1,121 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include <tolv/core/metadata/element.h>
+
+/// @file
+/// What the handles of element.h point at. Not installed.
+namespace Tolv::MetaData::Detail {
+
+/// A text too long for an element. Never changed once it is made, so always shared.
+struct TextRep {
+    std::atomic<std::uint32_t> refs{1};
+    std::uint32_t size = 0;
+
+    [[nodiscard]] char* chars() noexcept { return reinterpret_cast<char*>(this + 1); }
+};
+
+/// What arrays and objects have in common.
+struct ContainerRep {
+    std::atomic<std::uint32_t> refs{1};
+    std::uint32_t size = 0;
+    bool isObject = false;
+    /// A writable reference into this container was handed out and may still be held by somebody:
+    /// a copy must then have content of its own. A container that is not exposed has no exposed
+    /// container below it.
+    bool exposed = false;
+    ContainerRep* link = nullptr; ///< chain of the containers that wait to be destroyed
+};
+
+struct alignas(Element) ArrayRep : ContainerRep {
+    std::uint32_t capacity = 0;
+
+    [[nodiscard]] Element* items() noexcept { return reinterpret_cast<Element*>(this + 1); }
+};
+
+/// A run of members that never moves.
+struct alignas(Element) Chunk {
+    Chunk* next = nullptr;
+    std::uint32_t size = 0;
+    std::uint32_t capacity = 0;
+
+    [[nodiscard]] Member* members() noexcept { return reinterpret_cast<Member*>(this + 1); }
+    [[nodiscard]] Member const* members() const noexcept {
+        return reinterpret_cast<Member const*>(this + 1);
+    }
+};
+
+/// Hash index of an object that is too large to be searched from end to end: open addressing, at
+/// most half full.
+struct Index {
+    std::uint32_t mask = 0;
+
+    [[nodiscard]] Member** slots() noexcept { return reinterpret_cast<Member**>(this + 1); }
+};
+
+static_assert(alignof(Index) <= alignof(std::max_align_t));
+
+struct ObjectRep : ContainerRep {
+    Index* index = nullptr; ///< present when `size` is above `linearLimit`
+    Chunk* last = nullptr;
+    Chunk first; ///< its members stand behind this structure, in the same allocation
+
+    static constexpr std::uint32_t linearLimit = 32;
+};
+
+/// The ways into the handles, for the algorithms over trees, the reader and the message base.
+struct Access {
+    static ArrayRep*& rep(Array& array) noexcept { return array.rep_; }
+    static ArrayRep* rep(Array const& array) noexcept { return array.rep_; }
+    static ObjectRep*& rep(Object& object) noexcept { return object.rep_; }
+    static ObjectRep* rep(Object const& object) noexcept { return object.rep_; }
+
+    /// The container behind an array or object; null for an empty one and for other kinds.
+    static ContainerRep* container(Element const& element) noexcept {
+        if (element.isArray())
+            return element.array_.rep_;
+        return element.isObject() ? element.object_.rep_ : nullptr;
+    }
+
+    /// The same bits: `target` must be plain. What is counted is up to the caller.
+    static void copyWords(Element const& source, Element& target) noexcept {
+        target.copyWords(source);
+    }
+    static void forget(Element& element) noexcept { element.forget(); }
+    static bool isPlain(Element const& element) noexcept { return element.isPlain(); }
+    static bool isLongText(Element const& element) noexcept {
+        return element.tag() == Element::tagLongText;
+    }
+    static TextRep* longText(Element const& element) noexcept { return element.longText_; }
+    static void putLongText(Element& target, TextRep* text) noexcept {
+        target.reset(0, Element::tagLongText);
+        target.longText_ = text;
+    }
+    static void putContainer(Element& target, ContainerRep* container) noexcept {
+        target.reset(0, container->isObject ? Element::tagObject : Element::tagArray);
+        if (container->isObject)
+            target.object_.rep_ = static_cast<ObjectRep*>(container);
+        else
+            target.array_.rep_ = static_cast<ArrayRep*>(container);
+    }
+    static bool equals(Element const& stored, KeyView const& key) noexcept {
+        return stored.equalsText(key);
+    }
+
+    /// An array of the given elements, which are left null.
+    static Element takeArray(std::span<Element> elements);
+
+    /// An object of the given members, keys and children in turn, which are left null. When a key
+    /// stands there twice, `duplicate` is its place among the members, else -1.
+    static Element takeObject(std::span<Element> keysAndValues, std::ptrdiff_t& duplicate);
+
+    /// An element that shares the content of `object` even where a copy would have content of its
+    /// own. Only for reading, and only while nobody writes to the original.
+    TOLV_CORE_API static Element alias(Object const& object) noexcept;
+};
+
+} // namespace Tolv::MetaData::Detail

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <tolv/core/export.h>
+#include <tolv/metadata/reflector_array.h>
+
+namespace Tolv::MetaData {
+extern template class TOLV_CORE_API ReflectorArray<std::string>;
+} // namespace Tolv::MetaData
+
+namespace Tolv::Msgs {
+
+/// An address: the list of strings that names an endpoint.
+using Address = std::vector<std::string>;
+
+/// A mirrored address.
+class TOLV_CORE_API ReflectedAddress : public MetaData::ReflectorArray<std::string> {
+public:
+    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name, bool required);
+    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name, bool required);
+
+    /// An initialized field with this content.
+    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
+                     Address const& initial);
+    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
+                     Address const& initial);
+
+    ReflectedAddress(ReflectedAddress const&) = delete;
+    ~ReflectedAddress() override;
+
+    ReflectedAddress& operator=(ReflectedAddress const&) = default;
+    using MetaData::ReflectorArray<std::string>::operator=;
+};
+
+} // namespace Tolv::Msgs

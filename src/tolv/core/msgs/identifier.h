@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+#include <tolv/core/export.h>
+#include <tolv/core/metadata/element.h>
+
+namespace Tolv::Msgs {
+
+/// The 64-bit number that names a kind of message: four fields of 16 bits, from the top down
+/// family, sub1, sub2 and type.
+class TOLV_CORE_API Identifier {
+public:
+    // NOLINTNEXTLINE(google-explicit-constructor): a number is an identifier
+    Identifier(unsigned long long value = 0) noexcept : value_(value) {}
+    Identifier(Identifier const&) = default;
+    Identifier& operator=(Identifier const&) = default;
+    virtual ~Identifier();
+
+    // NOLINTNEXTLINE(google-explicit-constructor): and the other way round
+    operator unsigned long long() const noexcept { return value_; }
+
+    [[nodiscard]] unsigned short family() const noexcept { return field(48); } ///< extension
+    [[nodiscard]] unsigned short sub1() const noexcept { return field(32); }
+    [[nodiscard]] unsigned short sub2() const noexcept { return field(16); }
+    [[nodiscard]] unsigned short type() const noexcept { return field(0); }
+
+    [[nodiscard]] static constexpr unsigned long long toValue(unsigned short family,
+                                                              unsigned short sub1,
+                                                              unsigned short sub2,
+                                                              unsigned short type) noexcept {
+        return static_cast<unsigned long long>(family) << 48U |
+               static_cast<unsigned long long>(sub1) << 32U |
+               static_cast<unsigned long long>(sub2) << 16U | type;
+    }
+
+    /// Makes `element` the value as an unsigned number.
+    void copyToMetaData(MetaData::Element& element) const;
+    /// @throws Exception::InvalidParameter when `element` is no number that fits; the value is then
+    /// as it was.
+    void copyFromMetaData(MetaData::Element const& element);
+
+private:
+    [[nodiscard]] unsigned short field(unsigned int shift) const noexcept {
+        return static_cast<unsigned short>(value_ >> shift);
+    }
+
+    unsigned long long value_;
+};
+
+} // namespace Tolv::Msgs

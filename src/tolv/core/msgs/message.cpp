@@ -1,0 +1,67 @@
+#include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/msgs/message.h>
+
+namespace Tolv::MetaData {
+template class ReflectorNoWriteParend<Msgs::Identifier>;
+template class Reflector<Msgs::Identifier>;
+} // namespace Tolv::MetaData
+
+namespace Tolv::Msgs {
+
+using MetaData::operator""_key;
+
+namespace {
+
+auto const& idKey = "MessageID"_key;
+
+/// An address that somebody gave, or an unset field.
+void assignGiven(ReflectedAddress& field, Address const& address) {
+    if (!address.empty())
+        field.assign(address);
+}
+
+} // namespace
+
+Message::Message(unsigned long long id, Address const& sender, Address const& destination)
+    : id_(this, idKey, MetaData::Required, id), sender(this, "Sender"_key, MetaData::Optional),
+      destination(this, "Destination"_key, MetaData::Optional) {
+    assignGiven(this->sender, sender);
+    assignGiven(this->destination, destination);
+}
+
+Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
+    MirroredObject::copyFromMetaData(MetaData::Detail::Access::alias(object));
+}
+
+Message::Message(Message const& other) : Message(0, {}, {}) {
+    *this = other;
+}
+
+Message::~Message() = default;
+
+void Message::copyToMetaData(MetaData::Element& element) const {
+    MirroredObject::copyToMetaData(element);
+}
+
+void Message::copyFromMetaData(MetaData::Element const& element) {
+    MirroredObject::copyFromMetaData(element);
+}
+
+std::shared_ptr<Message> Message::CreateFromMetaData(MetaData::Element const& element) {
+    if (!element.isObject())
+        throw Exception::InvalidParameter(std::string("expected a message, found ") +
+                                          describe(element.kind()));
+    auto const* const idElement = element.find(idKey);
+    if (idElement == nullptr)
+        throw Exception::InvalidParameter("expected a message, found an object without key \"" +
+                                          idKey.name() + '"');
+    unsigned long long id = 0;
+    if (!TryGetAs(*idElement, id))
+        throw Exception::InvalidParameter("key \"" + idKey.name() +
+                                          "\" holds no identifier of a message");
+    auto* const creator = MsgFactory::Instance().find(id);
+    return std::shared_ptr<Message>(creator != nullptr ? creator(element) : nullptr);
+}
+
+} // namespace Tolv::Msgs

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <mutex>
+
+#include <tolv/core/msgs/message.h>
+
+namespace Tolv::Msgs {
+
+/// The place of one id. Once made it stays for good and is used again when the id is registered
+/// anew, so that a lookup never meets memory that is being freed and needs no lock.
+struct Message::MsgFactory::Slot {
+    unsigned long long id;
+    Slot* next;                             ///< in the same bucket
+    std::atomic<Creator> creator = nullptr; ///< null: not registered at present
+    std::string typeName;                   ///< guarded by the mutex
+};
+
+namespace {
+
+/// Constant-initialized and never destroyed: registration may come before, and deregistration
+/// after, any static object's turn.
+struct State {
+    std::mutex mutex; ///< for changes and listings; lookups go without
+    std::array<std::atomic<void*>, 1024> buckets{};
+    std::atomic<std::size_t> size = 0;
+};
+
+union Immortal {
+    State state;
+
+    constexpr Immortal() noexcept : state() {}
+    constexpr ~Immortal() {} // NOLINT(modernize-use-equals-default): leaves the state alone
+};
+
+constinit Immortal immortal;
+
+State& state() noexcept {
+    return immortal.state;
+}
+
+std::atomic<void*>& bucketOf(unsigned long long id) noexcept {
+    // The family, the batch and the number of a message stand far apart in the id.
+    auto const mixed = id * 0x9E3779B97F4A7C15ULL;
+    return state().buckets[static_cast<std::size_t>(mixed >> 54U)];
+}
+
+} // namespace
+
+Message::MsgFactory& Message::MsgFactory::Instance() noexcept {
+    static MsgFactory factory;
+    return factory;
+}
+
+Message::MsgFactory::Slot* Message::MsgFactory::slotOf(unsigned long long id) const noexcept {
+    auto* slot = static_cast<Slot*>(bucketOf(id).load(std::memory_order_acquire));
+    while (slot != nullptr && slot->id != id)
+        slot = slot->next;
+    return slot;
+}
+
+bool Message::MsgFactory::registerMessage(unsigned long long id, Creator creator,
+                                          std::string const& typeName) {
+    std::lock_guard const lock(state().mutex);
+    auto* slot = slotOf(id);
+    if (creator == nullptr || (slot != nullptr && slot->creator.load() != nullptr))
+        return false;
+    if (slot == nullptr) {
+        auto& bucket = bucketOf(id);
+        slot = new Slot{id, static_cast<Slot*>(bucket.load()), nullptr, typeName};
+        bucket.store(slot, std::memory_order_release);
+    } else {
+        slot->typeName = typeName;
+    }
+    slot->creator.store(creator, std::memory_order_release);
+    ++state().size;
+    return true;
+}
+
+void Message::MsgFactory::deregisterMessage(unsigned long long id) noexcept {
+    std::lock_guard const lock(state().mutex);
+    auto* const slot = slotOf(id);
+    if (slot != nullptr && slot->creator.exchange(nullptr) != nullptr)
+        --state().size;
+}
+
+Message::MsgFactory::Creator Message::MsgFactory::find(unsigned long long id) const noexcept {
+    auto const* const slot = slotOf(id);
+    return slot != nullptr ? slot->creator.load(std::memory_order_acquire) : nullptr;
+}
+
+std::size_t Message::MsgFactory::size() const noexcept {
+    return state().size.load();
+}
+
+std::vector<Message::MsgFactory::Entry> Message::MsgFactory::entries() const {
+    std::vector<Entry> all;
+    {
+        std::lock_guard const lock(state().mutex);
+        for (auto const& bucket : state().buckets)
+            for (auto* slot = static_cast<Slot*>(bucket.load()); slot != nullptr; slot = slot->next)
+                if (slot->creator.load() != nullptr)
+                    all.push_back({slot->id, slot->typeName});
+    }
+    std::sort(all.begin(), all.end(), [](auto const& l, auto const& r) { return l.id < r.id; });
+    return all;
+}
+
+} // namespace Tolv::Msgs

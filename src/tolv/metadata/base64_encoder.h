@@ -1,0 +1,145 @@
+#pragma once
+
+#include <complex>
+#include <limits>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <tolv/core/base64.h>
+#include <tolv/core/bit_vectors.h>
+#include <tolv/core/exceptions.h>
+#include <tolv/metadata/reflector.h>
+
+namespace Tolv::MetaData {
+
+namespace Detail {
+
+/// The number that tells the element types of the encoded form apart on the wire.
+template <class T>
+inline constexpr unsigned int encodedTag = 0; ///< 0: no encoded form
+template <>
+inline constexpr unsigned int encodedTag<bool> = 1;
+template <>
+inline constexpr unsigned int encodedTag<std::complex<bool>> = 2;
+template <>
+inline constexpr unsigned int encodedTag<double> = 3;
+template <>
+inline constexpr unsigned int encodedTag<std::complex<double>> = 4;
+template <>
+inline constexpr unsigned int encodedTag<int> = 9;
+
+template <class T>
+inline constexpr bool isPacked = isOneOf<T, bool, std::complex<bool>>;
+
+/// The memory of the elements.
+/// @throws Exception::InvalidParameter when it is more than an `unsigned int` counts.
+template <class T>
+std::span<unsigned char const> bytesOf(std::vector<T> const& values) {
+    auto const size = values.size() * sizeof(T);
+    if (size > std::numeric_limits<unsigned int>::max())
+        throw Exception::InvalidParameter("an array of " + std::to_string(size) +
+                                          " bytes is too large for the encoded form");
+    return {reinterpret_cast<unsigned char const*>(values.data()), size};
+}
+
+/// The elements as text: the memory of the vector, or its bits packed.
+template <class T>
+void encodeElements(std::vector<T> const& values, std::string& text) {
+    if constexpr (isPacked<T>) {
+        encodeBits(values, text);
+    } else {
+        auto const bytes = bytesOf(values);
+        Base64::encode(bytes.data(), bytes.size(), text);
+    }
+}
+
+/// The same straight into the tree, without a text in between where that can be.
+template <class T>
+void encodeElements(std::vector<T> const& values, Element& element) {
+    if constexpr (isPacked<T>) {
+        std::string text;
+        encodeBits(values, text);
+        element.setString(text);
+    } else {
+        auto const bytes = bytesOf(values);
+        Base64::encode(bytes.data(), bytes.size(),
+                       element.makeString(Base64::encodedSize(bytes.size())));
+    }
+}
+
+/// The elements of `text`. Their number comes from the text; for packed bits `count` must agree
+/// with it.
+template <class T>
+std::vector<T> decodeElements(std::string_view text, [[maybe_unused]] unsigned long long count) {
+    std::vector<T> values;
+    if constexpr (isPacked<T>) {
+        decodeBits(text, count, values);
+    } else {
+        values.resize(Base64::decodedSize(text) / sizeof(T));
+        Base64::decode(text, reinterpret_cast<unsigned char*>(values.data()),
+                       values.size() * sizeof(T));
+    }
+    return values;
+}
+
+} // namespace Detail
+
+/// The encoded form of an array: the object that stands in the place of a JSON array. `T` is one of
+/// `bool`, `std::complex<bool>`, `int`, `double` and `std::complex<double>`.
+template <class T>
+class Base64Encoder : public MirroredObject {
+    static_assert(Detail::encodedTag<T> != 0, "this type has no encoded form");
+
+public:
+    Reflector<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< the tag
+    Reflector<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
+    Reflector<std::string> base64{this, "base64"_key, Optional};        ///< absent when empty
+
+    Base64Encoder() = default;
+    Base64Encoder(Base64Encoder const& other) : Base64Encoder() { *this = other; }
+    Base64Encoder& operator=(Base64Encoder const&) = default;
+    ~Base64Encoder() override = default;
+
+    /// Takes the elements over as text: the vector's memory in little-endian order, truth values
+    /// packed, the first in the lowest bit.
+    /// @throws Exception::InvalidParameter when they are more bytes than an `unsigned int` counts.
+    void encode(std::vector<T> const& values) {
+        type.assign(Detail::encodedTag<T>);
+        len.assign(static_cast<unsigned long long>(values.size()));
+        base64.reset();
+        if (!values.empty())
+            Detail::encodeElements(values, base64.edit());
+    }
+
+    /// The elements of the text. The number of elements comes from the text, rounded down, not from
+    /// "len"; but "len" 0 means none, and truth values must be exactly as many as "len" says.
+    /// @throws Exception::InvalidOperation when a field that is needed is not initialized, and
+    /// Exception::InvalidParameter when the tag is another type's or the text is not valid;
+    /// `values` is then as it was.
+    void decode(std::vector<T>& values) const {
+        std::string_view text;
+        if (base64.initialized())
+            text = base64();
+        decode(values, base64.initialized() ? &text : nullptr);
+    }
+
+    /// Extension: the same with a text that stands elsewhere; null for none.
+    void decode(std::vector<T>& values, std::string_view const* text) const {
+        if (type() != Detail::encodedTag<T>)
+            throw Exception::InvalidParameter("an encoded array of type " + std::to_string(type()) +
+                                              " where type " +
+                                              std::to_string(Detail::encodedTag<T>) + " belongs");
+        if (len() == 0 && (!Detail::isPacked<T> || text == nullptr)) {
+            values.clear();
+            return;
+        }
+        if (text == nullptr)
+            base64.throwIfUninited("Tolv::MetaData::Reflector::operator()()");
+        else
+            values = Detail::decodeElements<T>(*text, len());
+    }
+};
+
+} // namespace Tolv::MetaData

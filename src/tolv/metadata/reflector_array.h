@@ -1,0 +1,214 @@
+#pragma once
+
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include <tolv/core/metadata/diagnostics.h>
+#include <tolv/metadata/base64_encoder.h>
+
+namespace Tolv::MetaData {
+
+/// A field with a list of values.
+///
+/// It travels as a JSON array or, for `bool`, `int`, `double` and the complex types, as an object
+/// with the content in base64 (`Base64Encoder`). A reader takes either. `encodeBinary` says which
+/// one is written; a field that was read from a plain array writes plain arrays from then on.
+///
+/// Unlike a value field it keeps its content when a read fails, and prints a line on the standard
+/// output (see diagnostics.h).
+template <class T>
+class ReflectorArray : public ReflectorBase {
+    static constexpr bool isEncodable = Detail::encodedTag<T> != 0;
+
+public:
+    /// An empty list, initialized when required.
+    /// @param encode whether the encoded form is written; of no effect for types that have none.
+    ReflectorArray(MirroredObject* owner, Key const& key, bool required, bool encode = false)
+        : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
+    ReflectorArray(MirroredObject* owner, std::string const& key, bool required,
+                   bool encode = false)
+        : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
+
+    /// A list with content, initialized when required.
+    ReflectorArray(MirroredObject* owner, Key const& key, bool required, std::vector<T> initial,
+                   bool encode = false)
+        : ReflectorBase(owner, key, required), value_(std::move(initial)),
+          encodeBinary_(encode && isEncodable) {}
+    ReflectorArray(MirroredObject* owner, std::string const& key, bool required,
+                   std::vector<T> initial, bool encode = false)
+        : ReflectorBase(owner, key, required), value_(std::move(initial)),
+          encodeBinary_(encode && isEncodable) {}
+
+    ReflectorArray(ReflectorArray const&) = delete;
+    ~ReflectorArray() override = default;
+
+    /// Whether the encoded form is written.
+    [[nodiscard]] bool encodeBinary() const noexcept { return encodeBinary_; }
+
+    /// The list. @throws Exception::InvalidOperation when the field is uninitialized.
+    std::vector<T> const& operator()() const {
+        if (!initialized()) [[unlikely]]
+            throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
+        return value_;
+    }
+
+    /// Writes the list under the field's key into `parent`; nothing when uninitialized.
+    /// @throws Exception::InvalidParameter when the list is too large for the encoded form.
+    void copyToMetaData(Element& parent) const override {
+        if (!initialized())
+            return;
+        if constexpr (isEncodable) {
+            if (encodeBinary_) {
+                writeEncoded(parent[key()]);
+                return;
+            }
+        }
+        writePlain(parent[key()]);
+    }
+
+    /// Reads the field from the object `parent`, as `assign(Element const&)` of the actual class
+    /// does. @throws Exception::InvalidParameter when `parent` is no object.
+    void copyFromMetaData(Element const& parent) override {
+        [[maybe_unused]] Object const& object = parent; // throws on anything else
+        assign(parent);
+    }
+
+    /// Stores a copy of the list.
+    virtual void assign(std::vector<T> const& values) {
+        value_ = values;
+        init();
+    }
+
+    /// Reads the field from `parent`. A missing key empties the list and makes the field
+    /// uninitialized. An element of the wrong kind, an encoded form of another type and an array
+    /// with an entry that doesn't read leave the field as it is and print a line.
+    /// @throws Exception::InvalidOperation or Exception::InvalidParameter when the encoded form
+    /// lacks a key or its text is not valid; the field is then as it was.
+    virtual void assign(Element const& parent) {
+        auto const* const child = parent.find(key());
+        if (child == nullptr) {
+            value_.clear();
+            uninit();
+        } else if (child->isArray()) {
+            encodeBinary_ = false;
+            readPlain(child->array());
+        } else if constexpr (isEncodable) {
+            readEncoded(*child);
+        } else {
+            Diagnostics::arrayExpected();
+        }
+    }
+
+    /// Extension: the list, to be changed in place, and marks the field initialized.
+    std::vector<T>& edit() {
+        init();
+        return value_;
+    }
+
+    /// Takes over the initialized flag, the list and the form in which it is written.
+    ReflectorArray& operator=(ReflectorArray const& other) {
+        ReflectorBase::operator=(other);
+        value_ = other.value_;
+        encodeBinary_ = other.encodeBinary_;
+        return *this;
+    }
+
+    /// `assign`, for `record.field = list`.
+    ReflectorArray& operator=(std::vector<T> const& values) {
+        assign(values);
+        return *this;
+    }
+
+protected:
+    /// For a derived class that does not override `assign(std::vector<T> const&)`: a list that was
+    /// read is then moved in, not copied.
+    void letListsMoveIn() noexcept { listsMoveIn_ = true; }
+
+private:
+    void writePlain(Element& child) const {
+        Array& array = child;
+        auto const size = static_cast<unsigned int>(value_.size());
+        if (size != value_.size())
+            throw Exception::InvalidParameter("an array of " + std::to_string(value_.size()) +
+                                              " entries is too large for the tree");
+        array.resize(size);
+        for (unsigned int i = 0; i < size; ++i) {
+            if constexpr (Record<T>)
+                value_[i].copyToMetaData(array[i]);
+            else
+                SetAs<T>(value_[i], array[i]);
+        }
+    }
+
+    /// The same three keys as those of `Base64Encoder`, without a copy of the text.
+    template <class U = T>
+    void writeEncoded(Element& child) const {
+        SetAs<unsigned int>(Detail::encodedTag<U>, child["type"_key]);
+        SetAs<unsigned long long>(value_.size(), child["len"_key]);
+        if (!value_.empty())
+            Detail::encodeElements(value_, child["base64"_key]);
+    }
+
+    void readPlain(Array const& array) {
+        try {
+            std::vector<T> read;
+            if (!readEntries(array, read)) {
+                Diagnostics::arrayCorrupt(name());
+            } else if (listsMoveIn_ || typeid(*this) == typeid(ReflectorArray)) {
+                value_ = std::move(read);
+                init();
+            } else {
+                assign(read);
+            }
+        } catch (...) {
+            Diagnostics::arrayCorrupt(name());
+        }
+    }
+
+    /// False when an entry is of the wrong kind; a record may throw instead.
+    static bool readEntries(Array const& array, std::vector<T>& read) {
+        read.reserve(array.size());
+        for (auto const& entry : array) {
+            if constexpr (Record<T>) {
+                // What stands in a list is a copy of what was read, with what a copy does to
+                // required fields that did not read, and to messages without payload.
+                T one = DefaultOf<T>::make();
+                one.copyFromMetaData(entry);
+                read.push_back(std::as_const(one));
+            } else {
+                T one{};
+                if (!TryGetAs(entry, one))
+                    return false;
+                read.push_back(std::move(one));
+            }
+        }
+        return true;
+    }
+
+    /// The fields of `Base64Encoder`, without a copy of the text.
+    template <class Form = Base64Encoder<T>>
+    void readEncoded(Element const& child) {
+        Form form;
+        form.type.copyFromMetaData(child);
+        form.len.copyFromMetaData(child);
+        if (!Detail::isPacked<T> && form.type() != Detail::encodedTag<T>) {
+            Diagnostics::wrongEncodedType();
+            return;
+        }
+        auto const* const text = child.find("base64"_key);
+        if (text != nullptr && text->isString()) {
+            auto const view = text->text();
+            form.decode(value_, &view);
+        } else {
+            form.decode(value_, nullptr);
+        }
+        init();
+    }
+
+    std::vector<T> value_;
+    bool encodeBinary_;
+    bool listsMoveIn_ = false;
+};
+
+} // namespace Tolv::MetaData

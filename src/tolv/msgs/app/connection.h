@@ -1,0 +1,72 @@
+#pragma once
+
+#include <tolv/metadata/reflector.h>
+#include <tolv/msgs/export.h>
+#include <tolv/msgs/payload_interface.h>
+
+/// @file
+/// The handshake between a client and the service that hosts applications.
+namespace Tolv::Msgs::App {
+
+using MetaData::MirroredObject;
+using MetaData::Optional;
+using MetaData::Reflector;
+using MetaData::Required;
+using MetaData::operator""_key;
+
+/// Opens a connection: the range of protocol versions that the client speaks, and whether it wants
+/// binary transmission.
+class TOLV_MESSAGES_API Connect : public MirroredObject {
+public:
+    Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+    Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
+    Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
+
+    Connect() = default;
+    Connect(int maxVersion, int minVersion, bool binaryTransmission);
+    Connect(Connect const& other) : Connect() { *this = other; }
+    Connect& operator=(Connect const&) = default;
+};
+
+/// Answers `Connect`: the service's own range, the one version that both sides will use, and the
+/// transmission form.
+class TOLV_MESSAGES_API Connected : public MirroredObject {
+public:
+    Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+    Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
+    Reflector<int> versionToUse{this, "VersionToUse"_key, Required, 1};
+    Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
+
+    Connected() = default;
+    Connected(int maxVersion, int minVersion, int versionToUse, bool binaryTransmission);
+    Connected(Connected const& other) : Connected() { *this = other; }
+    Connected& operator=(Connected const&) = default;
+};
+
+/// Answers a ping: the peer's version range, a message type number and whether it supports binary
+/// transmission. All four keys must be there for it to read.
+class TOLV_MESSAGES_API PingData : public SerializablePayloadInterface {
+public:
+    [[nodiscard]] unsigned int maxVersion() const noexcept { return maxVersion_; }
+    [[nodiscard]] unsigned int minVersion() const noexcept { return minVersion_; }
+    [[nodiscard]] unsigned int messageType() const noexcept { return messageType_; }
+    [[nodiscard]] bool supportsBinary() const noexcept { return supportsBinary_; }
+
+    void setMaxVersion(unsigned int version) noexcept { maxVersion_ = version; }
+    void setMinVersion(unsigned int version) noexcept { minVersion_ = version; }
+    void setMessageType(unsigned int type) noexcept { messageType_ = type; }
+    void setSupportsBinary(bool supports) noexcept { supportsBinary_ = supports; }
+
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit; the
+    /// members before it then have their new values.
+    void copyFromMetaData(MetaData::Element const& element) override;
+
+private:
+    unsigned int maxVersion_ = 0;
+    unsigned int minVersion_ = 0;
+    unsigned int messageType_ = 0;
+    bool supportsBinary_ = false;
+};
+
+} // namespace Tolv::Msgs::App

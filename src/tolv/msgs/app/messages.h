@@ -1,0 +1,14 @@
+#pragma once
+
+#include <tolv/msgs/app/connection.h>
+#include <tolv/msgs/families.h>
+#include <tolv/msgs/message_helpers.h>
+
+/// @file
+/// The messages of family 3, by which a client talks to the service that hosts applications. The
+/// table is messages.def.
+
+#define TOLV_FAMILY App
+#define TOLV_FAMILY_BASE App::AppMessage
+#define TOLV_FAMILY_TABLE <tolv/msgs/app/messages.def>
+#include <tolv/msgs/detail/declare_family.inc>

@@ -1,0 +1,47 @@
+#include <algorithm>
+
+#include <tolv/msgs/detail/family_rows_internal.h>
+
+namespace Tolv::Msgs {
+
+namespace {
+
+std::vector<MessageDescription> collect() {
+    std::vector<MessageDescription> all;
+    for (auto const describeFamily : {App::describeMessages}) {
+        auto const family = describeFamily();
+        all.insert(all.end(), family.begin(), family.end());
+    }
+    std::sort(all.begin(), all.end(), [](auto const& l, auto const& r) { return l.id < r.id; });
+    return all;
+}
+
+} // namespace
+
+std::span<MessageDescription const> catalogue() {
+    static auto const all = collect();
+    return all;
+}
+
+MessageDescription const* findMessage(unsigned long long id) {
+    auto const all = catalogue();
+    auto const found = std::lower_bound(all.begin(), all.end(), id,
+                                        [](auto const& row, auto wanted) { return row.id < wanted; });
+    return found != all.end() && found->id == id ? &*found : nullptr;
+}
+
+MessageDescription const* findMessage(std::string_view alias) {
+    MessageDescription const* found = nullptr;
+    for (auto const& row : catalogue()) {
+        if (row.fullAlias() == alias)
+            return &row;
+        if (row.alias == alias) {
+            if (found != nullptr)
+                return nullptr;
+            found = &row;
+        }
+    }
+    return found;
+}
+
+} // namespace Tolv::Msgs

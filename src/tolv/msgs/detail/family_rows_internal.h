@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include <tolv/msgs/catalogue.h>
+
+/// @file
+/// The rows that each family adds to the catalogue. Not installed.
+namespace Tolv::Msgs {
+
+namespace Detail {
+
+template <class M>
+MessageDescription describe(std::string_view family, std::string_view alias,
+                            std::string_view className, std::string_view payload,
+                            std::string_view role) {
+    return {M::MsgID(), family, alias, className, payload, role,
+            []() -> std::shared_ptr<Message> { return std::make_shared<M>(); }};
+}
+
+} // namespace Detail
+
+namespace App {
+std::vector<MessageDescription> describeMessages();
+} // namespace App
+
+} // namespace Tolv::Msgs

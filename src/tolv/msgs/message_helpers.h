@@ -1,0 +1,145 @@
+#pragma once
+
+#include <utility>
+
+#include <tolv/core/msgs/message.h>
+#include <tolv/metadata/reflector.h>
+#include <tolv/metadata/reflector_array.h>
+
+/// @file
+/// The templates that concrete message classes are instances of.
+///
+/// Each instance registers itself with the factory while its library loads, through its static
+/// member `factoryRegistration`. A static member of a template exists only where the template is
+/// instantiated explicitly: `template class PayloadMessageHelper<Base, Payload, 42>;` in one source
+/// file, and `extern template class ...` in the header.
+namespace Tolv::Msgs {
+
+namespace Detail {
+
+/// The id of message `type` in the family of `Base`.
+template <class Base>
+Identifier idInFamily(unsigned short type) {
+    if constexpr (requires { Base::idBuilder(type, type, type); })
+        return Base::idBuilder(type, 0, 0);
+    else
+        return Base::numbered(type);
+}
+
+} // namespace Detail
+
+/// A message without content.
+template <class Base, unsigned short last>
+class SimpleMessageHelper : public Base {
+public:
+    static Message::Registrar<SimpleMessageHelper> factoryRegistration;
+
+    /// The id of this class. Thread-safe.
+    static Identifier const& MsgID() {
+        static Identifier const myMessageID(Detail::idInFamily<Base>(last));
+        return myMessageID;
+    }
+
+    SimpleMessageHelper() : SimpleMessageHelper({}, {}) {}
+    SimpleMessageHelper(Address const& sender, Address const& destination)
+        : Base(static_cast<unsigned long long>(MsgID()), sender, destination) {}
+    explicit SimpleMessageHelper(MetaData::Object const& object) : Base(object) {}
+};
+
+template <class Base, unsigned short last>
+Message::Registrar<SimpleMessageHelper<Base, last>>
+    SimpleMessageHelper<Base, last>::factoryRegistration(MsgID());
+
+/// Typed access to the payload of the message class `Self`.
+template <class Self, class Payload>
+class PayloadAccessorIf {
+public:
+    /// @throws Exception::InvalidOperation when the payload did not read.
+    [[nodiscard]] Payload const& payload() const { return self().Data(); }
+    void setPayload(Payload const& payload) { self().Data.assign(payload); }
+    /// The payload, to be changed in place; it counts as set from now on.
+    Payload& editPayload() { return self().Data.edit(); }
+
+private:
+    friend Self;
+    PayloadAccessorIf() = default;
+
+    [[nodiscard]] Self const& self() const { return static_cast<Self const&>(*this); }
+    Self& self() { return static_cast<Self&>(*this); }
+};
+
+/// A message with one record, under the key "Data".
+template <class Base, class Payload, unsigned short last>
+class PayloadMessageHelper
+    : public Base,
+      public PayloadAccessorIf<PayloadMessageHelper<Base, Payload, last>, Payload> {
+public:
+    static Message::Registrar<PayloadMessageHelper> factoryRegistration;
+
+    /// The payload. Uninitialized after a read that failed: reading it then throws, and writing the
+    /// message leaves the key out.
+    MetaData::Reflector<Payload, true, true> Data;
+
+    /// The id of this class. Thread-safe.
+    static Identifier const& MsgID() {
+        static Identifier const myMessageID(Detail::idInFamily<Base>(last));
+        return myMessageID;
+    }
+
+    PayloadMessageHelper() : PayloadMessageHelper(Address(), Address()) {}
+    PayloadMessageHelper(Address const& sender, Address const& destination)
+        : Base(static_cast<unsigned long long>(MsgID()), sender, destination),
+          Data(this, key(), MetaData::Required) {}
+    explicit PayloadMessageHelper(Payload const& payload, Address const& sender = {},
+                                  Address const& destination = {})
+        : PayloadMessageHelper(sender, destination) {
+        Data.assign(payload);
+    }
+
+    /// The frame of a message in a parsed tree. The payload is at its default: whoever creates the
+    /// message has `Data` read itself afterwards.
+    explicit PayloadMessageHelper(MetaData::Object const& object)
+        : Base(object), Data(this, key(), MetaData::Required) {}
+
+    /// @throws Exception::InvalidOperation when the payload of `other` did not read.
+    PayloadMessageHelper(PayloadMessageHelper const& other)
+        : Base(other), PayloadAccessorIf<PayloadMessageHelper, Payload>(),
+          Data(this, key(), MetaData::Required) {
+        Data.assign(other.Data());
+    }
+    PayloadMessageHelper& operator=(PayloadMessageHelper const&) = default;
+    ~PayloadMessageHelper() override = default;
+
+private:
+    static MetaData::Key const& key() {
+        using MetaData::operator""_key;
+        return "Data"_key;
+    }
+};
+
+template <class Base, class Payload, unsigned short last>
+Message::Registrar<PayloadMessageHelper<Base, Payload, last>>
+    PayloadMessageHelper<Base, Payload, last>::factoryRegistration(MsgID());
+
+/// A message of class `M` that is meaningful only with a destination.
+template <class M>
+class DestID_Required : public M {
+public:
+    static Message::Registrar<DestID_Required> factoryRegistration;
+
+    DestID_Required() { this->destination.makeRequired(); }
+    DestID_Required(Address const& sender, Address const& destination) : M(sender, destination) {
+        this->destination.makeRequired();
+    }
+    explicit DestID_Required(MetaData::Object const& object) : M(object) {
+        this->destination.makeRequired();
+    }
+    DestID_Required(DestID_Required const& other) : M(other) { this->destination.makeRequired(); }
+    DestID_Required& operator=(DestID_Required const&) = default;
+    ~DestID_Required() override = default;
+};
+
+template <class M>
+Message::Registrar<DestID_Required<M>> DestID_Required<M>::factoryRegistration(M::MsgID());
+
+} // namespace Tolv::Msgs
