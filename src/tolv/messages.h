@@ -6,5 +6,12 @@
 #include <tolv/core.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/catalogue.h>
+#include <tolv/msgs/communications/messages.h>
+#include <tolv/msgs/engine/messages.h>
+#include <tolv/msgs/errs/messages.h>
+#include <tolv/msgs/excepts/converter_registrar.h>
+#include <tolv/msgs/excepts/messages.h>
 #include <tolv/msgs/families.h>
 #include <tolv/msgs/message_helpers.h>
+#include <tolv/msgs/notifs/messages.h>
+#include <tolv/msgs/sys/messages.h>

@@ -1,4 +1,4 @@
-#include <tolv/core/base64_kernels.h>
+#include <tolv/core/base64_kernels_internal.h>
 
 #if defined(TOLV_BASE64_X86)
 

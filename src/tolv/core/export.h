@@ -8,3 +8,5 @@
 
 /// Exported from libTolvCore.
 #define TOLV_CORE_API TOLV_VISIBLE
+/// Exported from libTolvMessages.
+#define TOLV_MESSAGES_API TOLV_VISIBLE

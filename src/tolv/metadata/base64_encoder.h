@@ -92,10 +92,15 @@ template <class T>
 class Base64Encoder : public MirroredObject {
     static_assert(Detail::encodedTag<T> != 0, "this type has no encoded form");
 
+    /// `Reflector<U>`, instantiated with the encoder, not by the mere sight of this header: see
+    /// instances.h.
+    template <class U>
+    using Field = Reflector<std::conditional_t<true, U, T>>;
+
 public:
-    Reflector<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< the tag
-    Reflector<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
-    Reflector<std::string> base64{this, "base64"_key, Optional};        ///< absent when empty
+    Field<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< the tag
+    Field<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
+    Field<std::string> base64{this, "base64"_key, Optional};        ///< absent when empty
 
     Base64Encoder() = default;
     Base64Encoder(Base64Encoder const& other) : Base64Encoder() { *this = other; }

@@ -8,9 +8,19 @@ namespace {
 
 std::vector<MessageDescription> collect() {
     std::vector<MessageDescription> all;
-    for (auto const describeFamily : {App::describeMessages}) {
-        auto const family = describeFamily();
-        all.insert(all.end(), family.begin(), family.end());
+    for (auto const describe : {
+             Sys::describeMessages,
+             Engine::describeMessages,
+             App::describeMessages,
+             Errs::describeMessages,
+             Excepts::describeMessages,
+             Notifs::describeAttrMessages,
+             Notifs::describeAppMessages,
+             Notifs::describeSystemMessages,
+             Communications::Forwarder::describeMessages,
+         }) {
+        auto const table = describe();
+        all.insert(all.end(), table.begin(), table.end());
     }
     std::sort(all.begin(), all.end(), [](auto const& l, auto const& r) { return l.id < r.id; });
     return all;

@@ -26,6 +26,7 @@
 #define BOOST_JSON_SOURCE
 #include <boost/json/basic_parser_impl.hpp>
 #include <boost/json/detail/impl/default_resource.ipp>
+#include <boost/json/detail/impl/shared_resource.ipp>
 #include <boost/json/detail/impl/stack.ipp>
 #include <boost/json/impl/error.ipp>
 

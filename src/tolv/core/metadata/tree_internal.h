@@ -51,7 +51,7 @@ struct alignas(Element) Chunk {
 
 /// Hash index of an object that is too large to be searched from end to end: open addressing, at
 /// most half full.
-struct Index {
+struct alignas(Member*) Index {
     std::uint32_t mask = 0;
 
     [[nodiscard]] Member** slots() noexcept { return reinterpret_cast<Member**>(this + 1); }

@@ -1,18 +1,11 @@
 #pragma once
 
-#include <tolv/metadata/reflector.h>
-#include <tolv/msgs/export.h>
 #include <tolv/msgs/payload_interface.h>
+#include <tolv/msgs/record.h>
 
 /// @file
 /// The handshake between a client and the service that hosts applications.
 namespace Tolv::Msgs::App {
-
-using MetaData::MirroredObject;
-using MetaData::Optional;
-using MetaData::Reflector;
-using MetaData::Required;
-using MetaData::operator""_key;
 
 /// Opens a connection: the range of protocol versions that the client speaks, and whether it wants
 /// binary transmission.

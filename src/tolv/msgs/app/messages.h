@@ -1,6 +1,9 @@
 #pragma once
 
+#include <tolv/msgs/app/applications.h>
+#include <tolv/msgs/app/chassis.h>
 #include <tolv/msgs/app/connection.h>
+#include <tolv/msgs/app/script_files.h>
 #include <tolv/msgs/families.h>
 #include <tolv/msgs/message_helpers.h>
 

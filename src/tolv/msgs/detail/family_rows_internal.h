@@ -22,8 +22,29 @@ MessageDescription describe(std::string_view family, std::string_view alias,
 
 } // namespace Detail
 
+// One function a table, in the family's namespace.
 namespace App {
 std::vector<MessageDescription> describeMessages();
 } // namespace App
+namespace Communications::Forwarder {
+std::vector<MessageDescription> describeMessages();
+} // namespace Communications::Forwarder
+namespace Engine {
+std::vector<MessageDescription> describeMessages();
+} // namespace Engine
+namespace Errs {
+std::vector<MessageDescription> describeMessages();
+} // namespace Errs
+namespace Excepts {
+std::vector<MessageDescription> describeMessages();
+} // namespace Excepts
+namespace Notifs {
+std::vector<MessageDescription> describeAttrMessages();
+std::vector<MessageDescription> describeAppMessages();
+std::vector<MessageDescription> describeSystemMessages();
+} // namespace Notifs
+namespace Sys {
+std::vector<MessageDescription> describeMessages();
+} // namespace Sys
 
 } // namespace Tolv::Msgs

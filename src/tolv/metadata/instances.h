@@ -1,0 +1,18 @@
+#pragma once
+
+#include <tolv/metadata/reflector.h>
+#include <tolv/metadata/reflector_array.h>
+
+/// @file
+/// The fields of plain types, which libTolvMessages holds once for all of its users.
+namespace Tolv::MetaData {
+
+#define TOLV_FIELD(...)                                                                            \
+    extern template class TOLV_MESSAGES_API ReflectorNoWriteParend<__VA_ARGS__>;                   \
+    extern template class TOLV_MESSAGES_API Reflector<__VA_ARGS__>;
+#define TOLV_ARRAY_FIELD(...) extern template class TOLV_MESSAGES_API ReflectorArray<__VA_ARGS__>;
+#include <tolv/metadata/instances.def>
+#undef TOLV_FIELD
+#undef TOLV_ARRAY_FIELD
+
+} // namespace Tolv::MetaData

@@ -1,0 +1,179 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <tolv/msgs/payload_interface.h>
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/utils/may_contain_error.h>
+
+/// @file
+/// How a client lists the applications on an instrument, reads their properties, installs one,
+/// starts it and connects to the running instance. Any text and any number is accepted.
+namespace Tolv::Msgs::App {
+
+/// Names one application.
+class TOLV_MESSAGES_API AppIdData : public MirroredObject {
+public:
+    ReflectorArray<std::string> appId{this, "AppID"_key, Required};
+    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+    Reflector<std::string> appName{this, "AppName"_key, Required};
+
+    AppIdData() = default;
+    AppIdData(AppIdData const& other) : AppIdData() { *this = other; }
+    AppIdData& operator=(AppIdData const&) = default;
+};
+
+/// How a command ended; on failure with the error report.
+class TOLV_MESSAGES_API ResultData : public Utils::MayContainError {
+public:
+    Reflector<bool> result{this, "Result"_key, Required};    ///< true: success
+    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+
+    ResultData() = default;
+    ResultData(ResultData const& other) : ResultData() { *this = other; }
+    ResultData& operator=(ResultData const&) = default;
+};
+
+/// One installed application.
+class TOLV_MESSAGES_API InstalledAppData : public MirroredObject {
+public:
+    Reflector<std::string> name{this, "Name"_key, Required};
+    Reflector<std::string> id{this, "ID"_key, Required};
+
+    InstalledAppData() = default;
+    InstalledAppData(std::string const& name, std::string const& id);
+    InstalledAppData(InstalledAppData const& other) : InstalledAppData() { *this = other; }
+    InstalledAppData& operator=(InstalledAppData const&) = default;
+};
+
+/// The installed applications. The list may be left out, which says that there are none.
+class TOLV_MESSAGES_API InstalledAppsResponseData : public MirroredObject {
+public:
+    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional};
+
+    InstalledAppsResponseData() = default;
+    InstalledAppsResponseData(InstalledAppsResponseData const& other)
+        : InstalledAppsResponseData() {
+        *this = other;
+    }
+    InstalledAppsResponseData& operator=(InstalledAppsResponseData const&) = default;
+};
+
+/// Starts an instance of an installed application.
+class TOLV_MESSAGES_API InstantiateAppCommandData : public MirroredObject {
+public:
+    Reflector<std::string> name{this, "Name"_key, Required};
+    Reflector<std::string> id{this, "ID"_key, Required};
+
+    InstantiateAppCommandData() = default;
+    InstantiateAppCommandData(std::string const& name, std::string const& id);
+    InstantiateAppCommandData(InstantiateAppCommandData const& other)
+        : InstantiateAppCommandData() {
+        *this = other;
+    }
+    InstantiateAppCommandData& operator=(InstantiateAppCommandData const&) = default;
+};
+
+/// Asks for the way to a running instance.
+class TOLV_MESSAGES_API ConnectToAppCommandData : public MirroredObject {
+public:
+    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+
+    ConnectToAppCommandData() = default;
+    explicit ConnectToAppCommandData(std::string const& uuid);
+    ConnectToAppCommandData(ConnectToAppCommandData const& other) : ConnectToAppCommandData() {
+        *this = other;
+    }
+    ConnectToAppCommandData& operator=(ConnectToAppCommandData const&) = default;
+};
+
+/// The way to a running instance.
+class TOLV_MESSAGES_API ConnectToAppResultData : public MirroredObject {
+public:
+    Reflector<int> port{this, "Port"_key, Required};         ///< on which the instance listens
+    Reflector<bool> result{this, "Result"_key, Required};    ///< true: success
+    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+
+    ConnectToAppResultData() = default;
+    ConnectToAppResultData(bool result, int port);
+    explicit ConnectToAppResultData(bool result) : ConnectToAppResultData(result, 0) {}
+    /// A success.
+    explicit ConnectToAppResultData(int port) : ConnectToAppResultData(true, port) {}
+    ConnectToAppResultData(ConnectToAppResultData const& other) : ConnectToAppResultData() {
+        *this = other;
+    }
+    ConnectToAppResultData& operator=(ConnectToAppResultData const&) = default;
+};
+
+/// The application list: one list of texts an application.
+class TOLV_MESSAGES_API AppListData : public MirroredObject {
+public:
+    ReflectorArray<std::vector<std::string>> applications{this, "Applications"_key, Required};
+
+    AppListData() = default;
+    AppListData(AppListData const& other) : AppListData() { *this = other; }
+    AppListData& operator=(AppListData const&) = default;
+};
+
+/// Installs an application from a location. The key must be there for it to read.
+class TOLV_MESSAGES_API AppLocationData : public SerializablePayloadInterface {
+public:
+    [[nodiscard]] std::string const& location() const noexcept { return location_; }
+    void setLocation(std::string const& location) { location_ = location; }
+
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// @throws Exception::InvalidParameter when the key is missing or holds no text.
+    void copyFromMetaData(MetaData::Element const& element) override;
+
+private:
+    std::string location_;
+};
+
+/// What an application says of itself.
+class TOLV_MESSAGES_API AppPropertiesResponseData : public MirroredObject {
+public:
+    /// The picture that stands for an application.
+    class TOLV_MESSAGES_API IconData : public MirroredObject {
+    public:
+        Reflector<std::string> type{this, "Type"_key, Required, "category"};
+        Reflector<std::string> image{this, "Image"_key, Required, "name"};
+
+        IconData() = default;
+        IconData(std::string const& type, std::string const& image);
+        IconData(IconData const& other) : IconData() { *this = other; }
+        IconData& operator=(IconData const&) = default;
+    };
+
+    /// A resource that the application asks for.
+    class TOLV_MESSAGES_API ResourceDefinition : public MirroredObject {
+    public:
+        Reflector<std::string> name{this, "Name"_key, Required};
+        Reflector<std::string> id{this, "ID"_key, Required};
+        Reflector<std::string> description{this, "Description"_key, Required};
+        Reflector<bool> required{this, "Required"_key, Required, true};
+        /// Ids of the resources that would serve it (`ResourceData::id`).
+        ReflectorArray<std::string> matchingIds{this, "MatchingIDs"_key, Required};
+
+        ResourceDefinition() = default;
+        ResourceDefinition(ResourceDefinition const& other) : ResourceDefinition() {
+            *this = other;
+        }
+        ResourceDefinition& operator=(ResourceDefinition const&) = default;
+    };
+
+    Reflector<std::string> name{this, "Name"_key, Required};
+    Reflector<std::string> description{this, "Description"_key, Required};
+    Reflector<IconData> icon{this, "Icon"_key, Required};
+    Reflector<std::string> version{this, "Version"_key, Required};
+    ReflectorArray<ResourceDefinition> requiredResources{this, "RequiredResources"_key, Required};
+
+    AppPropertiesResponseData() = default;
+    AppPropertiesResponseData(AppPropertiesResponseData const& other)
+        : AppPropertiesResponseData() {
+        *this = other;
+    }
+    AppPropertiesResponseData& operator=(AppPropertiesResponseData const&) = default;
+};
+
+} // namespace Tolv::Msgs::App

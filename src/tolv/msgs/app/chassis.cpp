@@ -1,0 +1,61 @@
+#include <tolv/msgs/app/chassis.h>
+
+// Texts are taken by value, as the interface of these records has it, and copied once more into
+// their fields: a chassis is described once in a session.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+namespace Tolv::Msgs::App {
+
+using MetaData::Element;
+using MetaData::Trivial_T;
+
+void SystemInfoResponseData::copyToMetaData(Element& element) const {
+    element["Name"_key] = Element(Trivial_T<std::string>(name_));
+    element["UUID"_key] = Element(Trivial_T<std::string>(uuid_));
+    element["Description"_key] = Element(Trivial_T<std::string>(description_));
+    element["SerialNumber"_key] = Element(Trivial_T<std::string>(serialNumber_));
+}
+
+void SystemInfoResponseData::copyFromMetaData(Element const& element) {
+    setName(element["Name"_key].asString());
+    setUuid(element["UUID"_key].asString());
+    setDescription(element["Description"_key].asString());
+    setSerialNumber(element["SerialNumber"_key].asString());
+}
+
+ResourceData::ResourceData(std::string name, std::string id, std::string type, std::string position,
+                           std::string inUseBy) {
+    this->name = name;
+    this->id = id;
+    this->type = type;
+    this->position = position;
+    this->inUseBy = inUseBy;
+}
+
+HardwareComponent::HardwareComponent(HardwareComponentType type, int position, int width) {
+    this->type = static_cast<int>(type);
+    this->position = position;
+    this->width = width;
+}
+
+HardwareComponent::HardwareComponent(HardwareComponentType type, int position, int width,
+                                     std::string resourceId)
+    : HardwareComponent(type, position, width) {
+    this->resourceId = resourceId;
+}
+
+HardwareConfiguration::HardwareConfiguration(int divisions) {
+    this->divisions = divisions;
+}
+
+HardwareModule::HardwareModule(std::string make, std::string model) {
+    this->make = make;
+    this->model = model;
+}
+
+ChassisInformation::ChassisInformation(std::string make, std::string model) {
+    this->make = make;
+    this->model = model;
+}
+
+} // namespace Tolv::Msgs::App
+// NOLINTEND(performance-unnecessary-value-param)

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <string>
+
+#include <tolv/msgs/payload_interface.h>
+#include <tolv/msgs/record.h>
+
+/// @file
+/// The instrument as a client sees it: its identity, its resources and who uses them, the chassis
+/// with its modules and what sits where on each.
+namespace Tolv::Msgs::App {
+
+/// The identity of the system. All four keys must be there for it to read.
+class TOLV_MESSAGES_API SystemInfoResponseData : public SerializablePayloadInterface {
+public:
+    [[nodiscard]] std::string const& name() const noexcept { return name_; }
+    [[nodiscard]] std::string const& uuid() const noexcept { return uuid_; }
+    [[nodiscard]] std::string const& description() const noexcept { return description_; }
+    [[nodiscard]] std::string const& serialNumber() const noexcept { return serialNumber_; }
+
+    void setName(std::string const& name) { name_ = name; }
+    void setUuid(std::string const& uuid) { uuid_ = uuid; }
+    void setDescription(std::string const& description) { description_ = description; }
+    void setSerialNumber(std::string const& serialNumber) { serialNumber_ = serialNumber; }
+
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// @throws Exception::InvalidParameter at the first key that is missing or holds no text; the
+    /// members before it then have their new values.
+    void copyFromMetaData(MetaData::Element const& element) override;
+
+private:
+    std::string name_;
+    std::string uuid_;
+    std::string description_;
+    std::string serialNumber_;
+};
+
+/// One resource of the instrument.
+class TOLV_MESSAGES_API ResourceData : public MirroredObject {
+public:
+    Reflector<std::string> name{this, "Name"_key, Required};
+    Reflector<std::string> id{this, "ID"_key, Required};
+    Reflector<std::string> type{this, "Type"_key, Required};
+    Reflector<std::string> position{this, "Position"_key, Required};
+    Reflector<std::string> inUseBy{this, "InUseBy"_key, Required}; ///< empty: free
+
+    ResourceData() = default;
+    ResourceData(std::string name, std::string id, std::string type, std::string position,
+                 std::string inUseBy);
+    ResourceData(ResourceData const& other) : ResourceData() { *this = other; }
+    ResourceData& operator=(ResourceData const&) = default;
+};
+
+/// All resources.
+class TOLV_MESSAGES_API Resources : public MirroredObject {
+public:
+    ReflectorArray<ResourceData> resources{this, "Resources"_key, Required};
+
+    Resources() = default;
+    Resources(Resources const& other) : Resources() { *this = other; }
+    Resources& operator=(Resources const&) = default;
+};
+
+/// One component on a module.
+class TOLV_MESSAGES_API HardwareComponent : public MirroredObject {
+public:
+    /// What it is. Any number that a peer sends stays as it is.
+    enum class HardwareComponentType : int {
+        blank = 0,   ///< a part of the front without function
+        port = 1,    ///< a connector, which a resource may stand for
+        display = 2, ///< a lamp or a screen
+        control = 3  ///< a switch or a button
+    };
+
+    Reflector<int> type{this, "Type"_key, Required, 1}; ///< a `HardwareComponentType`
+    Reflector<int> position{this, "Position"_key, Required};
+    Reflector<int> width{this, "Width"_key, Required};
+    Reflector<std::string> resourceId{this, "ResourceID"_key, Optional}; ///< a `ResourceData::id`
+
+    HardwareComponent() = default;
+    /// A component without resource.
+    HardwareComponent(HardwareComponentType type, int position, int width);
+    HardwareComponent(HardwareComponentType type, int position, int width, std::string resourceId);
+    HardwareComponent(HardwareComponent const& other) : HardwareComponent() { *this = other; }
+    HardwareComponent& operator=(HardwareComponent const&) = default;
+};
+
+/// How a module's front is divided, and what sits there.
+class TOLV_MESSAGES_API HardwareConfiguration : public MirroredObject {
+public:
+    Reflector<int> divisions{this, "Divisions"_key, Required};
+    ReflectorArray<HardwareComponent> componentList{this, "ComponentList"_key, Required};
+
+    HardwareConfiguration() = default;
+    explicit HardwareConfiguration(int divisions);
+    HardwareConfiguration(HardwareConfiguration const& other) : HardwareConfiguration() {
+        *this = other;
+    }
+    HardwareConfiguration& operator=(HardwareConfiguration const&) = default;
+};
+
+/// One module.
+class TOLV_MESSAGES_API HardwareModule : public MirroredObject {
+public:
+    Reflector<std::string> make{this, "Make"_key, Required};
+    Reflector<std::string> model{this, "Model"_key, Required};
+    Reflector<HardwareConfiguration> configuration{this, "Configuration"_key, Optional};
+
+    HardwareModule() = default;
+    HardwareModule(std::string make, std::string model);
+    HardwareModule(HardwareModule const& other) : HardwareModule() { *this = other; }
+    HardwareModule& operator=(HardwareModule const&) = default;
+};
+
+/// The chassis.
+class TOLV_MESSAGES_API ChassisInformation : public MirroredObject {
+public:
+    Reflector<std::string> make{this, "Make"_key, Required};
+    Reflector<std::string> model{this, "Model"_key, Required};
+    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional};
+
+    ChassisInformation() = default;
+    ChassisInformation(std::string make, std::string model);
+    ChassisInformation(ChassisInformation const& other) : ChassisInformation() { *this = other; }
+    ChassisInformation& operator=(ChassisInformation const&) = default;
+};
+
+} // namespace Tolv::Msgs::App

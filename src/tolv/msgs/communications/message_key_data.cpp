@@ -1,0 +1,13 @@
+#include <tolv/msgs/communications/message_key_data.h>
+
+namespace Tolv::Msgs::Structs {
+
+MessageKeyData::MessageKeyData(Identifier const& id, Address const& sender,
+                               Address const& destination)
+    : messageId(this, "MessageID"_key, Required, id), sender(this, "Sender"_key, sender),
+      destination(this, "Destination"_key, destination) {}
+
+MessageKeyData::MessageKeyData(MessageKey const& key)
+    : MessageKeyData(key.id(), key.sender(), key.destination()) {}
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,7 @@
+#include <tolv/msgs/engine/messages.h>
+#include <tolv/msgs/detail/family_rows_internal.h>
+
+#define TOLV_FAMILY Engine
+#define TOLV_FAMILY_BASE Engine::StateMessage
+#define TOLV_FAMILY_TABLE <tolv/msgs/engine/messages.def>
+#include <tolv/msgs/detail/define_family.inc>

@@ -1,0 +1,17 @@
+#include <tolv/msgs/engine/transition_data.h>
+#include <tolv/msgs/message_list.h>
+
+namespace Tolv::Msgs::Engine {
+
+void TransitionData::ParamList::copyToMetaData(MetaData::Element& element) const {
+    MetaData::Array& array = element;
+    MessageList::write<Message>(*this, array);
+}
+
+void TransitionData::ParamList::copyFromMetaData(MetaData::Element const& element) {
+    MetaData::Array const& array = element;
+    clear();
+    vector::operator=(MessageList::read<Message>(array));
+}
+
+} // namespace Tolv::Msgs::Engine

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <typeinfo>
+
+#include <tolv/core/exceptions.h>
+#include <tolv/msgs/excepts/converter_factory.h>
+
+namespace Tolv::Msgs::Excepts {
+
+/// Ties the exception class `Exc` to the message class `Msg` for as long as this object lives: one
+/// static object a pair, in the library that owns `Exc`.
+///
+///     ConverterRegistrar<OverloadMessage, OverloadError> const overloadConverter(
+///         [](std::shared_ptr<OverloadMessage const> const& message) {
+///             throw OverloadError(message->payload().what());
+///         },
+///         [](OverloadError const& error) {
+///             return std::make_shared<OverloadMessage>(CommonExceptionData(error.what()));
+///         });
+template <class Msg, class Exc>
+class ConverterRegistrar {
+public:
+    using Throw = void (*)(std::shared_ptr<Msg const> const&);
+    using Make = std::shared_ptr<Msg> (*)(Exc const&);
+
+    /// @param raise throws the exception that a message stands for
+    /// @param make makes the message for an exception
+    ConverterRegistrar(Throw raise, Make make) {
+        ConverterFactory::registerMessageConverter(
+            Msg::MsgID(), [raise](std::shared_ptr<ExceptionMessage const> const& message) {
+                auto const own = std::dynamic_pointer_cast<Msg const>(message);
+                if (own == nullptr)
+                    throw Exception::InvalidOperation("bad cast");
+                raise(own);
+            });
+        ConverterFactory::registerExceptionConverter(
+            typeid(Exc).name(), [make](std::exception const& error) {
+                return std::shared_ptr<ExceptionMessage>(make(dynamic_cast<Exc const&>(error)));
+            });
+    }
+    ConverterRegistrar(ConverterRegistrar const&) = delete;
+    ConverterRegistrar& operator=(ConverterRegistrar const&) = delete;
+
+    ~ConverterRegistrar() {
+        ConverterFactory::unregisterMessageConverter(Msg::MsgID());
+        ConverterFactory::unregisterExceptionConverter(typeid(Exc).name());
+    }
+};
+
+} // namespace Tolv::Msgs::Excepts

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/utils/may_contain_error.h>
+
+namespace Tolv::Msgs::Excepts {
+
+/// What all exception messages carry.
+class TOLV_MESSAGES_API CommonExceptionData : public MirroredObject {
+public:
+    Reflector<std::string> what{this, "what"_key, Required}; ///< the exception's text
+
+    CommonExceptionData() = default;
+    explicit CommonExceptionData(std::string const& text) { what = text; }
+    CommonExceptionData(CommonExceptionData const& other) : CommonExceptionData() { *this = other; }
+    CommonExceptionData& operator=(CommonExceptionData const&) = default;
+};
+
+/// An exception with its number and text, and perhaps the error behind it. No message of this
+/// library carries it; it is there for messages of its users.
+class TOLV_MESSAGES_API GenericExceptionData : public Utils::MayContainError {
+public:
+    Reflector<unsigned int> exceptionType{this, "ExceptionType"_key, Required};
+    Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required};
+
+    GenericExceptionData() = default;
+    GenericExceptionData(GenericExceptionData const& other) : GenericExceptionData() {
+        *this = other;
+    }
+    GenericExceptionData& operator=(GenericExceptionData const&) = default;
+
+    void setType(unsigned int type) { exceptionType = type; }
+    void setMessage(std::string const& text) { exceptionMessage = text; }
+};
+
+} // namespace Tolv::Msgs::Excepts

@@ -1,0 +1,7 @@
+#include <tolv/msgs/excepts/messages.h>
+#include <tolv/msgs/detail/family_rows_internal.h>
+
+#define TOLV_FAMILY Excepts
+#define TOLV_FAMILY_BASE Excepts::ExceptionMessage
+#define TOLV_FAMILY_TABLE <tolv/msgs/excepts/messages.def>
+#include <tolv/msgs/detail/define_family.inc>

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/element.h>
+#include <tolv/core/msgs/message.h>
+
+/// @file
+/// Lists of whole messages of any class, as payloads that convert themselves by hand write and read
+/// them.
+namespace Tolv::Msgs::MessageList {
+
+/// Makes `array` one entry a message.
+/// @throws Exception::InvalidOperation when a pointer is null.
+template <class M>
+void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& array) {
+    array.clear();
+    array.reserve(static_cast<unsigned int>(messages.size()));
+    for (unsigned int i = 0; i < messages.size(); ++i) {
+        if (messages[i] == nullptr)
+            throw Exception::InvalidOperation("entry " + std::to_string(i) +
+                                              " of the list holds no message");
+        messages[i]->copyToMetaData(array[i]);
+    }
+}
+
+/// The messages of `array`, each made by the factory.
+/// @throws Exception::InvalidOperation when the id of an entry isn't registered or its class
+/// doesn't derive from `M`, and Exception::InvalidParameter when an entry is no message.
+template <class M>
+std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
+    std::vector<std::shared_ptr<M>> messages;
+    messages.reserve(array.size());
+    for (auto const& entry : array) {
+        messages.push_back(std::dynamic_pointer_cast<M>(Message::CreateFromMetaData(entry)));
+        if (messages.back() == nullptr)
+            throw Exception::InvalidOperation("entry " + std::to_string(messages.size() - 1) +
+                                              " of the list is of no class that belongs there");
+    }
+    return messages;
+}
+
+} // namespace Tolv::Msgs::MessageList

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <tolv/core/msgs/message.h>
+#include <tolv/metadata/instances.h>
+
+/// @file
+/// The words in which records are written, for all families.
+namespace Tolv::Msgs {
+
+using MetaData::MirroredObject;
+using MetaData::Optional;
+using MetaData::Reflector;
+using MetaData::ReflectorArray;
+using MetaData::Required;
+using MetaData::operator""_key;
+
+} // namespace Tolv::Msgs

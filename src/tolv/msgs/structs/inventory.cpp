@@ -1,0 +1,29 @@
+#include <tolv/msgs/structs/inventory.h>
+#include <tolv/msgs/structs/same_fields_internal.h>
+
+namespace Tolv::Msgs::Structs {
+
+bool FruData::operator==(FruData const& other) const {
+    return sameFields(*this, other, &FruData::isPlaceholder, &FruData::name, &FruData::description,
+                      &FruData::manufacturer, &FruData::serialNumber, &FruData::slot,
+                      &FruData::lun, &FruData::deviceId, &FruData::isAssignable,
+                      &FruData::deviceType, &FruData::state, &FruData::version,
+                      &FruData::ipAddress);
+}
+
+bool SensorData::operator==(SensorData const& other) const {
+    return sameFields(*this, other, &SensorData::slot, &SensorData::lun, &SensorData::deviceId,
+                      &SensorData::number, &SensorData::name, &SensorData::bank, &SensorData::type,
+                      &SensorData::reading);
+}
+
+FanBankData::FanBankData(int bank, int speed) {
+    this->bank = bank;
+    this->speed = speed;
+}
+
+bool FanBankData::operator==(FanBankData const& other) const {
+    return sameFields(*this, other, &FanBankData::bank, &FanBankData::speed);
+}
+
+} // namespace Tolv::Msgs::Structs

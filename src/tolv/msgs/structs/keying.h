@@ -1,0 +1,63 @@
+#pragma once
+
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/structs/places.h>
+
+/// @file
+/// Electronic keying: which links between endpoints are enabled.
+namespace Tolv::Msgs::Structs {
+
+/// One end of a link.
+class TOLV_MESSAGES_API EKeyingEndpoint : public MirroredObject {
+public:
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};
+    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};
+    Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 0};
+    Reflector<int> channel{this, "channel"_key, Required, 0};
+    Reflector<int> group{this, "group"_key, Required, 0};
+
+    EKeyingEndpoint() = default;
+    EKeyingEndpoint(EKeyingEndpoint const& other) : EKeyingEndpoint() { *this = other; }
+    EKeyingEndpoint& operator=(EKeyingEndpoint const&) = default;
+
+    /// Whether all fields are equal.
+    /// @throws Exception::InvalidOperation at a field that did not read.
+    bool operator==(EKeyingEndpoint const& other) const;
+};
+
+/// What kind of link it is.
+class TOLV_MESSAGES_API EKeyingLink : public MirroredObject {
+public:
+    Reflector<int> extension{this, "extension"_key, Required, 0};
+    Reflector<int> type{this, "type"_key, Required, 0};
+    Reflector<int> iface{this, "iface"_key, Required, 0};
+
+    EKeyingLink() = default;
+    EKeyingLink(EKeyingLink const& other) : EKeyingLink() { *this = other; }
+    EKeyingLink& operator=(EKeyingLink const&) = default;
+
+    /// Whether all fields are equal.
+    /// @throws Exception::InvalidOperation at a field that did not read.
+    bool operator==(EKeyingLink const& other) const;
+};
+
+/// A link between two endpoints, and whether it is enabled.
+class TOLV_MESSAGES_API EKeyingData : public MirroredObject {
+public:
+    Reflector<bool> enabled{this, "enabled"_key, Required, false};
+    Reflector<EKeyingEndpoint> source{this, "source"_key, Required};
+    Reflector<EKeyingEndpoint> destination{this, "destination"_key, Required};
+    Reflector<EKeyingLink> link{this, "link"_key, Required};
+    Reflector<int> group{this, "group"_key, Required, 0}; ///< apart from those of the endpoints
+    Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1};
+
+    EKeyingData() = default;
+    EKeyingData(EKeyingData const& other) : EKeyingData() { *this = other; }
+    EKeyingData& operator=(EKeyingData const&) = default;
+
+    /// Whether all fields are equal, those of the nested records included.
+    /// @throws Exception::InvalidOperation at a field that did not read.
+    bool operator==(EKeyingData const& other) const;
+};
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/structs/places.h>
+
+/// @file
+/// PCIe domains: a root device and the endpoints below it.
+namespace Tolv::Msgs::Structs {
+
+/// A device on the PCIe bus. Unlike elsewhere, device ids start at 1.
+class TOLV_MESSAGES_API PcieDevice : public MirroredObject {
+public:
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};
+    Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 1};
+    Reflector<bool> isRoot{this, "isRoot"_key, Required, false};
+
+    PcieDevice() = default;
+    PcieDevice(PcieDevice const& other) : PcieDevice() { *this = other; }
+    PcieDevice& operator=(PcieDevice const&) = default;
+};
+
+/// A root device, once one is known, and its endpoint devices.
+class TOLV_MESSAGES_API PcieDomain : public MirroredObject {
+public:
+    Reflector<PcieDevice> root{this, "root"_key, Optional};
+    ReflectorArray<PcieDevice> endpoints{this, "endpoints"_key, Required};
+
+    PcieDomain() = default;
+    PcieDomain(PcieDomain const& other) : PcieDomain() { *this = other; }
+    PcieDomain& operator=(PcieDomain const&) = default;
+};
+
+} // namespace Tolv::Msgs::Structs

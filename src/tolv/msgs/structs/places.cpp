@@ -1,0 +1,56 @@
+#include <tolv/msgs/structs/places.h>
+
+namespace Tolv::Msgs::Structs {
+
+// All tables stand in this file, so that they are filled in this order.
+
+EnumStringsThrow<Slot> const SlotEnums{
+    {Slot::esm, "esm"},     {Slot::pem, "pem"},     {Slot::backplane, "backplane"},
+    {Slot::ipass, "ipass"}, {Slot::slot1, "slot1"}, {Slot::slot2, "slot2"},
+    {Slot::slot3, "slot3"}, {Slot::slot4, "slot4"}, {Slot::slot5, "slot5"},
+};
+
+EnumStringsThrow<Lun> const LunEnums{
+    {Lun::lun0, "lun0"},
+    {Lun::lun1, "lun1"},
+    {Lun::lun2, "lun2"},
+    {Lun::lun3, "lun3"},
+};
+
+EnumStringsThrow<Ports> const PortsEnums{
+    {Ports::ports_1, "ports_1"},
+    {Ports::ports_1_2, "ports_1_2"},
+    {Ports::ports_1_2_3_4, "ports_1_2_3_4"},
+};
+
+EnumStringsThrow<RootComplex> const RootComplexEnums{
+    {RootComplex::automatic, "auto"}, {RootComplex::esm, "esm"},
+    {RootComplex::ipass, "ipass"},    {RootComplex::slot1, "slot1"},
+    {RootComplex::slot2, "slot2"},    {RootComplex::slot3, "slot3"},
+    {RootComplex::slot4, "slot4"},    {RootComplex::slot5, "slot5"},
+};
+
+EnumStringsThrow<PowerAction> const PowerActionEnums{
+    {PowerAction::shutdown, "shutdown"},
+    {PowerAction::cycle, "cycle"},
+};
+
+EnumStringsThrow<DeviceType> const DeviceTypeEnums{
+    {DeviceType::fru, "fru"},
+    {DeviceType::fanBank, "fanBank"},
+    {DeviceType::usb, "usb"},
+    {DeviceType::wifi, "wifi"},
+};
+
+EnumStringsThrow<SensorType> const SensorTypeEnums{
+    {SensorType::temperature, "temperature"}, {SensorType::fan, "fan"},
+    {SensorType::voltage, "voltage"},         {SensorType::current, "current"},
+    {SensorType::lockDetect, "lock_detect"},  {SensorType::unknown, "unknown"},
+};
+
+EnumStringsThrow<PcieDomainConfigMode> const PcieDomainConfigModeEnums{
+    {PcieDomainConfigMode::singleDomain, "singleDomain"},
+    {PcieDomainConfigMode::multiDomain, "multiDomain"},
+};
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <tolv/msgs/export.h>
+#include <tolv/msgs/structs/enum_words.h>
+
+/// @file
+/// Where in a chassis something is, and what kind of thing it is. Each enumeration has a table of
+/// its words, a constant that is filled while the library loads.
+namespace Tolv::Msgs::Structs {
+
+/// A place in the chassis.
+enum class Slot : int {
+    esm = 0, ///< the embedded system module
+    slot1 = 1,
+    slot2 = 2,
+    slot3 = 3,
+    slot4 = 4,
+    slot5 = 5,
+    pem = 14, ///< the power entry module
+    backplane = 15,
+    ipass = 254 ///< the cabled PCIe link to a host outside the chassis
+};
+
+/// A logical unit within a slot.
+enum class Lun : int { lun0 = 0, lun1 = 1, lun2 = 2, lun3 = 3 };
+
+/// Which lanes of a link are in use.
+enum class Ports : int { ports_1 = 0, ports_1_2 = 1, ports_1_2_3_4 = 2 };
+
+/// Where the root of a PCIe tree sits. The words are those of `Slot`, the numbers are not.
+enum class RootComplex : int {
+    automatic = 0, ///< "auto"
+    esm = 1,
+    slot1 = 2,
+    slot2 = 3,
+    slot3 = 4,
+    slot4 = 5,
+    slot5 = 6,
+    ipass = 7
+};
+
+enum class PowerAction : int { shutdown = 0, cycle = 1 };
+
+/// What a unit is.
+enum class DeviceType : int {
+    fru = 0, ///< a field replaceable unit
+    fanBank = 1,
+    usb = 2,
+    wifi = 3
+};
+
+/// What a sensor measures.
+enum class SensorType : int {
+    temperature = 0,
+    fan = 1,
+    voltage = 2,
+    current = 3,
+    lockDetect = 4, ///< "lock_detect"
+    unknown = 5
+};
+
+/// Whether all PCIe devices of a chassis belong to one root.
+enum class PcieDomainConfigMode : int { singleDomain = 0, multiDomain = 1 };
+
+extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const SlotEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<Lun> const LunEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<Ports> const PortsEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<RootComplex> const RootComplexEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PowerAction> const PowerActionEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<DeviceType> const DeviceTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<SensorType> const SensorTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PcieDomainConfigMode> const PcieDomainConfigModeEnums;
+
+// These five are the types of fields, and travel as words.
+inline auto const& stringsOf(Slot /*kind*/) noexcept { return SlotEnums; }
+inline auto const& stringsOf(Lun /*kind*/) noexcept { return LunEnums; }
+inline auto const& stringsOf(Ports /*kind*/) noexcept { return PortsEnums; }
+inline auto const& stringsOf(DeviceType /*kind*/) noexcept { return DeviceTypeEnums; }
+inline auto const& stringsOf(SensorType /*kind*/) noexcept { return SensorTypeEnums; }
+
+inline std::string_view wordOf(Slot value) noexcept { return wordIn(SlotEnums, value); }
+inline std::string_view wordOf(Lun value) noexcept { return wordIn(LunEnums, value); }
+inline std::string_view wordOf(Ports value) noexcept { return wordIn(PortsEnums, value); }
+inline std::string_view wordOf(RootComplex value) noexcept {
+    return wordIn(RootComplexEnums, value);
+}
+inline std::string_view wordOf(PowerAction value) noexcept {
+    return wordIn(PowerActionEnums, value);
+}
+inline std::string_view wordOf(DeviceType value) noexcept { return wordIn(DeviceTypeEnums, value); }
+inline std::string_view wordOf(SensorType value) noexcept { return wordIn(SensorTypeEnums, value); }
+inline std::string_view wordOf(PcieDomainConfigMode value) noexcept {
+    return wordIn(PcieDomainConfigModeEnums, value);
+}
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,90 @@
+#include <boost/lexical_cast.hpp>
+
+#include <tolv/msgs/structs/same_fields_internal.h>
+#include <tolv/msgs/structs/services.h>
+
+namespace Tolv::Msgs::Structs {
+
+EnumStringsThrow<NetworkMode> const NetworkModeStrings{
+    {NetworkMode::staticAddress, "static"},
+    {NetworkMode::dhcp, "dhcp"},
+};
+
+EnumStringsThrow<UpdateMode> const UpdateModeEnums{
+    {UpdateMode::ipAddress, "ipAddress"},
+    {UpdateMode::usb, "usb"},
+    {UpdateMode::filePath, "filePath"},
+};
+
+EnumStringsThrow<FileMode> const FileModeEnums{
+    {FileMode::input, "input"},
+    {FileMode::output, "output"},
+    {FileMode::append, "append"},
+    {FileMode::inputBinary, "inputBinary"},
+    {FileMode::outputBinary, "outputBinary"},
+    {FileMode::appendBinary, "appendBinary"},
+};
+
+EnumStringsThrow<SeekType> const SeekTypeEnums{
+    {SeekType::input, "input"},
+    {SeekType::output, "output"},
+};
+
+EnumStringsThrow<FileType> const FileTypeEnums{
+    {FileType::notFound, "notFound"},
+    {FileType::regular, "regular"},
+    {FileType::directory, "directory"},
+    {FileType::unknown, "unknown"},
+};
+
+EnumStringsThrow<PtpUdpVersion> const PtpUdpVersionEnums{
+    {PtpUdpVersion::udp4, "udp4"},
+    {PtpUdpVersion::udp6, "udp6"},
+};
+
+VersionData::VersionData(std::string const& name, std::string const& version) {
+    this->name = name;
+    this->version = version;
+}
+
+bool VersionData::operator==(VersionData const& other) const {
+    return sameFields(*this, other, &VersionData::name, &VersionData::version);
+}
+
+MdnsResult::MdnsResult(std::string const& serialNumber, std::string const& ipAddress) {
+    this->serialNumber = serialNumber;
+    this->ipAddress = ipAddress;
+}
+
+bool MdnsResult::operator==(MdnsResult const& other) const {
+    return sameFields(*this, other, &MdnsResult::serialNumber, &MdnsResult::ipAddress);
+}
+
+namespace {
+
+unsigned long long numberOf(std::string const& text) {
+    return boost::lexical_cast<unsigned long long>(text);
+}
+
+std::string textOf(unsigned long long number) { return boost::lexical_cast<std::string>(number); }
+
+} // namespace
+
+unsigned long long FilesystemSpace::getCapacity() const { return numberOf(capacity()); }
+unsigned long long FilesystemSpace::getFree() const { return numberOf(free()); }
+unsigned long long FilesystemSpace::getAvailable() const { return numberOf(available()); }
+void FilesystemSpace::setCapacity(unsigned long long value) { capacity = textOf(value); }
+void FilesystemSpace::setFree(unsigned long long value) { free = textOf(value); }
+void FilesystemSpace::setAvailable(unsigned long long value) { available = textOf(value); }
+
+GPS::GPS(double latitude, double longitude, double altitude, unsigned long long time,
+         int satellites, FixStatus status) {
+    this->latitude = latitude;
+    this->longitude = longitude;
+    this->altitude = altitude;
+    this->time = time;
+    this->satellites = satellites;
+    this->status = status;
+}
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,157 @@
+#pragma once
+
+#include <string>
+
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/structs/enum_words.h>
+
+/// @file
+/// The services of the platform: versions, network, files, position, waveform sequences.
+namespace Tolv::Msgs::Structs {
+
+enum class NetworkMode : int {
+    dhcp = 0,
+    staticAddress = 1 ///< "static"
+};
+
+/// Where an update comes from.
+enum class UpdateMode : int { usb = 0, ipAddress = 1, filePath = 2 };
+
+/// How a file is opened.
+enum class FileMode : int {
+    input = 0,
+    output = 1,
+    append = 2,
+    inputBinary = 3,
+    outputBinary = 4,
+    appendBinary = 5
+};
+
+/// Which of a file's positions is moved.
+enum class SeekType : int { input = 0, output = 1 };
+
+enum class FileType : int { notFound = 0, regular = 1, directory = 2, unknown = 3 };
+
+/// Which version of IP carries the time protocol.
+enum class PtpUdpVersion : int { udp4 = 0, udp6 = 1 };
+
+extern TOLV_MESSAGES_API EnumStringsThrow<NetworkMode> const NetworkModeStrings;
+extern TOLV_MESSAGES_API EnumStringsThrow<UpdateMode> const UpdateModeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<FileMode> const FileModeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<SeekType> const SeekTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<FileType> const FileTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PtpUdpVersion> const PtpUdpVersionEnums;
+
+inline std::string_view wordOf(NetworkMode value) noexcept {
+    return wordIn(NetworkModeStrings, value);
+}
+inline std::string_view wordOf(UpdateMode value) noexcept { return wordIn(UpdateModeEnums, value); }
+inline std::string_view wordOf(FileMode value) noexcept { return wordIn(FileModeEnums, value); }
+inline std::string_view wordOf(SeekType value) noexcept { return wordIn(SeekTypeEnums, value); }
+inline std::string_view wordOf(FileType value) noexcept { return wordIn(FileTypeEnums, value); }
+inline std::string_view wordOf(PtpUdpVersion value) noexcept {
+    return wordIn(PtpUdpVersionEnums, value);
+}
+
+/// The version of a piece of software.
+class TOLV_MESSAGES_API VersionData : public MirroredObject {
+public:
+    Reflector<std::string> name{this, "name"_key, Required};
+    Reflector<std::string> version{this, "version"_key, Required};
+
+    VersionData() = default;
+    VersionData(std::string const& name, std::string const& version);
+    VersionData(VersionData const& other) : VersionData() { *this = other; }
+    VersionData& operator=(VersionData const&) = default;
+
+    /// Whether both fields are equal.
+    /// @throws Exception::InvalidOperation at a field that did not read.
+    bool operator==(VersionData const& other) const;
+};
+
+/// An instrument that was found on the network.
+class TOLV_MESSAGES_API MdnsResult : public MirroredObject {
+public:
+    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required};
+    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required};
+
+    MdnsResult() = default;
+    MdnsResult(std::string const& serialNumber, std::string const& ipAddress);
+    MdnsResult(MdnsResult const& other) : MdnsResult() { *this = other; }
+    MdnsResult& operator=(MdnsResult const&) = default;
+
+    /// Whether both fields are equal.
+    /// @throws Exception::InvalidOperation at a field that did not read.
+    bool operator==(MdnsResult const& other) const;
+};
+
+/// How much a file system holds. The numbers travel as decimal text; a fresh record holds no
+/// numbers yet.
+///
+/// The accessors convert with `boost::lexical_cast`, which groups digits, and accepts grouped ones,
+/// as the global locale says. The getters throw `boost::bad_lexical_cast` (a `std::bad_cast`) when
+/// the text is no number that fits, and Exception::InvalidOperation when the field did not read.
+class TOLV_MESSAGES_API FilesystemSpace : public MirroredObject {
+public:
+    Reflector<std::string> capacity{this, "capacity"_key, Required};
+    Reflector<std::string> free{this, "free"_key, Required};
+    Reflector<std::string> available{this, "available"_key, Required};
+
+    FilesystemSpace() = default;
+    FilesystemSpace(FilesystemSpace const& other) : FilesystemSpace() { *this = other; }
+    FilesystemSpace& operator=(FilesystemSpace const&) = default;
+
+    [[nodiscard]] unsigned long long getCapacity() const;
+    [[nodiscard]] unsigned long long getFree() const;
+    [[nodiscard]] unsigned long long getAvailable() const;
+    void setCapacity(unsigned long long value);
+    void setFree(unsigned long long value);
+    void setAvailable(unsigned long long value);
+};
+
+/// A position fix.
+class TOLV_MESSAGES_API GPS : public MirroredObject {
+public:
+    /// How good the fix is, numbered as receivers number it in the GGA sentence of NMEA 0183. The
+    /// field is a number, with which these constants compare, and may hold others.
+    enum FixStatus : int {
+        noFix = 0,
+        standardFix = 1,
+        differentialFix = 2,
+        preciseFix = 3,
+        rtkFix = 4,
+        rtkFloat = 5,
+        estimated = 6
+    };
+
+    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};
+    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0};
+    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};
+    Reflector<unsigned long long> time{this, "Time"_key, Required, 0};
+    Reflector<int> satellites{this, "Satellites"_key, Required, 0};
+    Reflector<int> status{this, "Status"_key, Required, noFix};
+
+    GPS() = default;
+    GPS(double latitude, double longitude, double altitude, unsigned long long time, int satellites,
+        FixStatus status);
+    GPS(GPS const& other) : GPS() { *this = other; }
+    GPS& operator=(GPS const&) = default;
+};
+
+/// One item of a sequence of waveforms to be played.
+class TOLV_MESSAGES_API WaveformSeqItem : public MirroredObject {
+public:
+    Reflector<std::string> filePath{this, "filePath"_key, Required};
+    Reflector<unsigned long long> fileSize{this, "fileSize"_key, Required, 0};
+    Reflector<double> sampleRate{this, "sampleRate"_key, Required, 0.0};
+    Reflector<unsigned long long> iterations{this, "iterations"_key, Required, 0};
+    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0};
+    Reflector<double> outputPower{this, "outputPower"_key, Required, 0.0};
+    Reflector<double> startTime{this, "startTime"_key, Required, 0.0};
+
+    WaveformSeqItem() = default;
+    WaveformSeqItem(WaveformSeqItem const& other) : WaveformSeqItem() { *this = other; }
+    WaveformSeqItem& operator=(WaveformSeqItem const&) = default;
+};
+
+} // namespace Tolv::Msgs::Structs

@@ -1,0 +1,174 @@
+#pragma once
+
+#include <chrono>
+#include <ratio>
+#include <string>
+#include <string_view>
+
+#include <tolv/msgs/record.h>
+#include <tolv/msgs/structs/enum_words.h>
+
+/// @file
+/// How trigger lines are routed and trigger pulses shaped, and the selectors of the
+/// synchronisation inputs.
+///
+/// A trigger record holds words, which may be any text; its typed accessors translate at every
+/// call. Words are compared exactly. All functions are thread-safe.
+namespace Tolv::Msgs::Structs {
+
+/// Where a trigger comes from.
+enum class TriggerSources : int {
+    none = 0,
+    logicHigh = 1,
+    logicLow = 2,
+    trig0 = 3, ///< trig: the trigger lines of the backplane
+    trig1 = 4,
+    trig2 = 5,
+    trig3 = 6,
+    trig4 = 7,
+    trig5 = 8,
+    trig6 = 9,
+    trig7 = 10,
+    trig8 = 11,
+    trig9 = 12,
+    trig10 = 13,
+    trig11 = 14,
+    strig1 = 15, ///< strig: the star triggers, one a slot
+    strig2 = 16,
+    strig3 = 17,
+    strig4 = 18,
+    strig5 = 19,
+    tstrig = 20,  ///< the time stamp trigger
+    swtrig1 = 21, ///< swtrig: fired by software
+    swtrig2 = 22,
+    exttrig = 23, ///< the external connector
+    gps1pps = 24  ///< one pulse a second, from the GPS receiver
+};
+
+/// Where a trigger goes. The words are those of `TriggerSources`, the numbers are not.
+enum class TriggerOutputs : int {
+    unknown = 0, ///< stands for every word that is no output
+    trig0 = 1,
+    trig1 = 2,
+    trig2 = 3,
+    trig3 = 4,
+    trig4 = 5,
+    trig5 = 6,
+    trig6 = 7,
+    trig7 = 8,
+    trig8 = 9,
+    trig9 = 10,
+    trig10 = 11,
+    trig11 = 12,
+    strig1 = 13,
+    strig2 = 14,
+    strig3 = 15,
+    strig4 = 16,
+    strig5 = 17,
+    exttrig = 18
+};
+
+enum class SyncMuxInput : int {
+    msosync = 0,
+    msisync = 1,
+    refclock = 2,
+    synctrigin = 3,
+    ground = 4
+};
+
+/// By what the reference clock is divided.
+enum class RefClockDivider : int {
+    by10 = 0,       ///< "/10"
+    by100 = 1,      ///< "/100"
+    by1000 = 2,     ///< "/1000"
+    by100000000 = 3 ///< "/100_000_000"
+};
+
+enum class PolaritySelect : int { normal = 0, invert = 1 };
+
+/// The word of a source; "none" for a value without one.
+TOLV_MESSAGES_API std::string mapTriggerSource(TriggerSources source);
+/// The source of a word; `none` for a word that is no source.
+TOLV_MESSAGES_API TriggerSources mapTriggerSource(std::string_view word) noexcept;
+
+/// The word of an output; "unknown" for a value without one.
+TOLV_MESSAGES_API std::string mapTriggerOutput(TriggerOutputs output);
+/// The output of a word; `unknown` for a word that is no output.
+TOLV_MESSAGES_API TriggerOutputs mapTriggerOutput(std::string_view word) noexcept;
+
+// The selectors refuse what they don't know.
+
+/// @throws Exception::InvalidParameter for a value without a word.
+TOLV_MESSAGES_API char const* mapSyncMuxInput(SyncMuxInput input);
+/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no input.
+TOLV_MESSAGES_API SyncMuxInput mapSyncMuxInput(std::string_view word);
+
+/// @throws Exception::InvalidParameter for a value without a word.
+TOLV_MESSAGES_API char const* mapRefClockDivider(RefClockDivider divider);
+/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no divider.
+TOLV_MESSAGES_API RefClockDivider mapRefClockDivider(std::string_view word);
+
+/// @throws Exception::InvalidParameter for a value without a word.
+TOLV_MESSAGES_API char const* mapPolaritySelect(PolaritySelect polarity);
+/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no polarity.
+TOLV_MESSAGES_API PolaritySelect mapPolaritySelect(std::string_view word);
+
+TOLV_MESSAGES_API std::string_view wordOf(TriggerSources source) noexcept;
+TOLV_MESSAGES_API std::string_view wordOf(TriggerOutputs output) noexcept;
+TOLV_MESSAGES_API std::string_view wordOf(SyncMuxInput input) noexcept;
+TOLV_MESSAGES_API std::string_view wordOf(RefClockDivider divider) noexcept;
+TOLV_MESSAGES_API std::string_view wordOf(PolaritySelect polarity) noexcept;
+
+/// A time in milliseconds, fractions included. Other units convert by `std::chrono`.
+using TriggerDuration = std::chrono::duration<double, std::milli>;
+
+/// Connects a trigger source to an output. The getters throw Exception::InvalidOperation when
+/// their field did not read; so do those of the pulse records.
+class TOLV_MESSAGES_API TriggerRoute : public MirroredObject {
+public:
+    Reflector<std::string> output{this, "output"_key, Required, "unknown"};
+    Reflector<std::string> source{this, "source"_key, Required, "none"};
+
+    TriggerRoute() = default;
+    TriggerRoute(TriggerRoute const& other) : TriggerRoute() { *this = other; }
+    TriggerRoute& operator=(TriggerRoute const&) = default;
+
+    [[nodiscard]] TriggerOutputs getOutput() const { return mapTriggerOutput(output()); }
+    [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    void setOutput(TriggerOutputs value) { output = mapTriggerOutput(value); }
+    void setSource(TriggerSources value) { source = mapTriggerSource(value); }
+};
+
+/// How long after its source a trigger pulse starts. The offset may be negative.
+class TOLV_MESSAGES_API TriggerPulseOffset : public MirroredObject {
+public:
+    Reflector<std::string> source{this, "source"_key, Required, "none"};
+    Reflector<double> offset{this, "offset"_key, Required, 0.0}; ///< milliseconds
+
+    TriggerPulseOffset() = default;
+    TriggerPulseOffset(TriggerPulseOffset const& other) : TriggerPulseOffset() { *this = other; }
+    TriggerPulseOffset& operator=(TriggerPulseOffset const&) = default;
+
+    [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    void setSource(TriggerSources value) { source = mapTriggerSource(value); }
+    [[nodiscard]] TriggerDuration getOffset() const { return TriggerDuration(offset()); }
+    void setOffset(TriggerDuration const& value) { offset = value.count(); }
+};
+
+/// How long a trigger pulse lasts.
+class TOLV_MESSAGES_API TriggerPulseWidth : public MirroredObject {
+public:
+    Reflector<std::string> source{this, "source"_key, Required, "none"};
+    Reflector<double> width{this, "width"_key, Required, 0.0}; ///< milliseconds
+
+    TriggerPulseWidth() = default;
+    TriggerPulseWidth(TriggerPulseWidth const& other) : TriggerPulseWidth() { *this = other; }
+    TriggerPulseWidth& operator=(TriggerPulseWidth const&) = default;
+
+    [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    void setSource(TriggerSources value) { source = mapTriggerSource(value); }
+    [[nodiscard]] TriggerDuration getWidth() const { return TriggerDuration(width()); }
+    void setWidth(TriggerDuration const& value) { width = value.count(); }
+};
+
+} // namespace Tolv::Msgs::Structs

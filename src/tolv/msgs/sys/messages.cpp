@@ -1,0 +1,7 @@
+#include <tolv/msgs/sys/messages.h>
+#include <tolv/msgs/detail/family_rows_internal.h>
+
+#define TOLV_FAMILY Sys
+#define TOLV_FAMILY_BASE Sys::SystemMessage
+#define TOLV_FAMILY_TABLE <tolv/msgs/sys/messages.def>
+#include <tolv/msgs/detail/define_family.inc>
