@@ -8,6 +8,7 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/tolv" DESTINATION "${CMAKE_INSTALL_
     FILES_MATCHING
     PATTERN "*.h"
     PATTERN "*.def"
+    PATTERN "*.inc"
     PATTERN "*_internal.h" EXCLUDE
     PATTERN "detail_private" EXCLUDE)
 

@@ -5,11 +5,32 @@
 namespace Tolv {
 
 /// Bounds on what is accepted from a peer. A text or tree beyond a bound is refused with
-/// `Exception::InvalidParameter`.
+/// `Exception::InvalidParameter`, a pattern with `std::regex_error`.
 struct Limits {
     /// Levels of arrays and objects in one another. Stops a text such as a million "[" from
     /// exhausting the stack of whoever walks the tree.
     std::size_t depth = 256;
+
+    // The four below bound "ValidCharacters", a regular expression that comes from a peer as does
+    // the text that it is matched with. The standard library's compiler and matcher recurse:
+    // together the first three keep them within 200 KB of stack (measured; g++ 12, without
+    // sanitizers).
+
+    /// Bytes of a pattern. Compiling takes up to 150 bytes of stack and 30 microseconds for each.
+    std::size_t patternBytes = 1024;
+
+    /// Groups of a pattern in one another. Compiling takes up to 550 bytes of stack for each.
+    std::size_t patternNesting = 64;
+
+    /// States of a pattern, with all repetitions written out: 1 for a character or a bracket, 1 for
+    /// a group, 2 for each of "*", "+", "?" and "|". "a{1000}" is within, "(a{100}){100}" is not.
+    /// Matching takes up to 100 bytes of stack for each.
+    std::size_t patternStates = 2048;
+
+    /// States of the pattern times bytes of the text: a million letters match "[a-z]*", which is 3
+    /// million. Each takes up to 40 nanoseconds in optimized code, so matching ends within four
+    /// seconds.
+    std::size_t matchSteps = 100'000'000;
 };
 
 } // namespace Tolv

@@ -23,7 +23,8 @@
 /// What stays valid: a reference to a child of an object stays valid while keys are added to that
 /// object. A reference into an array is lost when the array grows. Assigning to an element, or
 /// destroying it, ends all references into it; so does, for `const` references, any writing access
-/// to it after it was copied.
+/// to it after it was copied. An element must not be moved into a child of its own; copying it
+/// there is fine.
 ///
 /// Threads: distinct values may be used from distinct threads at the same time, even where they
 /// share content. One value must not be used by two threads while one of them writes.
@@ -229,12 +230,14 @@ public:
     Element& operator[](std::string const& key) { return child(KeyView(key)); }
     Element& operator[](KeyView const& key) { return child(key); } ///< extension
     Element& operator[](char const* key) { return child(KeyView(key)); }
+    Element& operator[](int) = delete; ///< entries are reached through `Array&`
 
     /// The child of `key`.
     /// @throws Exception::InvalidParameter when this is no object or the key is absent.
     Element const& operator[](std::string const& key) const { return child(KeyView(key)); }
     Element const& operator[](KeyView const& key) const { return child(key); } ///< extension
     Element const& operator[](char const* key) const { return child(KeyView(key)); }
+    Element const& operator[](int) const = delete;
 
     /// Extension: the child of `key`, or null when this is no object or the key is absent.
     [[nodiscard]] Element const* find(KeyView const& key) const noexcept {

@@ -218,7 +218,7 @@ private:
                                       std::to_string(offset));
 }
 
-/// A key in quotes for a message, cut at 60 bytes. It is escaped, since a NUL would end the message.
+/// A key in quotes for a message, cut at 60 bytes. It is escaped: a NUL would end the message.
 std::string quoted(std::string_view key) {
     auto shown = key.substr(0, 60);
     shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character

@@ -172,7 +172,9 @@ private:
 
     void floating(double number) {
         if (!std::isfinite(number)) {
-            out_.put(std::isnan(number) ? "\"NaN\"" : number > 0 ? "\"Infinity\"" : "\"-Infinity\"");
+            out_.put(std::isnan(number) ? "\"NaN\""
+                     : number > 0       ? "\"Infinity\""
+                                        : "\"-Infinity\"");
             return;
         }
         constexpr std::size_t most = 24; // -2.2250738585072014e-308

@@ -15,8 +15,8 @@ namespace Tolv::Msgs {
 /// An address: the list of strings that names an endpoint.
 using Address = std::vector<std::string>;
 
-/// A mirrored address.
-class TOLV_CORE_API ReflectedAddress : public MetaData::ReflectorArray<std::string> {
+/// A mirrored address. Lists that are read are moved in past `assign`, so nobody may override that.
+class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name, bool required);
     ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name, bool required);

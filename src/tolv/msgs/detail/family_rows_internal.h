@@ -26,6 +26,11 @@ MessageDescription describe(std::string_view family, std::string_view alias,
 namespace App {
 std::vector<MessageDescription> describeMessages();
 } // namespace App
+namespace Attrs {
+std::vector<MessageDescription> describeMessages();
+std::vector<MessageDescription> describeStructsMessages();
+std::vector<MessageDescription> describeBatches();
+} // namespace Attrs
 namespace Communications::Forwarder {
 std::vector<MessageDescription> describeMessages();
 } // namespace Communications::Forwarder

@@ -5,10 +5,9 @@ namespace Tolv::Msgs::Structs {
 
 bool FruData::operator==(FruData const& other) const {
     return sameFields(*this, other, &FruData::isPlaceholder, &FruData::name, &FruData::description,
-                      &FruData::manufacturer, &FruData::serialNumber, &FruData::slot,
-                      &FruData::lun, &FruData::deviceId, &FruData::isAssignable,
-                      &FruData::deviceType, &FruData::state, &FruData::version,
-                      &FruData::ipAddress);
+                      &FruData::manufacturer, &FruData::serialNumber, &FruData::slot, &FruData::lun,
+                      &FruData::deviceId, &FruData::isAssignable, &FruData::deviceType,
+                      &FruData::state, &FruData::version, &FruData::ipAddress);
 }
 
 bool SensorData::operator==(SensorData const& other) const {

@@ -24,9 +24,8 @@ EnumStringsThrow<Ports> const PortsEnums{
 };
 
 EnumStringsThrow<RootComplex> const RootComplexEnums{
-    {RootComplex::automatic, "auto"}, {RootComplex::esm, "esm"},
-    {RootComplex::ipass, "ipass"},    {RootComplex::slot1, "slot1"},
-    {RootComplex::slot2, "slot2"},    {RootComplex::slot3, "slot3"},
+    {RootComplex::automatic, "auto"}, {RootComplex::esm, "esm"},     {RootComplex::ipass, "ipass"},
+    {RootComplex::slot1, "slot1"},    {RootComplex::slot2, "slot2"}, {RootComplex::slot3, "slot3"},
     {RootComplex::slot4, "slot4"},    {RootComplex::slot5, "slot5"},
 };
 

@@ -13,7 +13,9 @@ bool isTestState(int value, char const* where) {
 
 } // namespace
 
-bool SelftestData::isState(int const& value) { return isTestState(value, "SelftestData::state = "); }
+bool SelftestData::isState(int const& value) {
+    return isTestState(value, "SelftestData::state = ");
+}
 
 bool SelftestTestState::isState(int const& value) {
     return isTestState(value, "SelftestTestState::testState = ");

@@ -42,10 +42,10 @@ constexpr auto denseWords(char const* const (&words)[Count]) {
 }
 
 constexpr auto sources = denseWords<TriggerSources>(
-    {"none",   "logicHigh", "logicLow", "trig0",   "trig1",   "trig2",   "trig3",
-     "trig4",  "trig5",     "trig6",    "trig7",   "trig8",   "trig9",   "trig10",
-     "trig11", "strig1",    "strig2",   "strig3",  "strig4",  "strig5",  "tstrig",
-     "swtrig1", "swtrig2",  "exttrig",  "gps1pps"});
+    {"none",    "logicHigh", "logicLow", "trig0",  "trig1",  "trig2",  "trig3",
+     "trig4",   "trig5",     "trig6",    "trig7",  "trig8",  "trig9",  "trig10",
+     "trig11",  "strig1",    "strig2",   "strig3", "strig4", "strig5", "tstrig",
+     "swtrig1", "swtrig2",   "exttrig",  "gps1pps"});
 
 constexpr auto outputs = denseWords<TriggerOutputs, 1>(
     {"trig0", "trig1", "trig2", "trig3", "trig4", "trig5", "trig6", "trig7", "trig8", "trig9",

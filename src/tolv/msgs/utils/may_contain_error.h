@@ -21,7 +21,9 @@ public:
     MayContainError(MayContainError const& other) : MayContainError() { *this = other; }
     MayContainError& operator=(MayContainError const&) = default;
 
-    [[nodiscard]] bool hasError() const noexcept { return error.pointer() != nullptr; }
+    [[nodiscard]] bool hasError() const noexcept {
+        return error.initialized() && error.pointer() != nullptr;
+    }
 
     /// Puts a report into an error message of its own.
     void setError(Errs::GenericErrorData const& report) {

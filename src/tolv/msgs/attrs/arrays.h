@@ -1,0 +1,92 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <tolv/msgs/attrs/info.h>
+#include <tolv/msgs/message_helpers.h>
+#include <tolv/msgs/payload_interface.h>
+
+/// @file
+/// Lists of attribute messages, whole and by range.
+namespace Tolv::Msgs::Attrs {
+
+/// A list of messages of one class, whose number stands once beside the list.
+template <class M>
+class ArrayDataConcrete : public MirroredObject {
+public:
+    ReflectorArray<M> attributes{this, "Attributes"_key, Required};
+    Reflector<unsigned short> attrType{this, "AttrType"_key, Required, M::MsgID().type()};
+    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key,
+                                       Optional}; ///< required unless 0 in `M`
+    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key,
+                                       Optional}; ///< required unless 0 in `M`
+
+    ArrayDataConcrete() {
+        requireUnlessZero(attrSub1, M::MsgID().sub1());
+        requireUnlessZero(attrSub2, M::MsgID().sub2());
+    }
+    ArrayDataConcrete(ArrayDataConcrete const& other) : ArrayDataConcrete() { *this = other; }
+    ArrayDataConcrete& operator=(ArrayDataConcrete const&) = default;
+
+private:
+    static void requireUnlessZero(Reflector<unsigned short>& field, unsigned short number) {
+        if (number != 0) {
+            field = number;
+            field.makeRequired();
+        }
+    }
+};
+
+/// A list of messages of any classes that derive from `M`. Each travels as a whole message and
+/// comes back with its class.
+template <class M>
+class ArrayDataPolymorphic : public SerializablePayloadInterface {
+public:
+    /// Copies of this payload share the messages.
+    std::vector<std::shared_ptr<M>> attributes;
+
+    /// @throws Exception::InvalidOperation when one of the pointers is null.
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// Replaces the list; when this throws, it is as it was.
+    /// @throws Exception::InvalidParameter when the key is missing or holds no list of messages,
+    /// and Exception::InvalidOperation when the id of one is not registered or its class does not
+    /// derive from `M`.
+    void copyFromMetaData(MetaData::Element const& element) override;
+};
+
+/// Asks for a part of a list.
+class TOLV_MESSAGES_API ArrayWithRangeRequestData : public SerializablePayloadInterface {
+public:
+    [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
+    [[nodiscard]] unsigned int number() const noexcept { return number_; }
+    void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
+    void setNumber(unsigned int number) noexcept { number_ = number; } ///< of elements
+
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit.
+    void copyFromMetaData(MetaData::Element const& element) override;
+
+private:
+    unsigned int offset_ = 0;
+    unsigned int number_ = 0;
+};
+
+extern template class TOLV_MESSAGES_API ArrayDataPolymorphic<AttrMessage>;
+
+/// A part of a list, and where it starts.
+class TOLV_MESSAGES_API ArrayWithRangeResponseData : public ArrayDataPolymorphic<AttrMessage> {
+public:
+    [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
+    void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
+
+    void copyToMetaData(MetaData::Element& element) const override;
+    /// @throws what the base throws, and Exception::InvalidParameter when the offset is missing or
+    /// doesn't fit; the list is then the new one.
+    void copyFromMetaData(MetaData::Element const& element) override;
+
+private:
+    unsigned int offset_ = 0;
+};
+
+} // namespace Tolv::Msgs::Attrs

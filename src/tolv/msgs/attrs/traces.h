@@ -1,0 +1,84 @@
+#pragma once
+
+#include <complex>
+#include <string>
+
+#include <tolv/msgs/attrs/meta_data.h>
+
+/// @file
+/// Arrays of samples with the metadata of their attribute. The samples travel in the encoded form,
+/// about 11 bytes a `double` and a sixth of a byte a `bool`.
+namespace Tolv::Msgs::Attrs {
+
+/// A run of samples. Nothing checks that it lies inside the trace.
+class TOLV_MESSAGES_API TraceSegment : public MirroredObject {
+public:
+    Reflector<unsigned long long> offset{this, "offset"_key, Required}; ///< samples
+    Reflector<unsigned long long> length{this, "length"_key, Required}; ///< samples
+
+    TraceSegment() = default;
+    TraceSegment(unsigned long long offset, unsigned long long length);
+    TraceSegment(TraceSegment const& other) : TraceSegment() { *this = other; }
+    TraceSegment& operator=(TraceSegment const&) = default;
+};
+
+} // namespace Tolv::Msgs::Attrs
+
+namespace Tolv::MetaData {
+extern template class TOLV_MESSAGES_API ReflectorArray<Msgs::Attrs::TraceSegment>;
+} // namespace Tolv::MetaData
+
+namespace Tolv::Msgs::Attrs {
+
+/// Marks the trace payloads.
+class isTrace {};
+
+/// Samples of type `T`, described by a record of class `M`.
+template <class T, class M>
+class TracePayload : public HasMetaData<M>, public isTrace {
+public:
+    ReflectorArray<T> trace{this, "trace"_key, Required, true};
+
+    TracePayload() = default;
+    TracePayload(TracePayload const& other) : TracePayload() { *this = other; }
+    TracePayload& operator=(TracePayload const&) = default;
+
+    /// True: neither samples nor segments are compared with the metadata.
+    [[nodiscard]] virtual bool validate() const;
+
+    /// Extension: why `validate` gives false; always empty.
+    [[nodiscard]] std::string explainInvalid() const;
+};
+
+/// A trace that consists of several runs of samples. They need not cover it.
+template <class T, class M>
+class TraceWithSegmentsPayload : public TracePayload<T, M> {
+public:
+    ReflectorArray<TraceSegment> segments{this, "segments"_key, Required};
+
+    TraceWithSegmentsPayload() = default;
+    TraceWithSegmentsPayload(TraceWithSegmentsPayload const& other) : TraceWithSegmentsPayload() {
+        *this = other;
+    }
+    TraceWithSegmentsPayload& operator=(TraceWithSegmentsPayload const&) = default;
+
+    [[nodiscard]] bool validate() const override;
+};
+
+extern template class TOLV_MESSAGES_API TracePayload<double, RangedMetaData<double>>;
+extern template class TOLV_MESSAGES_API TracePayload<std::complex<double>, RangedMetaData<double>>;
+extern template class TOLV_MESSAGES_API
+    TracePayload<std::complex<double>, RangedMetaData<std::complex<double>>>;
+extern template class TOLV_MESSAGES_API TracePayload<bool, RangedMetaData<long long>>;
+extern template class TOLV_MESSAGES_API TracePayload<std::complex<bool>, RangedMetaData<long long>>;
+extern template class TOLV_MESSAGES_API TracePayload<bool, AttrMetaDataBase>;
+extern template class TOLV_MESSAGES_API TracePayload<std::complex<bool>, AttrMetaDataBase>;
+
+extern template class TOLV_MESSAGES_API TraceWithSegmentsPayload<double, RangedMetaData<double>>;
+extern template class TOLV_MESSAGES_API
+    TraceWithSegmentsPayload<std::complex<double>, RangedMetaData<double>>;
+extern template class TOLV_MESSAGES_API TraceWithSegmentsPayload<bool, RangedMetaData<long long>>;
+extern template class TOLV_MESSAGES_API
+    TraceWithSegmentsPayload<std::complex<bool>, RangedMetaData<long long>>;
+
+} // namespace Tolv::Msgs::Attrs
