@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <tolv/core/exceptions.h>
@@ -28,17 +29,26 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
 }
 
 /// The messages of `array`, each made by the factory.
-/// @throws Exception::InvalidOperation when the id of an entry isn't registered or its class
-/// doesn't derive from `M`, and Exception::InvalidParameter when an entry is no message.
+/// @throws Exception::InvalidOperation, naming the entry, when one is no message, its id isn't
+/// registered or its class doesn't derive from `M`.
 template <class M>
 std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
     std::vector<std::shared_ptr<M>> messages;
     messages.reserve(array.size());
+    auto const refuse = [&](std::string const& why) {
+        throw Exception::InvalidOperation("entry " + std::to_string(messages.size()) +
+                                          " of the list: " + why);
+    };
     for (auto const& entry : array) {
-        messages.push_back(std::dynamic_pointer_cast<M>(Message::CreateFromMetaData(entry)));
-        if (messages.back() == nullptr)
-            throw Exception::InvalidOperation("entry " + std::to_string(messages.size() - 1) +
-                                              " of the list is of no class that belongs there");
+        std::shared_ptr<M> message;
+        try {
+            message = std::dynamic_pointer_cast<M>(Message::CreateFromMetaData(entry));
+        } catch (Exception::InvalidParameter const& e) {
+            refuse(e.what());
+        }
+        if (message == nullptr)
+            refuse("its class is unknown, or does not belong there");
+        messages.push_back(std::move(message));
     }
     return messages;
 }

@@ -40,12 +40,14 @@ bool isShared(ContainerRep const& rep) noexcept {
 
 // ---- Memory --------------------------------------------------------------------------------
 
+// NOLINTBEGIN(bugprone-sizeof-expression): the items of an index are pointers
 template <class Rep, class Item>
 Rep* allocate(std::uint64_t items) {
     if (items > (std::numeric_limits<std::size_t>::max() - sizeof(Rep)) / sizeof(Item))
         throw std::bad_alloc();
     return new (::operator new(sizeof(Rep) + static_cast<std::size_t>(items) * sizeof(Item))) Rep;
 }
+// NOLINTEND(bugprone-sizeof-expression)
 
 TextRep* newText(std::size_t size) {
     if (size > std::numeric_limits<std::uint32_t>::max())

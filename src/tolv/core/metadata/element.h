@@ -167,6 +167,7 @@ TOLV_CORE_API char const* describe(Kind kind) noexcept;
 /// strings of up to 14 bytes need no allocation.
 class TOLV_CORE_API Element {
 public:
+    // NOLINTNEXTLINE(modernize-use-equals-default): with a default the union would have none
     Element() noexcept {}
     // NOLINTBEGIN(google-explicit-constructor): these make an element of a value
     Element(Null) noexcept {}

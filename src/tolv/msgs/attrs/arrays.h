@@ -49,8 +49,8 @@ public:
     /// @throws Exception::InvalidOperation when one of the pointers is null.
     void copyToMetaData(MetaData::Element& element) const override;
     /// Replaces the list; when this throws, it is as it was.
-    /// @throws Exception::InvalidParameter when the key is missing or holds no list of messages,
-    /// and Exception::InvalidOperation when the id of one is not registered or its class does not
+    /// @throws Exception::InvalidParameter when the key is missing or holds no list, and
+    /// Exception::InvalidOperation when an entry is no message, or its class is unknown or does not
     /// derive from `M`.
     void copyFromMetaData(MetaData::Element const& element) override;
 };

@@ -21,8 +21,8 @@ public:
 
         /// @throws Exception::InvalidOperation when a parameter is null.
         void copyToMetaData(MetaData::Element& element) const override;
-        /// @throws Exception::InvalidParameter when `element` is no array or an entry no message,
-        /// and Exception::InvalidOperation when the id of an entry isn't registered.
+        /// @throws Exception::InvalidParameter when `element` is no array, and
+        /// Exception::InvalidOperation when an entry is no message or its class is unknown.
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 

@@ -36,8 +36,12 @@ public:
                 raise(own);
             });
         ConverterFactory::registerExceptionConverter(
-            typeid(Exc).name(), [make](std::exception const& error) {
-                return std::shared_ptr<ExceptionMessage>(make(dynamic_cast<Exc const&>(error)));
+            typeid(Exc).name(),
+            [make](std::exception const& error) -> std::shared_ptr<ExceptionMessage> {
+                if (auto const* const own = dynamic_cast<Exc const*>(&error))
+                    return make(*own);
+                // Two classes in unnamed namespaces may have the same name; this is the other.
+                return std::make_shared<UnknownExceptionMessage>(CommonExceptionData(error.what()));
             });
     }
     ConverterRegistrar(ConverterRegistrar const&) = delete;

@@ -1,0 +1,458 @@
+"""What people and scripts rely on when they run tolvmsg.
+
+The environment names the program (TOLVMSG) and a library with a message class that no catalogue
+knows (USER_CLASS).
+"""
+
+import base64
+import json
+import os
+import pty
+import select
+import struct
+import subprocess
+import tempfile
+import unittest
+
+TOLVMSG = os.environ["TOLVMSG"]
+USER_CLASS = os.environ["USER_CLASS"]
+
+CONNECT = (b'{"MessageID":844424930131969,"Data":{"MaxVersion":1,"MinVersion":1,'
+           b'"BinaryTransmission":true}}')
+CORRUPT_SENDER = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Sender"
+
+
+class Result:
+    def __init__(self, done):
+        self.status = done.returncode
+        self.out = done.stdout
+        self.err = done.stderr.decode()
+
+    def rows(self):
+        """The lines of the output, each of which has to be JSON."""
+        lines = self.out.decode().split("\n")
+        assert lines.pop() == "", "the last line has no end"
+        return [json.loads(line) for line in lines]
+
+
+def run(*arguments, text=b"", **options):
+    return Result(subprocess.run([TOLVMSG, *arguments], input=text, capture_output=True,
+                                 timeout=120, **options))
+
+
+def decode(text, *arguments):
+    return run("decode", "--json", *arguments, text=text)
+
+
+def message(number, data=None, family=3, **others):
+    tree = {"MessageID": (family << 48) + number, **others}
+    if data is not None:
+        tree["Data"] = data
+    return json.dumps(tree).encode()
+
+
+def attribute(number, data=None, **others):
+    return message(number, data, family=4, **others)
+
+
+def encoded(kind, values):
+    data = b"".join(struct.pack("<d", value) for value in values)
+    return {"type": kind, "len": len(values), "base64": base64.b64encode(data).decode()}
+
+
+def classes():
+    return json.loads(run("list", "--json").out)
+
+
+class List(unittest.TestCase):
+    def test_rows_agree_with_each_other_and_with_the_text(self):
+        rows = classes()
+        self.assertIn("0x0003000000000001", [row["id"] for row in rows])
+        self.assertEqual(sorted(row["id"] for row in rows), [row["id"] for row in rows])
+        self.assertEqual(len(rows), len({row["alias"] for row in rows}))
+        lines = run("list").out.decode().splitlines()
+        self.assertEqual(len(rows), len(lines))
+        for row, line in zip(rows, lines):
+            fields = [row[key] for key in ("family", "sub1", "sub2", "type")]
+            self.assertRegex(row["id"], "^0x[0-9a-f]{16}$")
+            self.assertEqual("0x" + "".join(f"{field:04x}" for field in fields), row["id"])
+            columns = line.split(None, 3)
+            self.assertEqual([row["id"], ".".join(map(str, fields)), row["alias"],
+                              row["payload"] or "-"], columns)
+            self.assertEqual(row["payload"] is None, "SimpleMessageHelper<" in row["class"], row)
+            if row["payload"]:
+                self.assertIn(", " + row["payload"] + ", ", row["class"])
+            self.assertTrue(row["role"])
+
+    def test_one_class_in_full(self):
+        row = next(row for row in classes() if row["id"] == "0x0003000000000001")
+        row.pop("role")
+        self.assertEqual({"id": "0x0003000000000001", "family": 3, "sub1": 0, "sub2": 0, "type": 1,
+                          "class": "PayloadMessageHelper<App::AppMessage, App::Connect, 1>",
+                          "alias": "App::ConnectMessage", "payload": "App::Connect"}, row)
+
+    def test_class_of_a_user(self):
+        preload = {**os.environ, "LD_PRELOAD": USER_CLASS}
+        rows = json.loads(run("list", "--json", env=preload).out)
+        self.assertEqual(len(classes()) + 1, len(rows))
+        row = next(row for row in rows if row["id"] == "0x000300000000eeee")
+        self.assertEqual([None, None, None], [row["alias"], row["payload"], row["role"]])
+        self.assertRegex(row["class"], r"PayloadMessageHelper<.*Gauge.*>")
+
+        self.assertEqual(2, run("example", "3.0.0.61166", env=preload).status)
+        done = run("decode", "--json", text=message(0xEEEE, {"level": 2.5}), env=preload)
+        self.assertEqual((0, {"level": 2.5}), (done.status, done.rows()[0]["message"]["Data"]))
+        self.assertNotIn("unread", done.rows()[0])
+        self.assertIn(row["class"], run("decode", text=message(0xEEEE), env=preload).out.decode())
+
+
+class Example(unittest.TestCase):
+    def test_notations(self):
+        for notation in ("0x0003000000000001", "0X3000000000001", "844424930131969", "3.0.0.1",
+                         "App::ConnectMessage", "ConnectMessage"):
+            with self.subTest(notation):
+                done = run("example", notation)
+                self.assertEqual((0, CONNECT + b"\n", ""), (done.status, done.out, done.err))
+
+    def test_refusals(self):
+        table = (
+            # asked for, what the complaint must hold
+            ("connectmessage", "App::ConnectMessage"),   # case counts, but is suggested
+            ("App::ConectMessage", "App::ConnectMessage"),
+            ("Conn", "App::ConnectMessage"),             # a part of the name
+            ("3.0.0.999", "0x00030000000003e7"),         # well formed, but no class
+            ("3.0.0", "tolvmsg list"),                   # not four fields
+            ("3.0.0.1.1", "tolvmsg list"),
+            ("3.0.0.65537", "tolvmsg list"),             # would wrap around to 3.0.0.1
+            ("0x", "tolvmsg list"),
+            ("0x10003000000000001", "tolvmsg list"),     # 65 bits
+            ("18447588498639683585", "tolvmsg list"),    # 2^64 beyond 3.0.0.1
+            ("-1", ""),
+            ("", "tolvmsg list"),
+        )
+        for asked, complaint in table:
+            with self.subTest(asked):
+                done = run("example", asked)
+                self.assertEqual((2, b""), (done.status, done.out))
+                self.assertTrue(done.err.startswith("tolvmsg: "), done.err)
+                self.assertIn(complaint, done.err)
+
+    def test_every_class_reads_its_own_example(self):
+        rows = classes()
+        examples = [run("example", row["alias"]).out for row in rows]
+        done = decode(b"".join(examples))
+        self.assertEqual(0, done.status)
+        lines = done.out.splitlines()
+        self.assertEqual(len(rows), len(lines))
+        for row, example, line in zip(rows, examples, lines):
+            with self.subTest(row["alias"]):
+                self.assertEqual(row["id"], f'0x{json.loads(example)["MessageID"]:016x}')
+                shown = json.loads(line)
+                self.assertEqual({"line", "id", "class", "alias", "message"} |
+                                 # what only a destination makes meaningful misses it
+                                 ({"unread"} if row["class"].startswith("DestID") else set()),
+                                 set(shown))
+                self.assertEqual([row[key] for key in ("id", "class", "alias")],
+                                 [shown[key] for key in ("id", "class", "alias")])
+                self.assertIn(b'"message":' + example.rstrip(b"\n"), line)
+        self.assertEqual(0, run("decode", text=b"".join(examples)).status)
+
+
+class Decode(unittest.TestCase):
+    def test_bad_lines_between_good_ones(self):
+        bad = (
+            # line, whether the id is known, what the error must hold
+            (b"{oops", False, "byte 1"),
+            (b'{"MessageID":844424930131969', False, "unexpected end"),
+            (b"[1]", False, "an array"),
+            (b"7", False, "a number"),
+            (b"null", False, "null"),
+            (b"{}", False, "MessageID"),
+            (b'{"MessageID":"844424930131969"}', False, "MessageID"),
+            (b'{"MessageID":-1}', False, "MessageID"),
+            (b'{"MessageID":1.5}', False, "MessageID"),
+            (b'{"MessageID":5}', True, "0.0.0.5"),
+            (b'{"MessageID":18446744073709551615}', True, "0xffffffffffffffff"),
+            (b'{"MessageID":844424930131972,"MessageID":844424930131972}', False, "twice"),
+            (CONNECT + CONNECT, False, "behind the value"),
+            (b"\x00", False, "0x00"),
+            (CONNECT[:20] + b"\x00" + CONNECT[20:], False, "0x00"),
+            (b'{"\xff\xfe":1}', False, "UTF-8"),
+            (b'{"\xed\xa0\x80":1,"\xed\xa0\x80":2}', False, "UTF-8"),
+            (b"\xef\xbb\xbf" + CONNECT, False, "byte order mark"),
+            (b"[" * 100000, False, "depth"),
+            (b'{"a":' * 300 + b"1" + b"}" * 300, False, "depth"),
+        )
+        text = b"".join(CONNECT + b"\n" + line + b"\n" for line, _, _ in bad)
+        done = decode(text + CONNECT + b"\n")
+        self.assertEqual((1, ""), (done.status, done.err))
+        rows = done.rows()
+        self.assertEqual(list(range(1, 2 * len(bad) + 2)), [row["line"] for row in rows])
+        for row in rows[::2]:
+            self.assertEqual(json.loads(CONNECT), row["message"])
+        for row, (line, known, error) in zip(rows[1::2], bad):
+            with self.subTest(line[:40]):
+                self.assertIn(error, row["error"])
+                self.assertEqual({"line", "error"} | ({"id"} if known else set()), set(row))
+
+        for_people = run("decode", text=text)
+        self.assertEqual(1, for_people.status)
+        self.assertEqual(len(bad), for_people.out.count(b"no message: "))
+
+    def test_ends_of_lines(self):
+        table = (
+            (CONNECT, [1]),                                   # the last line needs no end
+            (CONNECT + b"\n", [1]),
+            (CONNECT + b"\r\n" + CONNECT + b"\r\n", [1, 2]),
+            (b"\n \t\n\r\n" + CONNECT + b"\n\n", [4]),        # blank lines count
+            (b"", []),
+            (b"\n", []),
+            (b" " + CONNECT + b" \n", [1]),
+        )
+        for text, lines in table:
+            with self.subTest(text[:20]):
+                done = decode(text)
+                self.assertEqual((0, lines), (done.status, [row["line"] for row in done.rows()]))
+
+    def test_lines_of_all_lengths_across_the_buffer(self):
+        """Lines that end anywhere near the end of a buffer, among them lines larger than it. They
+        differ from their first bytes on, so that no part of one can stand in for another's."""
+        lengths = [*range(3000), 131000, 65536, 131072, 131071, 5, 400000, 1, 262144, *range(3000)]
+        names = [f"{number}:" + "x" * length for number, length in enumerate(lengths)]
+        done = decode(b"\n".join(b'{"Sender":["%b"],"MessageID":844424930131972}' % name.encode()
+                                 for name in names))
+        self.assertEqual(names, [row["message"]["Sender"][0] for row in done.rows()])
+
+    def test_bound_on_a_line(self):
+        bound = str(len(CONNECT))
+        long = CONNECT[:-1] + b" }"
+        text = b"\r\n".join((CONNECT, long, CONNECT, b"x" * 1000000, CONNECT, long))
+        rows = decode(text, "--max-line", bound).rows()
+        self.assertEqual([False, True, False, True, False, True], ["error" in row for row in rows])
+        self.assertEqual(list(range(1, 7)), [row["line"] for row in rows])
+        self.assertIn(f"longer than {bound} bytes", rows[1]["error"])
+
+    def test_unread(self):
+        good = {"MaxVersion": 3, "MinVersion": 1, "BinaryTransmission": False}
+        error = {"MessageID": (5 << 48) + 1,
+                 "Data": {"ErrorLevel": 1, "ErrorCategory": 0, "ErrorNumber": 3,
+                          "ErrorDescription": "", "Timestamp": ""}}
+        unknown = {"MessageID": 77}
+        bit = json.loads(attribute(3, {"b": True}))
+        table = (
+            # line, the paths that were not read with what was found there
+            (message(1, good), {}),
+            (message(1, {**good, "MaxVersion": 3.0}), {}),    # the same number
+            (message(1, {**good, "MaxVersion": "3"}), {"Data.MaxVersion": '"3"'}),
+            (message(1, {**good, "MaxVersion": 3e10}), {"Data.MaxVersion": "3e+10"}),
+            (message(1, {**good, "MaxVersion": None}), {"Data.MaxVersion": "null"}),
+            (message(1, {**good, "More": {"a": [1]}}), {"Data.More": "{a: [1]}"}),
+            (message(1, {**good, "a b\n": 1}), {r'Data."a b\n"': "1"}),
+            (message(1, {"MaxVersion": 1, "MinVersion": 1}), {"Data.BinaryTransmission": None}),
+            (message(1), {"Data": None}),
+            (message(1, 5), {"Data": "5"}),
+            (message(4, {"a": 1}), {"Data": "{a: 1}"}),       # a class without payload
+            (message(4, Destination=["a", 1]), {"Destination": '["a", 1]'}),
+            # a payload of all or nothing, and why it is nothing
+            (message(3, {"MaxVersion": 1, "MinVersion": 1, "MessageType": "x"}),
+             {"Data": '{MaxVersion: 1, MinVersion: 1, MessageType: "x"}',
+              "Data.MessageType": '"x"', "Data.SupportsBinary": None}),
+            # messages inside of messages
+            (message(18, {"Result": True, "UUID": "", "Error": error}), {}),
+            (message(18, {"Result": True, "UUID": "", "Error": {**error, "Data": {}}}),
+             {f"Data.Error.Data.{key}": None for key in error["Data"]}),
+            (message(18, {"Result": True, "UUID": "", "Error": unknown}),
+             {"Data": '{Result: true, UUID: "", Error: {MessageID: 77}}',
+              "Data.Error.MessageID": "0x000000000000004d  0.0.0.77"}),
+        )
+        trace = encoded(3, [1, 2])
+        table += (
+            # arrays, in whatever form they come
+            (attribute(6, {"trace": trace}), {}),
+            (attribute(6, {"trace": [1, 2.5, "NaN", "-Infinity"]}), {}),
+            (attribute(6, {"trace": {"type": 3, "len": 0}}), {}),
+            (attribute(6, {"trace": []}), {}),
+            (attribute(6, {"trace": [1, "x"]}), {"Data.trace": '[1, "x"]'}),
+            (attribute(6, {"trace": {**trace, "type": 4}}),
+             {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
+            (attribute(6, {"trace": {**trace, "len": 3}}),
+             {"Data.trace": '2 x double ("len" says 3): 1.0, 2.0'}),
+            (attribute(6, {"trace": {"type": 3, "len": 1}}),
+             {"Data": '{trace: 0 x double ("len" says 1)}', "Data.trace.base64": None}),
+            (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
+             {"Data": '{trace: 1 x double ("len" says 2), not base64}',
+              "Data.trace.base64": None}),
+            # a batch is read as a whole or not at all
+            (attribute(1 + (1 << 32), {"Messages": [bit, bit]}), {}),
+            (attribute(1 + (1 << 32), {"Messages": [bit, 5]}),
+             {"Data.Messages": "[{MessageID: 1125899906842627, Data: {b: true}}, 5]"}),
+            # what only a destination makes meaningful
+            (attribute(13), {"Destination": None}),
+            (attribute(13, Destination=["a"]), {}),
+        )
+        done = decode(b"\n".join(line for line, _ in table))
+        self.assertEqual(0, done.status)
+        for row, (line, unread) in zip(done.rows(), table):
+            with self.subTest(line):
+                self.assertEqual(unread, {u["path"]: u["found"] for u in row.get("unread", ())})
+                self.assertEqual(len(unread), len(row.get("unread", ())))
+                self.assertTrue(all(u["problem"] for u in row.get("unread", ())))
+
+    def test_diagnostics_of_the_library(self):
+        """What the library prints belongs to its message, and stays out of the way."""
+        corrupt = message(4, Sender=["a", 1])
+        rows = decode(b"\n".join((corrupt, CONNECT, corrupt))).rows()
+        self.assertEqual([[CORRUPT_SENDER], None, [CORRUPT_SENDER]],
+                         [row.get("notes") for row in rows])
+        text = run("decode", text=corrupt).out.decode()
+        self.assertIn(f"  note    {CORRUPT_SENDER}\n", text)
+
+    def test_for_people(self):
+        text = message(1, {"MaxVersion": 3, "MinVersion": "one", "BinaryTransmission": True},
+                       Sender=["client", "a b\x1b"])
+        self.assertEqual("""\
+line 1  App::ConnectMessage: opens a connection
+  class   PayloadMessageHelper<App::AppMessage, App::Connect, 1>
+  id      0x0003000000000001  3.0.0.1
+  from    client / "a b\\u001b"
+  to      -
+  data    App::Connect
+    MaxVersion          3
+    BinaryTransmission  true
+  unread
+    Data.MinVersion  did not read  "one"
+
+""", run("decode", text=text).out.decode())
+
+    def test_long_values_for_people(self):
+        samples = encoded(3, [0.5 * i for i in range(1000)])
+        extra = {"trace": samples, "cut": {**samples, "len": 7}, "few": encoded(3, [1.5]),
+                 "bits": {"type": 1, "len": 10, "base64": "BQI="},
+                 "complex bits": {"type": 2, "len": 2, "base64": "CQ=="},
+                 "ints": {"type": 9, "len": 1, "base64": "/////w=="},
+                 "not base64": {"type": 3, "len": 1, "base64": "!" * 12},
+                 "text": "é" * 500, "list": list(range(100))}
+        shown = {u["path"]: u["found"]
+                 for u in decode(message(4, None, **extra)).rows()[0]["unread"]}
+        self.assertEqual({
+            "trace": "1000 x double, first 0.0, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 3.5",
+            "cut": '1000 x double ("len" says 7), first 0.0, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 3.5',
+            "few": "1 x double: 1.5",
+            "bits": "10 x bool, first true, false, true, false, false, false, false, false",
+            '"complex bits"': "2 x complex bool: [true, false], [false, true]",
+            "ints": "1 x int: -1",
+            '"not base64"': '1 x double, not base64',
+            "text": '"' + "é" * 36 + '..." (1000 bytes)',
+            "list": "[0, 1, 2, 3, 4, 5, 6, 7, ...] (100 entries)",
+        }, {path: found for path, found in shown.items() if not path.endswith(".base64")})
+
+    def test_deep_but_allowed(self):
+        levels = 250
+        text = message(4, Extra=json.loads("[" * levels + "]" * levels))
+        self.assertEqual(0, decode(text).status)
+        self.assertEqual(0, run("decode", text=text).status)
+
+
+class Streams(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+
+    def file(self, name, content):
+        path = os.path.join(self.folder.name, name)
+        with open(path, "wb") as out:
+            out.write(content)
+        return path
+
+    def test_files(self):
+        one = self.file("one", CONNECT + b"\n")
+        two = self.file("list", b"{\n" + CONNECT)  # no end: the next file starts a line of its own
+        missing = os.path.join(self.folder.name, "missing")
+        done = decode(CONNECT, one, "-", two)
+        self.assertEqual(1, done.status)
+        self.assertEqual([(one, 1), ("-", 1), (two, 1), (two, 2)],
+                         [(row["file"], row["line"]) for row in done.rows()])
+        self.assertNotIn("file", decode(b"", one).rows()[0])
+        for unreadable in (missing, self.folder.name):
+            with self.subTest(unreadable):
+                done = decode(b"", one, unreadable, two)
+                self.assertEqual((2, 3), (done.status, len(done.rows())))
+                self.assertIn(unreadable, done.err)
+        name = self.file(b"\xff".decode(errors="surrogateescape"), CONNECT)
+        self.assertEqual(2, len(decode(b"", name, one).rows()))
+
+    def test_wrong_usage(self):
+        for arguments in ((), ("nothing",), ("decode", "--nothing"), ("example",),
+                          ("example", "3.0.0.1", "3.0.0.2"), ("list", "more"),
+                          ("decode", "--max-line", "-1")):
+            with self.subTest(arguments):
+                done = run(*arguments)
+                self.assertEqual((2, b""), (done.status, done.out))
+                self.assertTrue(done.err.startswith("tolvmsg: "), done.err)
+
+    def test_help(self):
+        for arguments in (("--help",), ("list", "--help"), ("example", "--help"),
+                          ("decode", "--help")):
+            with self.subTest(arguments):
+                done = run(*arguments)
+                self.assertEqual((0, ""), (done.status, done.err))
+                self.assertIn(b"Example", done.out)
+        self.assertRegex(run("--version").out.decode(), r"^tolvmsg \d+\.\d+\.\d+\n$")
+
+    def test_memory_is_bounded(self):
+        """100,000 lines, 100 MB in all, in far less memory than that."""
+        path = self.file("log", (message(4, Sender=["x" * 1000]) + b"\n") * 100000)
+        lines = 0
+        peak = None
+        with subprocess.Popen([TOLVMSG, "decode", "--json", path],
+                              stdout=subprocess.PIPE) as process:
+            for _ in process.stdout:
+                lines += 1
+                if lines == 99000:
+                    # The pipe cannot hold the rest, so the process is still there. The peak that
+                    # wait4() gives would be that of this process if it is the larger one.
+                    with open(f"/proc/{process.pid}/status") as status:
+                        peak = next(int(line.split()[1]) for line in status if "VmHWM" in line)
+        self.assertEqual((0, 100000), (process.returncode, lines))
+        self.assertLess(peak, 40 * 1024, "KiB")
+
+    def test_reader_that_goes_away(self):
+        path = self.file("log", (CONNECT + b"\n") * 20000)
+        for arguments in (("decode", path), ("decode", "--json", path)):
+            with self.subTest(arguments):
+                process = subprocess.Popen([TOLVMSG, *arguments], stdout=subprocess.PIPE,
+                                           stderr=subprocess.PIPE)
+                self.assertTrue(process.stdout.readline())
+                process.stdout.close()
+                self.assertEqual(b"", process.stderr.read())
+                process.stderr.close()
+                self.assertEqual(3, process.wait(60))
+
+    def test_full_disk(self):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([TOLVMSG, "list"], stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual(3, done.returncode)
+
+    def test_shows_a_message_before_the_next_comes(self):
+        """A message on a pipe or a terminal shows at once; the input stays open meanwhile."""
+        pipe_out, pipe_in = os.pipe()
+        for reading, writing in ((pipe_out, pipe_in), pty.openpty()[::-1]):
+            with self.subTest(terminal=os.isatty(reading)), subprocess.Popen(
+                    [TOLVMSG, "decode", "--json"], stdin=reading,
+                    stdout=subprocess.PIPE) as process:
+                for number in (1, 2):
+                    os.write(writing, CONNECT + b"\n")
+                    if not select.select([process.stdout], [], [], 30)[0]:
+                        process.kill()
+                        self.fail("nothing shown")
+                    self.assertEqual(number, json.loads(os.read(process.stdout.fileno(),
+                                                                65536))["line"])
+                if os.isatty(reading):
+                    os.write(writing, b"\x04")  # end of input
+                else:
+                    os.close(writing)
+                self.assertEqual(0, process.wait(60))
+
+
+if __name__ == "__main__":
+    unittest.main()

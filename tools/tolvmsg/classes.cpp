@@ -1,0 +1,59 @@
+#include <algorithm>
+#include <cstdlib>
+
+#include <cxxabi.h>
+
+#include <tolv/msgs/catalogue.h>
+
+#include "classes.h"
+
+namespace Tolv::Tool {
+
+namespace {
+
+std::string demangled(std::string const& name) {
+    int status = 0;
+    std::unique_ptr<char, void (*)(void*)> const text(
+        abi::__cxa_demangle(name.c_str(), nullptr, nullptr, &status), &std::free);
+    return status == 0 ? text.get() : name;
+}
+
+MessageClass describe(Msgs::Message::MsgFactory::Entry const& entry) {
+    auto const* const row = Msgs::findMessage(entry.id);
+    if (row == nullptr)
+        return {entry.id, {}, {}, demangled(entry.typeName), {}, {}, nullptr};
+    return {row->id,
+            row->fullAlias(),
+            std::string(row->alias),
+            std::string(row->className),
+            std::string(row->payload),
+            std::string(row->role),
+            row->make};
+}
+
+} // namespace
+
+Classes::Classes() {
+    for (auto const& entry : Msgs::Message::MsgFactory::Instance().entries())
+        all_.push_back(describe(entry));
+}
+
+MessageClass const* Classes::find(unsigned long long id) const noexcept {
+    auto const found = std::lower_bound(
+        all_.begin(), all_.end(), id,
+        [](MessageClass const& c, unsigned long long wanted) { return c.id < wanted; });
+    return found != all_.end() && found->id == id ? &*found : nullptr;
+}
+
+MetaData::Element const* Classes::defaultTree(unsigned long long id) const {
+    if (auto const known = trees_.find(id); known != trees_.end())
+        return &known->second;
+    auto const* const found = find(id);
+    if (found == nullptr || found->make == nullptr)
+        return nullptr;
+    auto& tree = trees_[id];
+    found->make()->copyToMetaData(tree);
+    return &tree;
+}
+
+} // namespace Tolv::Tool

@@ -1,0 +1,154 @@
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "captured_cout.h"
+#include "commands.h"
+#include "line_reader.h"
+#include "line_views.h"
+#include "text.h"
+
+namespace Tolv::Tool {
+
+namespace {
+
+struct Options {
+    bool json = false;
+    std::size_t mostLineBytes = std::size_t{1} << 30U;
+    std::vector<std::string> files;
+};
+
+/// A file that is open for reading.
+class Input {
+public:
+    /// @throws std::system_error
+    explicit Input(std::string const& file)
+        : descriptor_(file == "-" ? STDIN_FILENO : ::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (descriptor_ < 0)
+            throw std::system_error(errno, std::generic_category());
+    }
+    Input(Input const&) = delete;
+    Input& operator=(Input const&) = delete;
+    ~Input() {
+        if (descriptor_ != STDIN_FILENO)
+            ::close(descriptor_);
+    }
+
+    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+class Decoder {
+public:
+    Decoder(Options const& options, Output& out) : options_(options), out_(out) {}
+
+    int run() {
+        for (auto const& file : options_.files) {
+            try {
+                decode(file);
+            } catch (std::system_error const& e) {
+                out_.flush(); // what was read before comes first
+                auto const text = "tolvmsg: cannot read " +
+                                  (file == "-" ? "the standard input" : word(file)) + ": " +
+                                  e.code().message() + '\n';
+                std::fputs(text.c_str(), stderr);
+                status_ = wrongUsage;
+            }
+        }
+        return status_;
+    }
+
+private:
+    void decode(std::string const& file) {
+        Input const input(file);
+        LineReader reader(input.descriptor(), options_.mostLineBytes, [this] { out_.flush(); });
+        LineNumber where{options_.files.size() > 1 ? std::string_view(file) : std::string_view(),
+                         0};
+        LineReader::Line line;
+        while (reader.next(line)) {
+            ++where.number;
+            if (line.tooLong)
+                show(refused("the line is longer than " + std::to_string(options_.mostLineBytes) +
+                             " bytes"),
+                     where);
+            else if (line.text.find_first_not_of(" \t\r") != std::string_view::npos)
+                show(examine(classes_, printed_, line.text), where);
+        }
+    }
+
+    void show(ExaminedLine const& line, LineNumber const& where) {
+        try {
+            out_.write((options_.json ? jsonOf : textOf)(line, where, classes_));
+        } catch (OutputLost const&) {
+            throw;
+        } catch (std::exception const& e) { // a message that cannot be shown
+            auto instead = refused(e.what());
+            instead.id = line.id;
+            show(instead, where);
+            return;
+        }
+        if (!line.error.empty() && status_ == success)
+            status_ = messagesLost;
+    }
+
+    static ExaminedLine refused(std::string reason) {
+        ExaminedLine line;
+        line.error = std::move(reason);
+        return line;
+    }
+
+    Options const& options_;
+    Output& out_;
+    Classes classes_;
+    CapturedCout printed_;
+    int status_ = success;
+};
+
+} // namespace
+
+void addDecodeCommand(CLI::App& app, Action& chosen) {
+    auto const options = std::make_shared<Options>();
+    auto* const command = app.add_subcommand("decode", "Shows messages, one line of JSON each");
+    command->add_flag("--json", options->json, "One JSON object a line, for programs");
+    command
+        ->add_option("--max-line", options->mostLineBytes,
+                     "A longer line is an error (default 1G; K, M and G are understood)")
+        ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 31U))
+        ->option_text("SIZE");
+    command->add_option("FILE", options->files, "Files to read; \"-\" is the standard input")
+        ->type_name("");
+    command->footer(
+        "A message is shown as the library reads it, with what did not read, and with what the\n"
+        "library said about it. A line that gives no message does not stop the others.\n"
+        "\n"
+        "With --json a line has \"line\" (from 1; \"file\", too, when there are several), \"id\",\n"
+        "\"class\", \"alias\" and \"message\", or \"error\". \"unread\" lists what is not in the\n"
+        "message as it stood in the input: \"path\", \"problem\" and \"found\" (null when nothing\n"
+        "was there); \"notes\" is what the library said. Both are left out when empty.\n"
+        "\n"
+        "Examples:\n"
+        "  tolvmsg decode session.ndjson\n"
+        "  tolvmsg example 3.0.0.1 | tolvmsg decode\n"
+        "  tolvmsg decode --json *.ndjson | jq 'select(.error or .unread)'\n"
+        "\n"
+        "Exit status: 0 every line gave a message; 1 one did not; 2 wrong usage, or a file that\n"
+        "cannot be read; 3 the standard output cannot be written.");
+    command->callback([&chosen, options] {
+        chosen = [options](Output& out) {
+            if (options->files.empty())
+                options->files.emplace_back("-");
+            return Decoder(*options, out).run();
+        };
+    });
+}
+
+} // namespace Tolv::Tool

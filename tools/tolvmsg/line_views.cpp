@@ -1,0 +1,125 @@
+#include <algorithm>
+
+#include <tolv/core/metadata/json.h>
+
+#include "ids.h"
+#include "json_object.h"
+#include "line_views.h"
+#include "text.h"
+#include "tree_text.h"
+
+namespace Tolv::Tool {
+
+namespace {
+
+constexpr std::size_t labelWidth = 8;
+
+std::string labelled(std::string_view label, std::string_view text) {
+    return padded(label, labelWidth) + std::string(text);
+}
+
+void addUnread(TreeText& text, std::vector<Unread> const& unread) {
+    constexpr std::size_t mostWidth = 48; // a longer path or text does not push the others
+    std::size_t paths = 0;
+    std::size_t problems = 0;
+    for (auto const& one : unread) {
+        if (width(one.path) <= mostWidth)
+            paths = std::max(paths, width(one.path));
+        if (width(one.problem) <= mostWidth && !one.found.empty())
+            problems = std::max(problems, width(one.problem));
+    }
+    text.line(2, "unread");
+    for (auto const& one : unread)
+        text.line(4, padded(one.path, paths) + "  " +
+                         (one.found.empty() ? one.problem
+                                            : padded(one.problem, problems) + "  " + one.found));
+}
+
+void addMessage(TreeText& text, ExaminedLine const& line, MessageClass const& known) {
+    auto const id = known.id;
+    if (!known.alias.empty())
+        text.line(2, labelled("class", known.className));
+    text.line(2, labelled("id", hexadecimal(id) + "  " + dotted(id)));
+    text.line(2, labelled("from", addressText(line.tree.find("Sender"))));
+    text.line(2, labelled("to", addressText(line.tree.find("Destination"))));
+    if (auto const* const data = line.tree.find("Data")) {
+        auto const empty = data->isObject() && data->object().empty();
+        text.line(2, labelled("data", known.payload + (empty ? ", no field is set" : "")));
+        if (data->isObject())
+            text.fields(data->object(), 4);
+        else
+            text.line(4, shortText(*data, 88));
+    } else if (!known.payload.empty()) {
+        text.line(2, labelled("data", known.payload + ", did not read"));
+    }
+}
+
+std::string unreadJson(std::vector<Unread> const& unread) {
+    std::vector<std::string> rows;
+    for (auto const& one : unread) {
+        JsonObject row;
+        row.add("path", one.path).add("problem", one.problem);
+        if (one.found.empty())
+            row.addNull("found");
+        else
+            row.add("found", one.found);
+        rows.push_back(row.text());
+    }
+    return jsonArray(rows);
+}
+
+} // namespace
+
+std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+    std::string out;
+    TreeText text(classes, out);
+    auto title = "line " + std::to_string(where.number) + "  ";
+    if (!where.file.empty())
+        title.insert(0, word(where.file) + ' ');
+    if (line.error.empty()) {
+        auto const& known = *classes.find(line.message->id());
+        text.line(0, title + known.name() + (known.role.empty() ? "" : ": " + known.role));
+        addMessage(text, line, known);
+        if (!line.unread.empty())
+            addUnread(text, line.unread);
+    } else {
+        text.line(0, title + "no message: " + validUtf8(line.error));
+    }
+    for (auto const& note : line.notes)
+        text.line(2, labelled("note", validUtf8(note)));
+    out.push_back('\n');
+    return out;
+}
+
+std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+    JsonObject out;
+    if (!where.file.empty())
+        out.add("file", where.file);
+    out.add("line", where.number);
+    if (line.id)
+        out.add("id", hexadecimal(*line.id));
+    if (line.error.empty()) {
+        auto const& known = *classes.find(*line.id);
+        out.add("class", known.className);
+        if (known.alias.empty())
+            out.addNull("alias");
+        else
+            out.add("alias", known.alias);
+        std::string message;
+        MetaData::WriterJson::Write(line.tree, message);
+        out.addJson("message", message);
+        if (!line.unread.empty())
+            out.addJson("unread", unreadJson(line.unread));
+    } else {
+        out.add("error", line.error);
+    }
+    if (!line.notes.empty()) {
+        std::vector<std::string> notes;
+        for (auto const& note : line.notes)
+            notes.push_back(jsonString(note));
+        out.addJson("notes", jsonArray(notes));
+    }
+    return out.text() + '\n';
+}
+
+} // namespace Tolv::Tool

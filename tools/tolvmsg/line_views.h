@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "classes.h"
+#include "examined_line.h"
+
+/// @file
+/// The two forms in which `tolvmsg decode` shows a line.
+namespace Tolv::Tool {
+
+/// Where a line stands.
+struct LineNumber {
+    std::string_view file; ///< empty when there is only one
+    std::uint64_t number;  ///< from 1
+};
+
+/// Several lines with a blank line behind them.
+std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes);
+
+/// One JSON object, with the end of its line.
+/// @throws Exception::InvalidParameter when the message holds what JSON cannot
+std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes);
+
+} // namespace Tolv::Tool

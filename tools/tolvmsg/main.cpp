@@ -1,0 +1,69 @@
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <sstream>
+
+#include <CLI/CLI.hpp>
+#include <unistd.h>
+
+#include "commands.h"
+
+using namespace Tolv::Tool;
+
+namespace {
+
+void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", text); }
+
+int run(int argc, char** argv, Output& out) {
+    CLI::App app("Shows the messages that instruments and their clients exchange.", "tolvmsg");
+    app.set_version_flag("--version", "tolvmsg " TOLV_VERSION);
+    app.footer("Examples:\n"
+               "  tolvmsg list                                  all message classes\n"
+               "  tolvmsg example App::ConnectMessage           a message to start from\n"
+               "  tolvmsg decode session.ndjson                 a log, for people\n"
+               "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
+               "\n"
+               "Exit status: 0 all is well; 1 a line gave no message; 2 wrong usage, or an input\n"
+               "that cannot be read; 3 the standard output cannot be written.");
+    app.require_subcommand(1);
+    app.get_formatter()->column_width(24);
+    app.failure_message([](CLI::App const*, CLI::Error const& e) {
+        return "tolvmsg: " + std::string(e.what()) + "\n\"tolvmsg --help\" says more\n";
+    });
+
+    Action chosen;
+    addListCommand(app, chosen);
+    addExampleCommand(app, chosen);
+    addDecodeCommand(app, chosen);
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& result) {
+        std::ostringstream text;
+        std::ostringstream fault;
+        auto const failed = app.exit(result, text, fault) != 0;
+        out.write(text.str());
+        std::fputs(fault.str().c_str(), stderr);
+        return failed ? wrongUsage : success;
+    }
+    return chosen(out);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // A reader that goes away is told by write(), so that the exit status is ours.
+    std::signal(SIGPIPE, SIG_IGN);
+    Output out(STDOUT_FILENO);
+    try {
+        auto const status = run(argc, argv, out);
+        out.flush();
+        return status;
+    } catch (OutputLost const& lost) {
+        if (!lost.readerGone())
+            complain(lost.what());
+        return outputLost;
+    } catch (std::exception const& e) {
+        complain(e.what());
+        return wrongUsage;
+    }
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Tolv::Tool {
+
+/// The text in quotes, with everything escaped that could move the cursor of a terminal. Beyond
+/// `mostBytes` it is cut, and its length told.
+std::string quoted(std::string_view text, std::size_t mostBytes);
+
+/// The text itself where it is a plain word, else in quotes.
+std::string word(std::string_view text);
+
+/// The text with each byte that belongs to no valid UTF-8 character replaced by U+FFFD.
+std::string validUtf8(std::string_view text);
+
+/// "1 entry", "2 entries"
+std::string counted(std::size_t count, char const* one, char const* many);
+
+/// The number of characters of a valid UTF-8 text: its width on a terminal, near enough.
+std::size_t width(std::string_view text);
+
+/// The text filled up with spaces.
+std::string padded(std::string_view text, std::size_t columns);
+
+} // namespace Tolv::Tool
