@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <support/counters.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 
@@ -367,8 +368,10 @@ TEST(Copies, HandlesOfContainersAreValues) {
 
 TEST(Copies, ParsedTreesAreShared) {
     auto const original = parsed(R"({"a":[1,2,3],"b":{"c":1},"d":"a text of more than 14 bytes"})");
+    Testing::Counted const counted;
     Element copy(original);
-    EXPECT_TRUE(sharesObject(original, copy)) << "the copy is made in constant time";
+    EXPECT_EQ(counted.allocations(), 0U) << "the copy is made in constant time";
+    EXPECT_TRUE(sharesObject(original, copy));
 
     // Reading does not end the sharing.
     static_cast<void>(std::as_const(copy)["a"]);

@@ -1,0 +1,193 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <tolv/core/exceptions.h>
+#include <tolv/msgs/attrs/messages.h>
+
+#include "support/trees.h"
+
+namespace Tolv::Msgs {
+namespace {
+
+using namespace Attrs;
+using Testing::readInto;
+using Testing::written;
+
+struct {
+    char const* literal;
+    unsigned short number;
+} const types[] = {
+    {"long", 1},
+    {"double", 2},
+    {"boolean", 3},
+    {"string", 4},
+    {"doublesequencetrace", 6},
+    {"doublecomplexsequencetrace", 7},
+    {"booleancomplexsequencetrace", 8},
+    {"booleansequencetrace", 9},
+    {"enumeration", 10},
+    {"doublesequence", 11},
+    {"booleansequence", 12},
+};
+
+auto const familyId = Identifier::toValue(4, 0, 0, 65535);
+
+TEST(AttrInfo, TypesHaveTexts) {
+    EXPECT_EQ(messageTypeMapper.size(), std::size(types));
+    for (auto const& [literal, number] : types) {
+        auto const id = Identifier::toValue(4, 0, 0, number);
+        EXPECT_EQ(messageTypeMapper.value(literal), id);
+        EXPECT_EQ(messageTypeMapper.literal(id), literal);
+
+        AttrInfoData const info{Identifier(id)};
+        EXPECT_EQ(info.scaType(), literal);
+        EXPECT_EQ(info.type(), id);
+
+        AttrInfoData set;
+        set.setTypes(literal);
+        EXPECT_EQ(set.scaType(), literal);
+        EXPECT_EQ(set.type(), id);
+    }
+    EXPECT_THROW((void)messageTypeMapper.value("Unknown"), Exception::InvalidEnumLiteral);
+    EXPECT_EQ(messageTypeMapper.defaultLiteral(), "Unknown");
+    EXPECT_EQ(messageTypeMapper.defaultValue(), familyId);
+}
+
+TEST(AttrInfo, WhatHasNoText) {
+    EXPECT_EQ(written(AttrInfoData()),
+              R"({"ScaName":"","ScaType":"Unknown","Type":1125899906908159})");
+    AttrInfoData info(ComplexMessage::MsgID());
+    EXPECT_EQ(info.scaType(), "Unknown");
+    EXPECT_EQ(info.type(), Identifier::toValue(4, 0, 0, 54));
+    // A message gives the id of the family, not its own.
+    DoubleMessage const message;
+    EXPECT_EQ(AttrInfoData(message).type(), familyId);
+    EXPECT_EQ(AttrInfoData(message.id()).scaType(), "double");
+
+    info.setTypes("Double");
+    EXPECT_EQ(info.scaType(), "Double");
+    EXPECT_EQ(info.type(), familyId);
+    info.scaType.reset();
+    info.type.reset();
+    info.setTypes("");
+    EXPECT_EQ(written(info), R"({"ScaName":"","ScaType":"","Type":1125899906908159})");
+}
+
+TEST(AttrArrays, OfOneClass) {
+    using Infos = ArrayDataConcrete<AttrInfoMessage>;
+    EXPECT_EQ(written(Infos()), R"({"Attributes":[],"AttrType":14})");
+    Infos infos;
+    infos.attributes.edit().emplace_back();
+    infos.attributes.edit().back().editPayload().scaName = std::string("gain");
+    auto const text = written(infos);
+    EXPECT_EQ(text,
+              R"({"Attributes":[{"MessageID":1125899906842638,"Data":)"
+              R"({"ScaName":"gain","ScaType":"Unknown","Type":1125899906908159}}],"AttrType":14})");
+    Infos read;
+    readInto(read, text);
+    EXPECT_EQ(written(Infos(read)), text);
+}
+
+/// A class whose id has sub-fields: their keys are then there from the start.
+class Sub : public AttrMessage {
+public:
+    static Identifier const& MsgID() {
+        static Identifier const id(Identifier::toValue(4, 1, 2, 3));
+        return id;
+    }
+    Sub() : AttrMessage(static_cast<unsigned long long>(MsgID()), {}, {}) {}
+    Sub(Sub const&) = default;
+    Sub& operator=(Sub const&) = default;
+};
+
+TEST(AttrArrays, OfAClassWithSubFields) {
+    EXPECT_EQ(written(ArrayDataConcrete<Sub>()),
+              R"({"Attributes":[],"AttrType":3,"AttrSub1":1,"AttrSub2":2})");
+    EXPECT_TRUE(ArrayDataConcrete<Sub>().attrSub1.isRequired());
+}
+
+TEST(AttrArrays, OfAnyClasses) {
+    ArrayDataPolymorphic<AttrMessage> list;
+    EXPECT_EQ(written(list), R"({"Attributes":[]})");
+    list.attributes.push_back(std::make_shared<DoubleMessage>(2.5));
+    list.attributes.push_back(std::make_shared<BoolMessage>(false));
+    list.attributes.push_back(std::make_shared<AttrInfoRequestMessage>());
+    auto const text = written(list);
+
+    ArrayDataPolymorphic<AttrMessage> read;
+    read.attributes.push_back(std::make_shared<DoubleMessage>(1.0));
+    readInto(read, text);
+    ASSERT_EQ(read.attributes.size(), 3U);
+    EXPECT_EQ(dynamic_cast<DoubleMessage&>(*read.attributes[0]).payload().value(), 2.5);
+    EXPECT_EQ(dynamic_cast<BoolMessage&>(*read.attributes[1]).payload().value(), false);
+    EXPECT_NE(dynamic_cast<AttrInfoRequestMessage*>(read.attributes[2].get()), nullptr);
+    EXPECT_EQ(written(ArrayDataPolymorphic<AttrMessage>(read)), text);
+    // What stood in the tree before goes.
+    auto tree = Testing::parsed(R"({"Attributes":[1,2,3,4]})");
+    read.copyToMetaData(tree);
+    EXPECT_EQ(Testing::textOf(tree), text);
+
+    list.attributes.push_back(nullptr);
+    EXPECT_THROW(written(list), Exception::InvalidOperation);
+}
+
+TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
+    ArrayDataPolymorphic<AttrMessage> list;
+    list.attributes.push_back(std::make_shared<DoubleMessage>(2.5));
+    auto const before = written(list);
+    struct {
+        char const* text;
+        bool unusable; ///< an entry that is a message, but of no class that belongs there
+        char const* why;
+    } const rows[] = {
+        {R"({})", false, "no list"},
+        {R"({"Attributes":{}})", false, "no array"},
+        {R"({"Attributes":[1]})", false, "no message"},
+        {R"({"Attributes":[{}]})", false, "no id"},
+        {R"({"Attributes":[{"MessageID":1125899906842629}]})", true,
+         "4, 0, 0, 5 is not registered"},
+        {R"({"Attributes":[{"MessageID":844424930131970}]})", true, "3, 0, 0, 2 is no attribute"},
+    };
+    for (auto const& row : rows) {
+        if (row.unusable)
+            EXPECT_THROW(readInto(list, row.text), Exception::InvalidOperation) << row.why;
+        else
+            EXPECT_THROW(readInto(list, row.text), Exception::Base) << row.why;
+        EXPECT_EQ(written(list), before) << row.why;
+    }
+    // As the payload of a message it is reset.
+    auto const message = Message::CreateFromMetaData(Testing::parsed(
+        R"({"MessageID":1125899906842645,"Data":{"Attributes":[{"MessageID":1125899906842629}]}})"));
+    EXPECT_FALSE(dynamic_cast<AttrListMessage&>(*message).Data.initialized());
+}
+
+TEST(AttrArrays, Ranges) {
+    ArrayWithRangeRequestData request;
+    EXPECT_EQ(written(request), R"({"StartElementIndex":0,"NumberOfElement":0})");
+    request.setOffset(4294967295U);
+    request.setNumber(7);
+    ArrayWithRangeRequestData readRequest;
+    readInto(readRequest, written(request));
+    EXPECT_EQ(readRequest.offset(), 4294967295U);
+    EXPECT_EQ(readRequest.number(), 7U);
+
+    ArrayWithRangeResponseData response;
+    EXPECT_EQ(written(response), R"({"Attributes":[],"StartElementIndex":0})");
+    response.setOffset(5);
+    response.attributes.push_back(std::make_shared<BoolMessage>(false));
+    ArrayWithRangeResponseData readResponse;
+    readInto(readResponse, written(response));
+    EXPECT_EQ(written(ArrayWithRangeResponseData(readResponse)), written(response));
+
+    for (auto const* const text :
+         {R"({})", R"({"StartElementIndex":1})", R"({"NumberOfElement":1})",
+          R"({"StartElementIndex":-1,"NumberOfElement":1})",
+          R"({"StartElementIndex":4294967296,"NumberOfElement":1})"})
+        EXPECT_THROW(readInto(request, text), Exception::InvalidParameter) << text;
+    for (auto const* const text : {R"({"Attributes":[]})", R"({"StartElementIndex":1})"})
+        EXPECT_THROW(readInto(response, text), Exception::InvalidParameter) << text;
+}
+
+} // namespace
+} // namespace Tolv::Msgs

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <typeinfo>
+
+#include <tolv/core/msgs/message.h>
+
+#include "support/trees.h"
+
+namespace Tolv::Testing {
+
+/// The message that a JSON text holds, made by the factory; empty when its class isn't registered
+/// or is no `M`.
+template <class M = Msgs::Message>
+std::shared_ptr<M> received(std::string_view text) {
+    return std::dynamic_pointer_cast<M>(Msgs::Message::CreateFromMetaData(parsed(text)));
+}
+
+/// A message after its way over the wire: text, tree, factory.
+template <class M>
+std::shared_ptr<M> sent(M const& message) {
+    return received<M>(written(message));
+}
+
+/// The class of a message, as which it was made.
+inline std::type_info const& classOf(Msgs::Message const& message) { return typeid(message); }
+
+/// The text of a message with this id and this text under "Data"; without "Data" when that is
+/// empty.
+inline std::string messageText(unsigned long long id, std::string_view data) {
+    auto text = R"({"MessageID":)" + std::to_string(id);
+    if (!data.empty())
+        text.append(R"(,"Data":)").append(data);
+    return text + '}';
+}
+
+} // namespace Tolv::Testing

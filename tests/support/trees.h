@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <tolv/core/metadata/json.h>
+
+namespace Tolv::Testing {
+
+/// The tree of a JSON text.
+inline MetaData::Element parsed(std::string_view text) {
+    MetaData::Element element;
+    MetaData::ReaderJson::Read(element, text);
+    return element;
+}
+
+/// A tree as one line of JSON.
+inline std::string textOf(MetaData::Element const& element) {
+    std::string text;
+    MetaData::WriterJson::Write(element, text);
+    return text;
+}
+
+/// What `object`, a record or a field, writes into an empty tree, as one line of JSON; "null" when
+/// it writes nothing.
+template <class T>
+std::string written(T const& object) {
+    MetaData::Element element;
+    object.copyToMetaData(element);
+    return textOf(element);
+}
+
+/// Has `object`, a record or a field, read itself from a JSON text.
+template <class T>
+void readInto(T& object, std::string_view text) {
+    object.copyFromMetaData(parsed(text));
+}
+
+/// The text of the exception of class `Expected` that `call` throws; "nothing thrown" for none.
+/// Any other exception passes through and fails the test.
+template <class Expected, class Call>
+std::string thrownBy(Call&& call) {
+    try {
+        call();
+    } catch (Expected const& exception) {
+        return exception.what();
+    }
+    return "nothing thrown";
+}
+
+} // namespace Tolv::Testing
