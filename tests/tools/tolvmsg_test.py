@@ -1,67 +1,23 @@
 """What people and scripts rely on when they run tolvmsg.
 
-The environment names the program (TOLVMSG) and a library with a message class that no catalogue
-knows (USER_CLASS).
+The environment names a library with a message class that no catalogue knows (USER_CLASS).
 """
 
-import base64
 import json
 import os
 import pty
+import re
 import select
-import struct
 import subprocess
 import tempfile
 import unittest
 
-TOLVMSG = os.environ["TOLVMSG"]
-USER_CLASS = os.environ["USER_CLASS"]
+from tool import CONNECT, TOLVMSG, attribute, classes, decode, encoded, message, run
 
-CONNECT = (b'{"MessageID":844424930131969,"Data":{"MaxVersion":1,"MinVersion":1,'
-           b'"BinaryTransmission":true}}')
+USER_CLASS = os.environ["USER_CLASS"]
 CORRUPT_SENDER = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Sender"
 
-
-class Result:
-    def __init__(self, done):
-        self.status = done.returncode
-        self.out = done.stdout
-        self.err = done.stderr.decode()
-
-    def rows(self):
-        """The lines of the output, each of which has to be JSON."""
-        lines = self.out.decode().split("\n")
-        assert lines.pop() == "", "the last line has no end"
-        return [json.loads(line) for line in lines]
-
-
-def run(*arguments, text=b"", **options):
-    return Result(subprocess.run([TOLVMSG, *arguments], input=text, capture_output=True,
-                                 timeout=120, **options))
-
-
-def decode(text, *arguments):
-    return run("decode", "--json", *arguments, text=text)
-
-
-def message(number, data=None, family=3, **others):
-    tree = {"MessageID": (family << 48) + number, **others}
-    if data is not None:
-        tree["Data"] = data
-    return json.dumps(tree).encode()
-
-
-def attribute(number, data=None, **others):
-    return message(number, data, family=4, **others)
-
-
-def encoded(kind, values):
-    data = b"".join(struct.pack("<d", value) for value in values)
-    return {"type": kind, "len": len(values), "base64": base64.b64encode(data).decode()}
-
-
-def classes():
-    return json.loads(run("list", "--json").out)
+VALIDATED = re.compile(r"Attrs::(AttrWithMetaData|Trace\w*Payload)<|Attrs::(Bool|Enum\w*)Data$")
 
 
 class List(unittest.TestCase):
@@ -150,7 +106,8 @@ class Example(unittest.TestCase):
                 shown = json.loads(line)
                 self.assertEqual({"line", "id", "class", "alias", "message"} |
                                  # what only a destination makes meaningful misses it
-                                 ({"unread"} if row["class"].startswith("DestID") else set()),
+                                 ({"unread"} if row["class"].startswith("DestID") else set()) |
+                                 ({"valid"} if VALIDATED.match(row["payload"] or "") else set()),
                                  set(shown))
                 self.assertEqual([row[key] for key in ("id", "class", "alias")],
                                  [shown[key] for key in ("id", "class", "alias")])
@@ -392,7 +349,7 @@ class Streams(unittest.TestCase):
 
     def test_help(self):
         for arguments in (("--help",), ("list", "--help"), ("example", "--help"),
-                          ("decode", "--help")):
+                          ("decode", "--help"), ("token", "--help")):
             with self.subTest(arguments):
                 done = run(*arguments)
                 self.assertEqual((0, ""), (done.status, done.err))

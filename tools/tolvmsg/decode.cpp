@@ -1,18 +1,15 @@
-#include <cerrno>
 #include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
 
 #include <CLI/CLI.hpp>
-#include <fcntl.h>
-#include <unistd.h>
 
 #include "captured_cout.h"
 #include "commands.h"
+#include "input.h"
 #include "line_reader.h"
 #include "line_views.h"
-#include "text.h"
 
 namespace Tolv::Tool {
 
@@ -22,28 +19,6 @@ struct Options {
     bool json = false;
     std::size_t mostLineBytes = std::size_t{1} << 30U;
     std::vector<std::string> files;
-};
-
-/// A file that is open for reading.
-class Input {
-public:
-    /// @throws std::system_error
-    explicit Input(std::string const& file)
-        : descriptor_(file == "-" ? STDIN_FILENO : ::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
-        if (descriptor_ < 0)
-            throw std::system_error(errno, std::generic_category());
-    }
-    Input(Input const&) = delete;
-    Input& operator=(Input const&) = delete;
-    ~Input() {
-        if (descriptor_ != STDIN_FILENO)
-            ::close(descriptor_);
-    }
-
-    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
-
-private:
-    int descriptor_;
 };
 
 class Decoder {
@@ -56,9 +31,8 @@ public:
                 decode(file);
             } catch (std::system_error const& e) {
                 out_.flush(); // what was read before comes first
-                auto const text = "tolvmsg: cannot read " +
-                                  (file == "-" ? "the standard input" : word(file)) + ": " +
-                                  e.code().message() + '\n';
+                auto const text =
+                    "tolvmsg: cannot read " + Input::name(file) + ": " + e.code().message() + '\n';
                 std::fputs(text.c_str(), stderr);
                 status_ = wrongUsage;
             }
@@ -129,16 +103,21 @@ void addDecodeCommand(CLI::App& app, Action& chosen) {
     command->footer(
         "A message is shown as the library reads it, with what did not read, and with what the\n"
         "library said about it. A line that gives no message does not stop the others.\n"
+        "An attribute is shown in words: its value with unit and precision (digits behind the\n"
+        "point), limits, entries, for a trace its statistics, and whether it is valid.\n"
         "\n"
         "With --json a line has \"line\" (from 1; \"file\", too, when there are several), \"id\",\n"
         "\"class\", \"alias\" and \"message\", or \"error\". \"unread\" lists what is not in the\n"
         "message as it stood in the input: \"path\", \"problem\" and \"found\" (null when nothing\n"
         "was there); \"notes\" is what the library said. Both are left out when empty.\n"
+        "An attribute has \"valid\", true or false, and \"invalid\", the reason when it is false;\n"
+        "\"inside\" lists these for attributes inside of the message, with their \"path\".\n"
         "\n"
         "Examples:\n"
         "  tolvmsg decode session.ndjson\n"
         "  tolvmsg example 3.0.0.1 | tolvmsg decode\n"
         "  tolvmsg decode --json *.ndjson | jq 'select(.error or .unread)'\n"
+        "  tolvmsg decode --json *.ndjson | jq 'select(.valid == false) | .invalid'\n"
         "\n"
         "Exit status: 0 every line gave a message; 1 one did not; 2 wrong usage, or a file that\n"
         "cannot be read; 3 the standard output cannot be written.");

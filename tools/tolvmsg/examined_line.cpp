@@ -11,9 +11,7 @@ namespace Tolv::Tool {
 namespace {
 
 /// Fills `line`. @throws std::exception with the reason why there is no message
-void examineText(Classes const& classes, std::string_view json, ExaminedLine& line) {
-    MetaData::Element input;
-    MetaData::ReaderJson::Read(input, json);
+void examineTree(Classes const& classes, MetaData::Element const& input, ExaminedLine& line) {
     if (!input.isObject())
         throw Exception::InvalidParameter("a message is an object, this is " +
                                           std::string(describe(input.kind())));
@@ -33,12 +31,12 @@ void examineText(Classes const& classes, std::string_view json, ExaminedLine& li
     line.message = std::move(message);
 }
 
-} // namespace
-
-ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_view json) {
+/// @param fill fills the line, or throws the reason why there is no message
+template <class Fill>
+ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
     ExaminedLine line;
     try {
-        examineText(classes, json, line);
+        fill(line);
     } catch (std::exception const& e) {
         line.error = e.what();
         if (line.error.empty())
@@ -46,6 +44,21 @@ ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_
     }
     line.notes = printed.takeLines();
     return line;
+}
+
+} // namespace
+
+ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_view json) {
+    return examined(printed, [&](ExaminedLine& line) {
+        MetaData::Element input;
+        MetaData::ReaderJson::Read(input, json);
+        examineTree(classes, input, line);
+    });
+}
+
+ExaminedLine examine(Classes const& classes, CapturedCout& printed,
+                     MetaData::Element const& input) {
+    return examined(printed, [&](ExaminedLine& line) { examineTree(classes, input, line); });
 }
 
 } // namespace Tolv::Tool

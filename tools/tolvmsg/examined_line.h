@@ -27,4 +27,7 @@ struct ExaminedLine {
 /// Makes the message of a JSON text through the factory. It does not throw for what the text holds.
 ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_view json);
 
+/// The same for a text that has been parsed.
+ExaminedLine examine(Classes const& classes, CapturedCout& printed, MetaData::Element const& input);
+
 } // namespace Tolv::Tool

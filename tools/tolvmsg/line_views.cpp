@@ -2,6 +2,7 @@
 
 #include <tolv/core/metadata/json.h>
 
+#include "attribute_view.h"
 #include "ids.h"
 #include "json_object.h"
 #include "line_views.h"
@@ -45,12 +46,10 @@ void addMessage(TreeText& text, ExaminedLine const& line, MessageClass const& kn
     if (auto const* const data = line.tree.find("Data")) {
         auto const empty = data->isObject() && data->object().empty();
         text.line(2, labelled("data", known.payload + (empty ? ", no field is set" : "")));
-        if (data->isObject())
-            text.fields(data->object(), 4);
-        else
-            text.line(4, shortText(*data, 88));
+        text.payload(*line.message, data, 4);
     } else if (!known.payload.empty()) {
         text.line(2, labelled("data", known.payload + ", did not read"));
+        text.payload(*line.message, nullptr, 4);
     }
 }
 
@@ -68,34 +67,51 @@ std::string unreadJson(std::vector<Unread> const& unread) {
     return jsonArray(rows);
 }
 
+void addVerdict(JsonObject& out, Verdict const& verdict) {
+    out.addJson("valid", verdict.valid ? "true" : "false");
+    if (!verdict.valid)
+        out.add("invalid", verdict.reason);
+}
+
+std::string insideJson(std::vector<InnerVerdict> const& inside) {
+    std::vector<std::string> rows;
+    for (auto const& one : inside) {
+        JsonObject row;
+        row.add("path", one.path);
+        addVerdict(row, one.verdict);
+        rows.push_back(row.text());
+    }
+    return jsonArray(rows);
+}
+
 } // namespace
 
-std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+std::string messageText(ExaminedLine const& line, std::string_view title, Classes const& classes) {
     std::string out;
     TreeText text(classes, out);
-    auto title = "line " + std::to_string(where.number) + "  ";
-    if (!where.file.empty())
-        title.insert(0, word(where.file) + ' ');
     if (line.error.empty()) {
         auto const& known = *classes.find(line.message->id());
-        text.line(0, title + known.name() + (known.role.empty() ? "" : ": " + known.role));
+        text.line(0, std::string(title) + known.name() +
+                         (known.role.empty() ? "" : ": " + known.role));
         addMessage(text, line, known);
         if (!line.unread.empty())
             addUnread(text, line.unread);
     } else {
-        text.line(0, title + "no message: " + validUtf8(line.error));
+        text.line(0, std::string(title) + "no message: " + harmless(line.error));
     }
     for (auto const& note : line.notes)
-        text.line(2, labelled("note", validUtf8(note)));
-    out.push_back('\n');
+        text.line(2, labelled("note", harmless(note)));
     return out;
 }
 
-std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
-    JsonObject out;
+std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+    auto title = "line " + std::to_string(where.number) + "  ";
     if (!where.file.empty())
-        out.add("file", where.file);
-    out.add("line", where.number);
+        title.insert(0, word(where.file) + ' ');
+    return messageText(line, title, classes) + '\n';
+}
+
+void addMessage(JsonObject& out, ExaminedLine const& line, Classes const& classes) {
     if (line.id)
         out.add("id", hexadecimal(*line.id));
     if (line.error.empty()) {
@@ -108,6 +124,10 @@ std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes co
         std::string message;
         MetaData::WriterJson::Write(line.tree, message);
         out.addJson("message", message);
+        if (auto const verdict = verdictOf(*line.message))
+            addVerdict(out, *verdict);
+        if (auto const inside = verdictsInside(*line.message); !inside.empty())
+            out.addJson("inside", insideJson(inside));
         if (!line.unread.empty())
             out.addJson("unread", unreadJson(line.unread));
     } else {
@@ -119,6 +139,14 @@ std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes co
             notes.push_back(jsonString(note));
         out.addJson("notes", jsonArray(notes));
     }
+}
+
+std::string jsonOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+    JsonObject out;
+    if (!where.file.empty())
+        out.add("file", where.file);
+    out.add("line", where.number);
+    addMessage(out, line, classes);
     return out.text() + '\n';
 }
 

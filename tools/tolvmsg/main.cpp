@@ -17,14 +17,16 @@ void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", text); }
 int run(int argc, char** argv, Output& out) {
     CLI::App app("Shows the messages that instruments and their clients exchange.", "tolvmsg");
     app.set_version_flag("--version", "tolvmsg " TOLV_VERSION);
-    app.footer("Examples:\n"
-               "  tolvmsg list                                  all message classes\n"
-               "  tolvmsg example App::ConnectMessage           a message to start from\n"
-               "  tolvmsg decode session.ndjson                 a log, for people\n"
-               "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
-               "\n"
-               "Exit status: 0 all is well; 1 a line gave no message; 2 wrong usage, or an input\n"
-               "that cannot be read; 3 the standard output cannot be written.");
+    app.footer(
+        "Examples:\n"
+        "  tolvmsg list                                  all message classes\n"
+        "  tolvmsg example App::ConnectMessage           a message to start from\n"
+        "  tolvmsg decode session.ndjson                 a log, for people\n"
+        "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
+        "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
+        "\n"
+        "Exit status: 0 all is well; 1 a line gave no message, or a token is not authentic;\n"
+        "2 wrong usage, or an input that cannot be read; 3 the standard output cannot be written.");
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
     app.failure_message([](CLI::App const*, CLI::Error const& e) {
@@ -35,6 +37,7 @@ int run(int argc, char** argv, Output& out) {
     addListCommand(app, chosen);
     addExampleCommand(app, chosen);
     addDecodeCommand(app, chosen);
+    addTokenCommand(app, chosen);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& result) {

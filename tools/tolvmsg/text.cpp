@@ -13,17 +13,13 @@ void appendHex(std::string& out, unsigned char code) {
     out.append("\\u00").append({digits[code >> 4U], digits[code & 0xFU]});
 }
 
-} // namespace
-
-std::string quoted(std::string_view text, std::size_t mostBytes) {
-    auto shown = text.substr(0, mostBytes);
-    if (shown.size() < text.size())
-        shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character
-    auto const valid = validUtf8(shown);
-    std::string out = "\"";
+/// @param special what gets a backslash, beside control characters
+std::string escaped(std::string_view text, std::string_view special) {
+    auto const valid = validUtf8(text);
+    std::string out;
     for (std::size_t i = 0; i < valid.size(); ++i) {
         auto const byte = static_cast<unsigned char>(valid[i]);
-        if (byte == '"' || byte == '\\') {
+        if (special.find(valid[i]) != special.npos) {
             out.append({'\\', valid[i]});
         } else if (byte == '\n') {
             out.append("\\n");
@@ -37,12 +33,26 @@ std::string quoted(std::string_view text, std::size_t mostBytes) {
             out.push_back(valid[i]);
         }
     }
-    if (shown.size() < text.size())
-        out.append("...");
-    out.push_back('"');
-    if (shown.size() < text.size())
-        out.append(" (" + std::to_string(text.size()) + " bytes)");
     return out;
+}
+
+} // namespace
+
+std::string quoted(std::string_view text, std::size_t mostBytes) {
+    auto shown = text.substr(0, mostBytes);
+    if (shown.size() < text.size())
+        shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character
+    auto out = '"' + escaped(shown, "\"\\");
+    if (shown.size() < text.size())
+        return out + "...\" (" + std::to_string(text.size()) + " bytes)";
+    return out + '"';
+}
+
+std::string harmless(std::string_view text) { return escaped(text, {}); }
+
+std::string unquoted(std::string_view text, std::size_t mostBytes) {
+    auto safe = quoted(text, mostBytes);
+    return safe.substr(1, safe.size() - 2) == text ? std::string(text) : safe;
 }
 
 std::string word(std::string_view text) {

@@ -10,6 +10,12 @@ namespace Tolv::Tool {
 /// `mostBytes` it is cut, and its length told.
 std::string quoted(std::string_view text, std::size_t mostBytes);
 
+/// The text with everything escaped that could move the cursor of a terminal.
+std::string harmless(std::string_view text);
+
+/// The text as it is where nothing in it has to be escaped or cut, else as `quoted` gives it.
+std::string unquoted(std::string_view text, std::size_t mostBytes);
+
 /// The text itself where it is a plain word, else in quotes.
 std::string word(std::string_view text);
 

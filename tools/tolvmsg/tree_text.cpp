@@ -5,6 +5,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 
+#include "attribute_view.h"
 #include "encoded_array.h"
 #include "ids.h"
 #include "nested_message.h"
@@ -148,7 +149,27 @@ void TreeText::line(std::size_t indent, std::string_view text) {
     out_.append(indent, ' ').append(text).push_back('\n');
 }
 
-void TreeText::fields(Object const& record, std::size_t indent) {
+void TreeText::payload(Msgs::Message const& message, Element const* data, std::size_t indent) {
+    auto reading = data != nullptr ? readingOf(message, *data) : std::nullopt;
+    if (!reading)
+        reading.emplace();
+    else
+        data = &reading->rest;
+    if (auto const verdict = verdictOf(message))
+        reading->lines.emplace_back("valid",
+                                    verdict->valid ? "yes" : "no: " + harmless(verdict->reason));
+    std::size_t labels = 0;
+    for (auto const& [label, text] : reading->lines)
+        labels = std::max(labels, label.size());
+    for (auto const& [label, text] : reading->lines)
+        line(indent, padded(label, labels) + "  " + text);
+    if (data != nullptr && data->isObject())
+        fields(data->object(), indent, messagesInside(message));
+    else if (data != nullptr)
+        line(indent, shortText(*data, mostLineBytes));
+}
+
+void TreeText::fields(Object const& record, std::size_t indent, Messages const& inside) {
     std::vector<std::pair<std::string, std::optional<std::string>>> lines;
     std::size_t keyWidth = 0;
     for (auto const& member : record) {
@@ -163,7 +184,7 @@ void TreeText::fields(Object const& record, std::size_t indent) {
         if (text)
             line(indent, padded(key, keyWidth) + "  " + *text);
         else
-            block(key, member.value, indent, holdsMessages(member.key()));
+            block(key, member.value, indent, holdsMessages(member.key()), inside);
     }
 }
 
@@ -179,15 +200,9 @@ std::optional<std::string> TreeText::oneLine(std::string_view key, Element const
 }
 
 void TreeText::block(std::string const& label, Element const& value, std::size_t indent,
-                     bool isMessage) {
+                     bool isMessage, Messages const& inside) {
     if (value.isObject()) {
-        auto const id = isMessage ? idOf(value) : std::nullopt;
-        if (id) {
-            message(label, *id, value, indent);
-        } else {
-            line(indent, label);
-            fields(value.object(), indent + 2);
-        }
+        entry(label, value, indent, isMessage, nullptr);
         return;
     }
     auto const& array = value.array();
@@ -196,28 +211,56 @@ void TreeText::block(std::string const& label, Element const& value, std::size_t
         auto const number = '[' + std::to_string(i) + ']';
         if (auto const text = oneLine({}, array[i]))
             line(indent + 2, number + "  " + *text);
+        else if (array[i].isObject())
+            entry(number, array[i], indent + 2, isMessage, i < inside.size() ? inside[i] : nullptr);
         else
-            block(number, array[i], indent + 2, isMessage);
+            block(number, array[i], indent + 2, isMessage, {});
     }
     if (array.size() > mostEntries)
-        line(indent + 2, "... " + std::to_string(array.size() - mostEntries) + " more");
+        more(indent + 2, mostEntries, array.size(), inside);
 }
 
-void TreeText::message(std::string const& label, unsigned long long id, Element const& tree,
-                       std::size_t indent) {
-    auto const* const known = classes_.find(id);
-    line(indent,
-         label + "  " + (known != nullptr ? known->name() : hexadecimal(id)) + "  " + dotted(id));
+void TreeText::more(std::size_t indent, std::size_t shown, std::size_t all,
+                    Messages const& inside) {
+    auto text = "... " + std::to_string(all - shown) + " more";
+    std::vector<std::size_t> invalid;
+    for (auto i = shown; i < inside.size(); ++i)
+        if (auto const verdict = verdictOf(*inside[i]); verdict && !verdict->valid)
+            invalid.push_back(i);
+    if (!invalid.empty())
+        text.append(", " + std::to_string(invalid.size()) + " of them not valid, the first is [" +
+                    std::to_string(invalid.front()) + ']');
+    line(indent, text);
+}
+
+void TreeText::entry(std::string const& label, Element const& value, std::size_t indent,
+                     bool isMessage, Msgs::Message const* typed) {
+    auto const id = isMessage ? idOf(value) : std::nullopt;
+    if (id || typed != nullptr) {
+        message(label, id, value, indent, typed);
+    } else {
+        line(indent, label);
+        fields(value.object(), indent + 2);
+    }
+}
+
+void TreeText::message(std::string const& label, std::optional<unsigned long long> id,
+                       Element const& tree, std::size_t indent, Msgs::Message const* typed) {
+    auto const* const known = id ? classes_.find(*id) : nullptr;
+    line(indent, label + "  " +
+                     (known != nullptr ? known->name() + "  " + dotted(*id)
+                      : id             ? hexadecimal(*id) + "  " + dotted(*id)
+                                       : "no id"));
     if (auto const* const sender = tree.find("Sender"))
         line(indent + 2, "from  " + addressText(sender));
     if (auto const* const destination = tree.find("Destination"))
         line(indent + 2, "to  " + addressText(destination));
     auto const* const data = tree.find("Data");
-    if (data == nullptr)
-        return;
-    if (data->isObject())
+    if (typed != nullptr)
+        payload(*typed, data, indent + 2);
+    else if (data != nullptr && data->isObject())
         fields(data->object(), indent + 2);
-    else
+    else if (data != nullptr)
         line(indent + 2, shortText(*data, mostLineBytes));
 }
 

@@ -4,8 +4,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <tolv/core/metadata/element.h>
+#include <tolv/core/msgs/message.h>
 
 #include "classes.h"
 
@@ -27,16 +29,27 @@ public:
     TreeText(Classes const& classes, std::string& out) : classes_(classes), out_(out) {}
 
     /// The fields of a record, a line or a block each, their values below each other.
-    void fields(MetaData::Object const& record, std::size_t indent);
+    void fields(MetaData::Object const& record, std::size_t indent) { fields(record, indent, {}); }
+
+    /// The payload of `message`: an attribute in words, any other field by field.
+    /// @param data what the payload writes; null when it did not read
+    void payload(Msgs::Message const& message, MetaData::Element const* data, std::size_t indent);
 
     /// One line.
     void line(std::size_t indent, std::string_view text);
 
 private:
+    /// The messages that stand in the tree of an array of messages.
+    using Messages = std::vector<Msgs::Message const*>;
+
+    void fields(MetaData::Object const& record, std::size_t indent, Messages const& inside);
     void block(std::string const& label, MetaData::Element const& value, std::size_t indent,
-               bool isMessage);
-    void message(std::string const& label, unsigned long long id, MetaData::Element const& tree,
-                 std::size_t indent);
+               bool isMessage, Messages const& inside);
+    void entry(std::string const& label, MetaData::Element const& value, std::size_t indent,
+               bool isMessage, Msgs::Message const* typed);
+    void message(std::string const& label, std::optional<unsigned long long> id,
+                 MetaData::Element const& tree, std::size_t indent, Msgs::Message const* typed);
+    void more(std::size_t indent, std::size_t shown, std::size_t all, Messages const& inside);
     std::optional<std::string> oneLine(std::string_view key, MetaData::Element const& value) const;
 
     Classes const& classes_;

@@ -1,0 +1,54 @@
+"""Runs tolvmsg, which the environment names (TOLVMSG), and makes messages for it."""
+
+import base64
+import json
+import os
+import struct
+import subprocess
+
+TOLVMSG = os.environ["TOLVMSG"]
+
+CONNECT = (b'{"MessageID":844424930131969,"Data":{"MaxVersion":1,"MinVersion":1,'
+           b'"BinaryTransmission":true}}')
+
+
+class Result:
+    def __init__(self, done):
+        self.status = done.returncode
+        self.out = done.stdout
+        self.err = done.stderr.decode()
+
+    def rows(self):
+        """The lines of the output, each of which has to be JSON."""
+        lines = self.out.decode().split("\n")
+        assert lines.pop() == "", "the last line has no end"
+        return [json.loads(line) for line in lines]
+
+
+def run(*arguments, text=b"", **options):
+    return Result(subprocess.run([TOLVMSG, *arguments], input=text, capture_output=True,
+                                 timeout=120, **options))
+
+
+def decode(text, *arguments):
+    return run("decode", "--json", *arguments, text=text)
+
+
+def message(number, data=None, family=3, **others):
+    tree = {"MessageID": (family << 48) + number, **others}
+    if data is not None:
+        tree["Data"] = data
+    return json.dumps(tree).encode()
+
+
+def attribute(number, data=None, **others):
+    return message(number, data, family=4, **others)
+
+
+def encoded(kind, values):
+    data = b"".join(struct.pack("<d", value) for value in values)
+    return {"type": kind, "len": len(values), "base64": base64.b64encode(data).decode()}
+
+
+def classes():
+    return json.loads(run("list", "--json").out)
