@@ -1,4 +1,5 @@
 #include <iostream>
+
 #include <tolv/messages.h>
 
 using namespace Tolv::Msgs;

@@ -59,9 +59,7 @@ class Guarded {
 public:
     explicit Guarded(std::size_t size) : _size(size), _bytes(size + 2 * margin, canary) {}
 
-    unsigned char* data() {
-        return _bytes.data() + margin;
-    }
+    unsigned char* data() { return _bytes.data() + margin; }
 
     bool isIntact() const {
         return untouchedFrom(_size) &&
@@ -78,9 +76,7 @@ private:
     static constexpr std::ptrdiff_t margin = 64;
     static constexpr unsigned char canary = 0xc5;
 
-    static bool isCanary(unsigned char byte) {
-        return byte == canary;
-    }
+    static bool isCanary(unsigned char byte) { return byte == canary; }
 
     std::size_t _size;
     Bytes _bytes;

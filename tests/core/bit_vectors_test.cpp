@@ -19,9 +19,7 @@ struct Traits;
 template <>
 struct Traits<Bools> {
     static constexpr std::size_t perByte = 8;
-    static bool element(unsigned int bits) {
-        return (bits & 1) != 0;
-    }
+    static bool element(unsigned int bits) { return (bits & 1) != 0; }
 };
 
 template <>

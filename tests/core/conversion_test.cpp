@@ -150,34 +150,36 @@ TEST(Conversion, NumbersThatFitLongLong) {
     constexpr auto least = Int64Limits::min();
     constexpr auto most = Int64Limits::max();
     constexpr auto u63 = std::uint64_t{1} << 63U;
-    rows.insert(rows.end(), {
-        {s(least), least, "the least"},
-        {s(most), most, "the most"},
-        {u(u63 - 1), most, "the most"},
-        {u(u63), {}, "one above the most"},
-        {u(UInt64Limits::max()), {}, "the bits of -1"},
-        {f(-0x1p63), least, "the least is a double"},
-        {f(std::nextafter(-0x1p63, -infinity)), {}, "the double below the least"},
-        {f(0x1p63), {}, "the most is none: this is one above"},
-        {f(std::nextafter(0x1p63, 0)), most - 1023, "the double below that"},
-        {f(0x1p53 + 2), (1LL << 53) + 2, "beyond 2^53"},
-        {f(-3.0), -3, "negative"},
-    });
+    rows.insert(rows.end(),
+                {
+                    {s(least), least, "the least"},
+                    {s(most), most, "the most"},
+                    {u(u63 - 1), most, "the most"},
+                    {u(u63), {}, "one above the most"},
+                    {u(UInt64Limits::max()), {}, "the bits of -1"},
+                    {f(-0x1p63), least, "the least is a double"},
+                    {f(std::nextafter(-0x1p63, -infinity)), {}, "the double below the least"},
+                    {f(0x1p63), {}, "the most is none: this is one above"},
+                    {f(std::nextafter(0x1p63, 0)), most - 1023, "the double below that"},
+                    {f(0x1p53 + 2), (1LL << 53) + 2, "beyond 2^53"},
+                    {f(-3.0), -3, "negative"},
+                });
     check(rows);
 }
 
 TEST(Conversion, NumbersThatFitUnsignedLongLong) {
     auto rows = commonRows<unsigned long long>();
     constexpr auto most = UInt64Limits::max();
-    rows.insert(rows.end(), {
-        {u(most), most, "the most"},
-        {s(-1), {}, "has the bits of the most"},
-        {s(Int64Limits::min()), {}, "negative"},
-        {s(Int64Limits::max()), most / 2, "the most of a signed number"},
-        {f(std::nextafter(0x1p64, 0)), most - 2047, "the largest double that fits"},
-        {f(0x1p63), std::uint64_t{1} << 63U, "beyond the signed range"},
-        {f(-1.0), {}, "negative"},
-    });
+    rows.insert(rows.end(),
+                {
+                    {u(most), most, "the most"},
+                    {s(-1), {}, "has the bits of the most"},
+                    {s(Int64Limits::min()), {}, "negative"},
+                    {s(Int64Limits::max()), most / 2, "the most of a signed number"},
+                    {f(std::nextafter(0x1p64, 0)), most - 2047, "the largest double that fits"},
+                    {f(0x1p63), std::uint64_t{1} << 63U, "beyond the signed range"},
+                    {f(-1.0), {}, "negative"},
+                });
     check(rows);
 }
 

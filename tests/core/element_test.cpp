@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <support/counters.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
+#include <support/counters.h>
 
 namespace Tolv::MetaData {
 namespace {
@@ -111,8 +111,8 @@ TEST(Element, HasElementNeverThrows) {
     struct {
         char const* text;
         bool has;
-    } const rows[] = {{"null", false},      {"1", false},         {"\"key\"", false},
-                      {R"(["key"])", false}, {"{}", false},        {R"({"Key":1})", false},
+    } const rows[] = {{"null", false},          {"1", false},  {"\"key\"", false},
+                      {R"(["key"])", false},    {"{}", false}, {R"({"Key":1})", false},
                       {R"({"key":null})", true}};
     for (auto const& row : rows) {
         EXPECT_EQ(HasElement(parsed(row.text), "key"s), row.has) << row.text;
@@ -415,12 +415,18 @@ TEST(Object, ReferencesToChildrenStayValidWhileKeysAreAdded) {
 std::string keyAt(int i) {
     auto const number = std::to_string(i);
     switch (i % 6) {
-    case 0: return number;
-    case 1: return std::string(14 - number.size(), 'k') + number; // the longest inside
-    case 2: return std::string(15 - number.size(), 'k') + number; // the shortest outside
-    case 3: return number + std::string(200, 'l');
-    case 4: return number + "\0"s;
-    default: return "\0"s + number;
+    case 0:
+        return number;
+    case 1:
+        return std::string(14 - number.size(), 'k') + number; // the longest inside
+    case 2:
+        return std::string(15 - number.size(), 'k') + number; // the shortest outside
+    case 3:
+        return number + std::string(200, 'l');
+    case 4:
+        return number + "\0"s;
+    default:
+        return "\0"s + number;
     }
 }
 
@@ -597,7 +603,12 @@ TEST(Element, AssignmentWithinOneTree) {
         void (*assign)(Element& tree);
         char const* result;
     } const rows[] = {
-        {"to itself", [](Element& t) { auto& same = t; t = same; }, R"({"a":{"b":[1,2]},"c":3})"},
+        {"to itself",
+         [](Element& t) {
+             auto& same = t;
+             t = same;
+         },
+         R"({"a":{"b":[1,2]},"c":3})"},
         {"child to parent", [](Element& t) { t = t["a"]; }, R"({"b":[1,2]})"},
         {"child to parent by a const way", [](Element& t) { t = std::as_const(t)["a"]; },
          R"({"b":[1,2]})"},
@@ -614,11 +625,13 @@ TEST(Element, AssignmentWithinOneTree) {
         {"array into itself",
          [](Element& t) { static_cast<Array&>(t["a"]["b"]).push_back(t["a"]["b"]); },
          R"({"a":{"b":[1,2,[1,2]]},"c":3})"},
-        {"swap of parent and child", [](Element& t) {
+        {"swap of parent and child",
+         [](Element& t) {
              Element child(t["a"]);
              child.swap(t);
              t["b"] = std::move(child);
-         }, R"({"b":{"a":{"b":[1,2]},"c":3}})"},
+         },
+         R"({"b":{"a":{"b":[1,2]},"c":3}})"},
     };
     for (auto const& row : rows) {
         auto const original = parsed(R"({"a":{"b":[1,2]},"c":3})");

@@ -16,8 +16,8 @@
 
 #include <simdjson.h>
 
-#include <support/counters.h>
 #include <tolv/core/exceptions.h>
+#include <support/counters.h>
 
 namespace Tolv::MetaData {
 namespace {
@@ -248,8 +248,12 @@ std::vector<Refused> const refused = {
     {"\0"s, 0, "NUL"},
     {"1\0"s, 1, "NUL behind the value"},
     {"[1,\0]"s, 3, "NUL between"},
-    {"\xEF\xBB\xBF" "1", 0, "byte order mark"},
-    {"\u00A0" "1", 0, "no white space of JSON"},
+    {"\xEF\xBB\xBF"
+     "1",
+     0, "byte order mark"},
+    {"\u00A0"
+     "1",
+     0, "no white space of JSON"},
     {"\v1", 0, "no white space of JSON"},
     {"1\f", 1, "no white space of JSON"},
     {"1 x", 2, "text behind"},
@@ -369,8 +373,8 @@ TEST(ReaderJson, RefusesAKeyThatStandsTwice) {
         {R"({"":1,)", R"("":2})", "empty"},
         {R"({"a":1,)", R"("\u0061":2})", "written in another way"},
         {"{\"" + longKey + "\":1,", '"' + longKey + "\":2}", "long"},
-        {R"( [ 1 , { "x" : "}{\"" , "a" : [ {"a":1} , "a" ] , "b" : {"a":2} , )",
-         R"("a" : 3 } ])", "deep, among other objects with this key"},
+        {R"( [ 1 , { "x" : "}{\"" , "a" : [ {"a":1} , "a" ] , "b" : {"a":2} , )", R"("a" : 3 } ])",
+         "deep, among other objects with this key"},
         {R"({"\u0000":1,)", R"("\u0000":2})", "NUL, which must not end the message"},
         {"{" + manyKeys(32), "\"key5\":0}", "the first object with an index"},
         {"{" + manyKeys(31), "\"key5\":0}", "the last one without"},
@@ -479,8 +483,8 @@ TEST(Json, IntegersStayExact) {
     }
     std::mt19937_64 random(1);
     for (int i = 0; i < 100'000; ++i) {
-        auto const value = static_cast<std::int64_t>(random() >> (random() % 64)) *
-                           (random() % 2 == 0 ? 1 : -1);
+        auto const value =
+            static_cast<std::int64_t>(random() >> (random() % 64)) * (random() % 2 == 0 ? 1 : -1);
         // As the only text, and with text behind: the parser goes two ways.
         auto const digits = std::to_string(value);
         ASSERT_EQ(parsed(digits).signedNumber(), value);
@@ -502,12 +506,32 @@ void checkDouble(double value) {
 }
 
 TEST(Json, DoublesStayTheSameToTheBit) {
-    for (auto const value : {0.0, -0.0, 1.0, -1.0, 0.1, 1.0 / 3, 5e-324, -5e-324,
-                             2.2250738585072014e-308, 2.2250738585072009e-308,
+    for (auto const value : {0.0,
+                             -0.0,
+                             1.0,
+                             -1.0,
+                             0.1,
+                             1.0 / 3,
+                             5e-324,
+                             -5e-324,
+                             2.2250738585072014e-308,
+                             2.2250738585072009e-308,
                              1.7976931348623157e308,
-                             -1.7976931348623157e308, 9007199254740992.0, 9007199254740994.0, 1e22,
-                             1e23, 9.5367431640625e-07, 0x1p63, -0x1p63, 0x1p64, 1e15, 1e16, 1e17,
-                             123456789012345680.0, 4.35, 2e-44})
+                             -1.7976931348623157e308,
+                             9007199254740992.0,
+                             9007199254740994.0,
+                             1e22,
+                             1e23,
+                             9.5367431640625e-07,
+                             0x1p63,
+                             -0x1p63,
+                             0x1p64,
+                             1e15,
+                             1e16,
+                             1e17,
+                             123456789012345680.0,
+                             4.35,
+                             2e-44})
         checkDouble(value);
     std::mt19937_64 random(2);
     for (int i = 0; i < 200'000; ++i)
@@ -522,21 +546,32 @@ TEST(Json, DoublesStayTheSameToTheBit) {
 TEST(ReaderJson, DoublesAreTheNearestOnes) {
     ASSERT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C"); // strtod is the second opinion
     std::string const rows[] = {
-        "1.00000000000000011102230246251565404236316680908203125",  // between two: to even
-        "1.00000000000000011102230246251565404236316680908203126",  // a little more
-        "1.00000000000000011102230246251565404236316680908203124",  // a little less
-        "1.00000000000000033306690738754696212708950042724609375",  // between two: to even, up
-        "2.4703282292062327208e-324",                               // half of the smallest: zero
-        "2.4703282292062327209e-324",                               // a little more
-        "2.2250738585072011e-308",                                  // next to the denormals
+        "1.00000000000000011102230246251565404236316680908203125", // between two: to even
+        "1.00000000000000011102230246251565404236316680908203126", // a little more
+        "1.00000000000000011102230246251565404236316680908203124", // a little less
+        "1.00000000000000033306690738754696212708950042724609375", // between two: to even, up
+        "2.4703282292062327208e-324",                              // half of the smallest: zero
+        "2.4703282292062327209e-324",                              // a little more
+        "2.2250738585072011e-308",                                 // next to the denormals
         "2.2250738585072012e-308",
-        "1.7976931348623158e308",                                   // still the largest
+        "1.7976931348623158e308", // still the largest
         "1.797693134862315807e308",
         "0." + std::string(400, '0') + "1e401",
         "1" + std::string(400, '0') + "e-400",
         "123456789012345678901234567890e-30",
-        "8.41e21", "9.0e-265", "3.4e38", "6.02e23", "5e-324", "4.9e-324", "1e-323",
-        "1e-5000", "-1e-5000", "0e5000", "0.0e-5000", "1e-999999999", "0e999999999",
+        "8.41e21",
+        "9.0e-265",
+        "3.4e38",
+        "6.02e23",
+        "5e-324",
+        "4.9e-324",
+        "1e-323",
+        "1e-5000",
+        "-1e-5000",
+        "0e5000",
+        "0.0e-5000",
+        "1e-999999999",
+        "0e999999999",
     };
     for (auto const& text : rows) {
         for (auto const& surrounded : {text, " " + text + std::string(40, ' ')}) {
@@ -594,8 +629,8 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
     std::vector<std::size_t> sizes = {4094, 4095, 4096, 4097, 16383, 16384, 16385, 100'000};
     for (std::size_t size = 0; size <= 50; ++size)
         sizes.push_back(size);
-    std::string const specials[] = {"", "\"", "\\", "\n", "\x01", "\x1F", "\x7F", "\0"s, "\u00E4",
-                                    "\U0001F600"};
+    std::string const specials[] = {"",     "\"",   "\\",  "\n",     "\x01",
+                                    "\x1F", "\x7F", "\0"s, "\u00E4", "\U0001F600"};
     for (auto const size : sizes) {
         for (auto const& special : specials) {
             for (auto const place : {std::size_t{0}, size / 2, size}) {
@@ -631,11 +666,26 @@ TEST(ReaderJson, LongTextsWithEscapes) {
         auto const size = random() % 20'000;
         while (plain.size() < size) {
             switch (random() % 8) {
-            case 0: escaped += "\\n"; plain += '\n'; break;
-            case 1: escaped += "\\u20AC"; plain += "\u20AC"; break;
-            case 2: escaped += "\\ud83d\\ude00"; plain += "\U0001F600"; break;
-            case 3: escaped += "\U0001F600"; plain += "\U0001F600"; break;
-            case 4: escaped += "\u20AC"; plain += "\u20AC"; break;
+            case 0:
+                escaped += "\\n";
+                plain += '\n';
+                break;
+            case 1:
+                escaped += "\\u20AC";
+                plain += "\u20AC";
+                break;
+            case 2:
+                escaped += "\\ud83d\\ude00";
+                plain += "\U0001F600";
+                break;
+            case 3:
+                escaped += "\U0001F600";
+                plain += "\U0001F600";
+                break;
+            case 4:
+                escaped += "\u20AC";
+                plain += "\u20AC";
+                break;
             default: {
                 std::string const run(random() % 300, 'x');
                 escaped += run;
@@ -669,16 +719,16 @@ TEST(WriterJson, RefusesInvalidUtf8AndNamesThePath) {
              t["c"].setString("a long text with \u00E4 and \xED\xA0\x80");
          },
          "c is not valid UTF-8 at byte 24 of the string"},
-        {"array of arrays", [](Element& t) {
-             static_cast<Array&>(static_cast<Array&>(t)[1])[2].setString("\x80");
-         }, "[1][2] is not valid UTF-8 at byte 0 of the string"},
+        {"array of arrays",
+         [](Element& t) { static_cast<Array&>(static_cast<Array&>(t)[1])[2].setString("\x80"); },
+         "[1][2] is not valid UTF-8 at byte 0 of the string"},
         {"key of the root", [](Element& t) { t["\xFF"].setSigned(1); },
          "a key in the tree is not valid UTF-8 at byte 0 of the key"},
         {"key further down", [](Element& t) { t["a"]["good"]["x\xE2\x82"].setSigned(1); },
          "a key in a.good is not valid UTF-8 at byte 1 of the key"},
-        {"cut at the end of a piece", [](Element& t) {
-             t["a"].setString(std::string(16383, 'x') + "\xE2");
-         }, "a is not valid UTF-8 at byte 16383 of the string"},
+        {"cut at the end of a piece",
+         [](Element& t) { t["a"].setString(std::string(16383, 'x') + "\xE2"); },
+         "a is not valid UTF-8 at byte 16383 of the string"},
     };
     for (auto const& row : rows) {
         Element tree;
@@ -808,7 +858,8 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
     using Type = simdjson::dom::element_type;
     auto const fail = [&](char const* what) { return what + (": " + textOf(mine)); };
     switch (other.type()) {
-    case Type::NULL_VALUE: return mine.isNull() ? "" : fail("null");
+    case Type::NULL_VALUE:
+        return mine.isNull() ? "" : fail("null");
     case Type::BOOL:
         return mine.isBoolean() && mine.boolean() == bool(other) ? "" : fail("boolean");
     case Type::INT64:
@@ -817,7 +868,7 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
         return mine.isSigned() && mine.signedNumber() == std::int64_t(other) ? "" : fail("int64");
     case Type::UINT64:
         return mine.isUnsigned() && mine.unsignedNumber() == std::uint64_t(other) ? ""
-                                                                                 : fail("uint64");
+                                                                                  : fail("uint64");
     case Type::DOUBLE:
         return mine.isFloating() && std::bit_cast<std::uint64_t>(mine.floatingNumber()) ==
                                         std::bit_cast<std::uint64_t>(double(other))
@@ -914,10 +965,18 @@ TEST(ReaderJson, AgreesWithAnotherReaderOnRandomTexts) {
                 if (place < text.size())
                     text[place] = letter;
                 break;
-            case 2: text.insert(place, 1, letter); break;
-            case 3: text.erase(place, random() % 3 + 1); break;
-            case 4: text.insert(place, text.substr(random() % text.size(), random() % 20)); break;
-            default: text.resize(place); break;
+            case 2:
+                text.insert(place, 1, letter);
+                break;
+            case 3:
+                text.erase(place, random() % 3 + 1);
+                break;
+            case 4:
+                text.insert(place, text.substr(random() % text.size(), random() % 20));
+                break;
+            default:
+                text.resize(place);
+                break;
             }
             if (text.empty())
                 text = " ";

@@ -67,9 +67,7 @@ inline void storePair(char* out, std::uint64_t value) noexcept {
     std::memcpy(out, characterPairs[static_cast<std::size_t>(value & 4095u)].data(), 2);
 }
 
-bool isAlwaysSupported() noexcept {
-    return true;
-}
+bool isAlwaysSupported() noexcept { return true; }
 
 std::size_t encodeScalar(unsigned char const* data, std::size_t length, char* out) noexcept {
     unsigned char const* in = data;
@@ -208,9 +206,7 @@ void decodePaddedGroup(std::string_view text, std::size_t padding, unsigned char
 
 } // namespace
 
-std::span<Kernel const* const> kernels() noexcept {
-    return allKernels;
-}
+std::span<Kernel const* const> kernels() noexcept { return allKernels; }
 
 Kernel const& chosenKernel() noexcept {
     Kernel const* kernel = chosen.load(std::memory_order_relaxed);

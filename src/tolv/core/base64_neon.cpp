@@ -98,9 +98,7 @@ TOLV_NEON std::size_t decodeNeon(char const* text, std::size_t length,
     return used;
 }
 
-bool hasNeon() noexcept {
-    return (getauxval(AT_HWCAP) & HWCAP_NEON) != 0;
-}
+bool hasNeon() noexcept { return (getauxval(AT_HWCAP) & HWCAP_NEON) != 0; }
 
 } // namespace
 

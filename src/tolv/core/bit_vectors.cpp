@@ -65,9 +65,7 @@ void checkSpareBits(unsigned char lastByte, std::size_t count) {
 }
 
 // The bits of one element, in the lowest bits of the result.
-unsigned int bitsOf(bool element) noexcept {
-    return element ? 1u : 0u;
-}
+unsigned int bitsOf(bool element) noexcept { return element ? 1u : 0u; }
 
 unsigned int bitsOf(ComplexBool const& element) noexcept {
     return (element.real() ? 1u : 0u) | (element.imag() ? 2u : 0u);

@@ -34,9 +34,7 @@ std::size_t asciiRun(unsigned char const* begin, std::size_t length) noexcept {
     return run;
 }
 
-constexpr bool isContinuation(unsigned char byte) noexcept {
-    return (byte & 0xc0) == 0x80;
-}
+constexpr bool isContinuation(unsigned char byte) noexcept { return (byte & 0xc0) == 0x80; }
 
 // Length in bytes of the well-formed character of two or more bytes at begin, 0 when there is none.
 // RFC 3629 section 4: only the second byte has a range that depends on the first.

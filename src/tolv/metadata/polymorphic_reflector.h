@@ -95,8 +95,9 @@ private:
     void throwIfAbsent() const {
         if (message_ == nullptr || !initialized()) [[unlikely]] {
             throwIfUninited("Tolv::MetaData::PolymorphicReflector::operator()()");
-            throw Exception::InvalidOperation("Tolv::MetaData::PolymorphicReflector::operator()(): " +
-                                              name() + " holds no message");
+            throw Exception::InvalidOperation(
+                "Tolv::MetaData::PolymorphicReflector::operator()(): " + name() +
+                " holds no message");
         }
     }
 

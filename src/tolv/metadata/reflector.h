@@ -55,10 +55,8 @@ public:
     /// Gives the value the type's default, whatever it was constructed with, and makes the field
     /// uninitialized.
     void reset() {
-        if (!isPristine()) {
+        if (!isPristine()) // and never again, since somebody may still hold what `edit` gave
             value_ = DefaultOf<T>::make();
-            setPristine(true);
-        }
         uninit();
     }
 

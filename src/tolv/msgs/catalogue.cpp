@@ -38,8 +38,8 @@ std::span<MessageDescription const> catalogue() {
 
 MessageDescription const* findMessage(unsigned long long id) {
     auto const all = catalogue();
-    auto const found = std::lower_bound(all.begin(), all.end(), id,
-                                        [](auto const& row, auto wanted) { return row.id < wanted; });
+    auto const found = std::lower_bound(
+        all.begin(), all.end(), id, [](auto const& row, auto wanted) { return row.id < wanted; });
     return found != all.end() && found->id == id ? &*found : nullptr;
 }
 

@@ -177,9 +177,7 @@ bool TryGetAs(Element const& element, unsigned short& value) noexcept {
     return tryInteger(element, value);
 }
 
-bool TryGetAs(Element const& element, int& value) noexcept {
-    return tryInteger(element, value);
-}
+bool TryGetAs(Element const& element, int& value) noexcept { return tryInteger(element, value); }
 
 bool TryGetAs(Element const& element, unsigned int& value) noexcept {
     return tryInteger(element, value);
@@ -195,11 +193,19 @@ bool TryGetAs(Element const& element, unsigned long long& value) noexcept {
 
 bool TryGetAs(Element const& element, double& value) noexcept {
     switch (element.kind()) {
-    case Kind::floatingNumber: value = element.floatingNumber(); return true;
-    case Kind::signedNumber: value = static_cast<double>(element.signedNumber()); return true;
-    case Kind::unsignedNumber: value = static_cast<double>(element.unsignedNumber()); return true;
-    case Kind::string: break;
-    default: return false;
+    case Kind::floatingNumber:
+        value = element.floatingNumber();
+        return true;
+    case Kind::signedNumber:
+        value = static_cast<double>(element.signedNumber());
+        return true;
+    case Kind::unsignedNumber:
+        value = static_cast<double>(element.unsignedNumber());
+        return true;
+    case Kind::string:
+        break;
+    default:
+        return false;
     }
     // JSON has no numbers for these; the writer puts them into strings.
     using Numbers = std::numeric_limits<double>;
@@ -229,9 +235,7 @@ bool TryGetAs(Element const& element, std::string& value) {
     return true;
 }
 
-bool TryGetAs(Element const& element, std::vector<int>& value) {
-    return tryList(element, value);
-}
+bool TryGetAs(Element const& element, std::vector<int>& value) { return tryList(element, value); }
 
 bool TryGetAs(Element const& element, std::vector<std::string>& value) {
     return tryList(element, value);

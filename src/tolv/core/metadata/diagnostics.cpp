@@ -12,8 +12,6 @@ void arrayExpected() {
     std::cout << "Exception MetaDat::ReflectorArray Should have gotten an Array, but didn't\n";
 }
 
-void wrongEncodedType() {
-    std::cout << "Exception MetaData::ReflectorArray wrong encoded type\n";
-}
+void wrongEncodedType() { std::cout << "Exception MetaData::ReflectorArray wrong encoded type\n"; }
 
 } // namespace Tolv::MetaData::Diagnostics

@@ -82,9 +82,7 @@ std::uint32_t grownCapacity(std::uint32_t size, std::uint32_t wanted) {
 }
 
 /// Places an element into raw memory, taking the content of `source`.
-void placeMoved(Element* raw, Element& source) noexcept {
-    new (raw) Element(std::move(source));
-}
+void placeMoved(Element* raw, Element& source) noexcept { new (raw) Element(std::move(source)); }
 
 // ---- Members -------------------------------------------------------------------------------
 
@@ -421,11 +419,16 @@ private:
         if (left.kind() != right.kind())
             return false;
         switch (left.kind()) {
-        case Kind::boolean: return left.boolean() == right.boolean();
-        case Kind::string: return left.text() == right.text();
-        case Kind::array: return equalArrays(left.array(), right.array());
-        case Kind::object: return equalObjects(left.object(), right.object());
-        default: return true;
+        case Kind::boolean:
+            return left.boolean() == right.boolean();
+        case Kind::string:
+            return left.text() == right.text();
+        case Kind::array:
+            return equalArrays(left.array(), right.array());
+        case Kind::object:
+            return equalObjects(left.object(), right.object());
+        default:
+            return true;
         }
     }
 
@@ -506,9 +509,7 @@ Element Detail::Access::alias(Object const& object) noexcept {
 
 Array::Array(Array const& other) : rep_(static_cast<ArrayRep*>(shareOrCopy(other.rep_))) {}
 
-Array& Array::operator=(Array const& other) {
-    return *this = Array(other);
-}
+Array& Array::operator=(Array const& other) { return *this = Array(other); }
 
 Array& Array::operator=(Array&& other) noexcept {
     Array taken(std::move(other));
@@ -516,21 +517,15 @@ Array& Array::operator=(Array&& other) noexcept {
     return *this;
 }
 
-void Array::release() noexcept {
-    Graveyard().drop(rep_);
-}
+void Array::release() noexcept { Graveyard().drop(rep_); }
 
-Element const* Array::begin() const noexcept {
-    return rep_ != nullptr ? rep_->items() : nullptr;
-}
+Element const* Array::begin() const noexcept { return rep_ != nullptr ? rep_->items() : nullptr; }
 
 Element const* Array::end() const noexcept {
     return rep_ != nullptr ? rep_->items() + rep_->size : nullptr;
 }
 
-unsigned int Array::size() const noexcept {
-    return rep_ != nullptr ? rep_->size : 0;
-}
+unsigned int Array::size() const noexcept { return rep_ != nullptr ? rep_->size : 0; }
 
 void Array::reserve(unsigned int capacity) {
     if (rep_ == nullptr) {
@@ -565,11 +560,11 @@ void Array::resize(unsigned int size) {
 }
 
 void Array::push_back(Element element) {
+    if (rep_ != nullptr)
+        detach(rep_); // first of all: a copy has no room to spare
     auto const before = size();
     if (rep_ == nullptr || before == rep_->capacity)
         reserve(grownCapacity(before, 1));
-    else
-        detach(rep_);
     auto const* const container = Access::container(element);
     rep_->exposed = rep_->exposed || (container != nullptr && container->exposed);
     placeMoved(rep_->items() + rep_->size++, element);
@@ -595,17 +590,13 @@ Element const& Array::operator[](unsigned int index) const {
     return rep_->items()[index];
 }
 
-bool operator==(Array const& left, Array const& right) {
-    return Element(left) == Element(right);
-}
+bool operator==(Array const& left, Array const& right) { return Element(left) == Element(right); }
 
 // ---- Object --------------------------------------------------------------------------------
 
 Object::Object(Object const& other) : rep_(static_cast<ObjectRep*>(shareOrCopy(other.rep_))) {}
 
-Object& Object::operator=(Object const& other) {
-    return *this = Object(other);
-}
+Object& Object::operator=(Object const& other) { return *this = Object(other); }
 
 Object& Object::operator=(Object&& other) noexcept {
     Object taken(std::move(other));
@@ -613,13 +604,9 @@ Object& Object::operator=(Object&& other) noexcept {
     return *this;
 }
 
-void Object::release() noexcept {
-    Graveyard().drop(rep_);
-}
+void Object::release() noexcept { Graveyard().drop(rep_); }
 
-unsigned int Object::size() const noexcept {
-    return rep_ != nullptr ? rep_->size : 0;
-}
+unsigned int Object::size() const noexcept { return rep_ != nullptr ? rep_->size : 0; }
 
 Element const* Object::find(KeyView const& key) const noexcept {
     if (rep_ == nullptr)
@@ -665,9 +652,7 @@ Object::ConstIterator Object::begin() const noexcept {
     return {chunk, chunk->members()};
 }
 
-Object::ConstIterator Object::end() const noexcept {
-    return {};
-}
+Object::ConstIterator Object::end() const noexcept { return {}; }
 
 Object::ConstIterator& Object::ConstIterator::operator++() noexcept {
     auto const* const chunk = static_cast<Chunk const*>(chunk_);
@@ -678,9 +663,7 @@ Object::ConstIterator& Object::ConstIterator::operator++() noexcept {
     return *this;
 }
 
-bool operator==(Object const& left, Object const& right) {
-    return Element(left) == Element(right);
-}
+bool operator==(Object const& left, Object const& right) { return Element(left) == Element(right); }
 
 // ---- Element -------------------------------------------------------------------------------
 
@@ -706,9 +689,7 @@ void Element::copyShared(Element const& other) {
     copyWords(other);
 }
 
-void Element::release() noexcept {
-    Graveyard().drop(*this);
-}
+void Element::release() noexcept { Graveyard().drop(*this); }
 
 bool Element::equalsText(KeyView const& key) const noexcept {
     if (key.isShort())
@@ -719,7 +700,8 @@ bool Element::equalsText(KeyView const& key) const noexcept {
 std::string_view Element::text() const noexcept {
     if (tag() == tagLongText)
         return {longText_->chars(), longText_->size};
-    return {reinterpret_cast<char const*>(words_), static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
+    return {reinterpret_cast<char const*>(words_),
+            static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
 }
 
 void Element::setString(std::string_view text) {
@@ -759,9 +741,7 @@ std::string_view Element::asStringView() const {
     return text();
 }
 
-std::string Element::asString() const {
-    return std::string(asStringView());
-}
+std::string Element::asString() const { return std::string(asStringView()); }
 
 Object& Element::makeObject(unsigned int members) {
     if (isNull())
@@ -772,9 +752,7 @@ Object& Element::makeObject(unsigned int members) {
     return object_;
 }
 
-Element& Element::child(KeyView const& key) {
-    return makeObject(0)[key];
-}
+Element& Element::child(KeyView const& key) { return makeObject(0)[key]; }
 
 Element const& Element::child(KeyView const& key) const {
     if (!isObject())
@@ -815,14 +793,20 @@ bool HasElement(Element const& element, std::string const& key) noexcept {
 
 char const* describe(Kind kind) noexcept {
     switch (kind) {
-    case Kind::null: return "null";
-    case Kind::boolean: return "a boolean";
+    case Kind::null:
+        return "null";
+    case Kind::boolean:
+        return "a boolean";
     case Kind::signedNumber:
     case Kind::unsignedNumber:
-    case Kind::floatingNumber: return "a number";
-    case Kind::array: return "an array";
-    case Kind::object: return "an object";
-    case Kind::string: return "a string";
+    case Kind::floatingNumber:
+        return "a number";
+    case Kind::array:
+        return "an array";
+    case Kind::object:
+        return "an object";
+    case Kind::string:
+        return "a string";
     }
     return "nothing";
 }

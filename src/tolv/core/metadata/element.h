@@ -207,8 +207,13 @@ public:
     }
 
     void swap(Element& other) noexcept {
-        std::swap(words_[0], other.words_[0]);
-        std::swap(words_[1], other.words_[1]);
+        // Not by std::swap: an access through a reference to a word tells the compiler that it does
+        // not touch the pointer in `array_` or `object_`.
+        auto const low = words_[0];
+        auto const high = words_[1];
+        copyWords(other);
+        other.words_[0] = low;
+        other.words_[1] = high;
     }
 
     /// The number of this element's kind: 5 is an array; the others are those of `Kind`.
@@ -268,14 +273,18 @@ public:
     [[nodiscard]] bool isFloating() const noexcept { return tag() == tagFloating; }
     [[nodiscard]] bool isArray() const noexcept { return tag() == tagArray; }
     [[nodiscard]] bool isObject() const noexcept { return tag() == tagObject; }
-    [[nodiscard]] bool isString() const noexcept { return tag() == tagText || tag() == tagLongText; }
+    [[nodiscard]] bool isString() const noexcept {
+        return tag() == tagText || tag() == tagLongText;
+    }
 
     [[nodiscard]] bool boolean() const noexcept { return words_[0] != 0; }
     [[nodiscard]] std::int64_t signedNumber() const noexcept {
         return static_cast<std::int64_t>(words_[0]);
     }
     [[nodiscard]] std::uint64_t unsignedNumber() const noexcept { return words_[0]; }
-    [[nodiscard]] double floatingNumber() const noexcept { return std::bit_cast<double>(words_[0]); }
+    [[nodiscard]] double floatingNumber() const noexcept {
+        return std::bit_cast<double>(words_[0]);
+    }
     [[nodiscard]] std::string_view text() const noexcept;
     [[nodiscard]] Array const& array() const noexcept { return array_; }
     [[nodiscard]] Object const& object() const noexcept { return object_; }
@@ -283,7 +292,9 @@ public:
     // Extensions: replace the content.
     void setNull() noexcept { reset(0, tagNull); }
     void setBoolean(bool value) noexcept { reset(value ? 1 : 0, tagBoolean); }
-    void setSigned(std::int64_t value) noexcept { reset(static_cast<std::uint64_t>(value), tagSigned); }
+    void setSigned(std::int64_t value) noexcept {
+        reset(static_cast<std::uint64_t>(value), tagSigned);
+    }
     void setUnsigned(std::uint64_t value) noexcept { reset(value, tagUnsigned); }
     void setFloating(double value) noexcept {
         reset(std::bit_cast<std::uint64_t>(value), tagFloating);

@@ -33,8 +33,8 @@ struct TOLV_CORE_API ReaderJson {
 struct TOLV_CORE_API WriterJson {
     /// Replaces `text`, whose memory is used again.
     /// @param compact true: one line without white space; false: indented for people.
-    /// @throws Exception::InvalidParameter when a string is not valid UTF-8, with the path to it, or
-    /// when the tree is deeper than `Limits::depth`.
+    /// @throws Exception::InvalidParameter when a string is not valid UTF-8, with the path to it,
+    /// or when the tree is deeper than `Limits::depth`.
     static void Write(Element const& element, std::string& text, bool compact = true);
 
     /// The same into a stream; nothing is written when the tree is refused.

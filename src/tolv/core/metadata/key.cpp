@@ -44,12 +44,8 @@ InternedKeys& internedKeys() {
 
 } // namespace
 
-Key const& Key::intern(std::string_view text) {
-    return internedKeys().get(text).key;
-}
+Key const& Key::intern(std::string_view text) { return internedKeys().get(text).key; }
 
-std::string const& Key::name() const {
-    return internedKeys().get(text()).text;
-}
+std::string const& Key::name() const { return internedKeys().get(text()).text; }
 
 } // namespace Tolv::MetaData

@@ -36,7 +36,8 @@ constexpr TextImage imageOf(std::string_view text) {
         }
     } else {
         unsigned char bytes[16] = {};
-        std::memcpy(bytes, text.data(), text.size());
+        if (!text.empty()) // whose data may be null
+            std::memcpy(bytes, text.data(), text.size());
         std::memcpy(&image, bytes, sizeof image);
     }
     image.high |= std::uint64_t{text.size()} << 48U | std::uint64_t{inlineTextTag} << 56U;

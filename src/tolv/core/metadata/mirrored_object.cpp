@@ -30,7 +30,9 @@ public:
 
     [[nodiscard]] Field** begin() const noexcept { return first_; }
     [[nodiscard]] Field** end() const noexcept { return end_; }
-    [[nodiscard]] std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - first_); }
+    [[nodiscard]] std::size_t size() const noexcept {
+        return static_cast<std::size_t>(end_ - first_);
+    }
 
 private:
     static constexpr std::size_t few = 32;

@@ -285,18 +285,22 @@ std::size_t offsetOfKey(std::string_view text, std::size_t place) {
     case error::too_deep:
         refuse("depth of more than " + std::to_string(depth) + " arrays and objects", offset);
     case error::illegal_leading_surrogate:
-    case error::illegal_trailing_surrogate: refuse("half of a surrogate pair", offset);
+    case error::illegal_trailing_surrogate:
+        refuse("half of a surrogate pair", offset);
     case error::expected_hex_digit:
         // The parser stands at the wrong digit or at the byte before it.
         refuse("expected four hexadecimal digits",
-               std::min(text.find_first_not_of("0123456789ABCDEFabcdef",
-                                               text.rfind("\\u", offset) + 2),
-                        text.size()));
+               std::min(
+                   text.find_first_not_of("0123456789ABCDEFabcdef", text.rfind("\\u", offset) + 2),
+                   text.size()));
     case error::object_too_large:
-    case error::array_too_large: refuse("container of more than 4294967294 elements", offset);
+    case error::array_too_large:
+        refuse("container of more than 4294967294 elements", offset);
     case error::key_too_large:
-    case error::string_too_large: refuse("string of 4 GiB or more", offset);
-    default: break;
+    case error::string_too_large:
+        refuse("string of 4 GiB or more", offset);
+    default:
+        break;
     }
     if (text.starts_with("\xEF\xBB\xBF"))
         refuse("byte order mark", 0);
@@ -321,8 +325,8 @@ std::string readAll(std::istream& stream) {
         }
         std::streamsize count = 0;
         try {
-            count = buffer->sgetn(text.data() + used,
-                                  static_cast<std::streamsize>(text.size() - used));
+            count =
+                buffer->sgetn(text.data() + used, static_cast<std::streamsize>(text.size() - used));
         } catch (std::exception const& e) {
             throw Exception::InvalidParameter(
                 std::string("JSON text refused: the stream failed: ") + e.what());

@@ -136,7 +136,8 @@ std::string pathOf(Level const* level) {
             path.append("[").append(std::to_string((*at)->index)).append("]");
     }
     // A NUL would end the message.
-    std::replace_if(path.begin(), path.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+    std::replace_if(
+        path.begin(), path.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
     return path;
 }
 
@@ -152,14 +153,30 @@ public:
 private:
     void value(Element const& element, Level const* level) {
         switch (element.kind()) {
-        case Kind::null: out_.put("null"); break;
-        case Kind::boolean: out_.put(element.boolean() ? "true" : "false"); break;
-        case Kind::signedNumber: integer(element.signedNumber()); break;
-        case Kind::unsignedNumber: integer(element.unsignedNumber()); break;
-        case Kind::floatingNumber: floating(element.floatingNumber()); break;
-        case Kind::string: string(element.text(), level, false); break;
-        case Kind::array: array(element.array(), level); break;
-        case Kind::object: object(element.object(), level); break;
+        case Kind::null:
+            out_.put("null");
+            break;
+        case Kind::boolean:
+            out_.put(element.boolean() ? "true" : "false");
+            break;
+        case Kind::signedNumber:
+            integer(element.signedNumber());
+            break;
+        case Kind::unsignedNumber:
+            integer(element.unsignedNumber());
+            break;
+        case Kind::floatingNumber:
+            floating(element.floatingNumber());
+            break;
+        case Kind::string:
+            string(element.text(), level, false);
+            break;
+        case Kind::array:
+            array(element.array(), level);
+            break;
+        case Kind::object:
+            object(element.object(), level);
+            break;
         }
     }
 
@@ -215,13 +232,27 @@ private:
 
     void escape(char byte) {
         switch (byte) {
-        case '"': out_.put("\\\""); break;
-        case '\\': out_.put("\\\\"); break;
-        case '\b': out_.put("\\b"); break;
-        case '\f': out_.put("\\f"); break;
-        case '\n': out_.put("\\n"); break;
-        case '\r': out_.put("\\r"); break;
-        case '\t': out_.put("\\t"); break;
+        case '"':
+            out_.put("\\\"");
+            break;
+        case '\\':
+            out_.put("\\\\");
+            break;
+        case '\b':
+            out_.put("\\b");
+            break;
+        case '\f':
+            out_.put("\\f");
+            break;
+        case '\n':
+            out_.put("\\n");
+            break;
+        case '\r':
+            out_.put("\\r");
+            break;
+        case '\t':
+            out_.put("\\t");
+            break;
         default:
             out_.put(byte < 0x10 ? "\\u000" : "\\u001");
             out_.put("0123456789ABCDEF"[byte & 0x0F]);
@@ -234,9 +265,9 @@ private:
             return;
         auto const path = pathOf(isKey ? level->outer : level);
         auto const where = path.empty() ? std::string("the tree") : path;
-        throw Exception::InvalidParameter(
-            (isKey ? "a key in " + where : where) + " is not valid UTF-8 at byte " +
-            std::to_string(invalid) + (isKey ? " of the key" : " of the string"));
+        throw Exception::InvalidParameter((isKey ? "a key in " + where : where) +
+                                          " is not valid UTF-8 at byte " + std::to_string(invalid) +
+                                          (isKey ? " of the key" : " of the string"));
     }
 
     void array(Array const& array, Level const* outer) {

@@ -34,9 +34,7 @@ Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
     MirroredObject::copyFromMetaData(MetaData::Detail::Access::alias(object));
 }
 
-Message::Message(Message const& other) : Message(0, {}, {}) {
-    *this = other;
-}
+Message::Message(Message const& other) : Message(0, {}, {}) { *this = other; }
 
 Message::~Message() = default;
 

@@ -35,9 +35,7 @@ union Immortal {
 
 constinit Immortal immortal;
 
-State& state() noexcept {
-    return immortal.state;
-}
+State& state() noexcept { return immortal.state; }
 
 std::atomic<void*>& bucketOf(unsigned long long id) noexcept {
     // The family, the batch and the number of a message stand far apart in the id.
@@ -89,9 +87,7 @@ Message::MsgFactory::Creator Message::MsgFactory::find(unsigned long long id) co
     return slot != nullptr ? slot->creator.load(std::memory_order_acquire) : nullptr;
 }
 
-std::size_t Message::MsgFactory::size() const noexcept {
-    return state().size.load();
-}
+std::size_t Message::MsgFactory::size() const noexcept { return state().size.load(); }
 
 std::vector<Message::MsgFactory::Entry> Message::MsgFactory::entries() const {
     std::vector<Entry> all;

@@ -16,9 +16,7 @@ InstantiateAppCommandData::InstantiateAppCommandData(std::string const& name,
     this->id = id;
 }
 
-ConnectToAppCommandData::ConnectToAppCommandData(std::string const& uuid) {
-    this->uuid = uuid;
-}
+ConnectToAppCommandData::ConnectToAppCommandData(std::string const& uuid) { this->uuid = uuid; }
 
 ConnectToAppResultData::ConnectToAppResultData(bool result, int port) {
     this->port = port;

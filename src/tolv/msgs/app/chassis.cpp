@@ -43,9 +43,7 @@ HardwareComponent::HardwareComponent(HardwareComponentType type, int position, i
     this->resourceId = resourceId;
 }
 
-HardwareConfiguration::HardwareConfiguration(int divisions) {
-    this->divisions = divisions;
-}
+HardwareConfiguration::HardwareConfiguration(int divisions) { this->divisions = divisions; }
 
 HardwareModule::HardwareModule(std::string make, std::string model) {
     this->make = make;

@@ -72,9 +72,7 @@ public:
     QmlFileResponseData() = default;
     QmlFileResponseData(std::string const& fileName, long long fileOffset, long long fileSize,
                         std::string const& content);
-    QmlFileResponseData(QmlFileResponseData const& other) : QmlFileResponseData() {
-        *this = other;
-    }
+    QmlFileResponseData(QmlFileResponseData const& other) : QmlFileResponseData() { *this = other; }
     QmlFileResponseData& operator=(QmlFileResponseData const&) = default;
 };
 

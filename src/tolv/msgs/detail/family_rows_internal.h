@@ -16,8 +16,9 @@ template <class M>
 MessageDescription describe(std::string_view family, std::string_view alias,
                             std::string_view className, std::string_view payload,
                             std::string_view role) {
-    return {M::MsgID(), family, alias, className, payload, role,
-            []() -> std::shared_ptr<Message> { return std::make_shared<M>(); }};
+    return {M::MsgID(), family, alias, className, payload, role, []() -> std::shared_ptr<Message> {
+                return std::make_shared<M>();
+            }};
 }
 
 } // namespace Detail

@@ -1,5 +1,5 @@
-#include <tolv/msgs/engine/messages.h>
 #include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/engine/messages.h>
 
 #define TOLV_FAMILY Engine
 #define TOLV_FAMILY_BASE Engine::StateMessage

@@ -1,5 +1,5 @@
-#include <tolv/msgs/errs/messages.h>
 #include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/errs/messages.h>
 
 #define TOLV_FAMILY Errs
 #define TOLV_FAMILY_BASE Errs::ErrorMessage

@@ -1,5 +1,5 @@
-#include <tolv/msgs/excepts/messages.h>
 #include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/excepts/messages.h>
 
 #define TOLV_FAMILY Excepts
 #define TOLV_FAMILY_BASE Excepts::ExceptionMessage

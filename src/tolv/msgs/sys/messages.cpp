@@ -1,5 +1,5 @@
-#include <tolv/msgs/sys/messages.h>
 #include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/sys/messages.h>
 
 #define TOLV_FAMILY Sys
 #define TOLV_FAMILY_BASE Sys::SystemMessage

@@ -1,0 +1,36 @@
+// Holds the code of docs/adding-a-message.md to what that page promises.
+#include <tolv/messages.h>
+#include <gtest/gtest.h>
+
+#include "record.h" // the page's record
+
+using Tolv::Msgs::App::LicenseData;
+#include "own_message.inc" // the page's message of a program's own
+
+namespace {
+
+using namespace Tolv::Msgs;
+using namespace Tolv::MetaData;
+
+TEST(AddingAMessage, ThePageMakesAMessageThatTravels) {
+    EXPECT_TRUE(LicenseMessage::factoryRegistration.registered());
+    LicenseMessage license;
+    license.editPayload().id = std::string("spectrum");
+    license.editPayload().hours = 1.5;
+
+    Element tree;
+    license.copyToMetaData(tree);
+    std::string text;
+    WriterJson::Write(tree, text);
+    EXPECT_EQ(text,
+              R"({"MessageID":844424930131997,"Data":{"ID":"spectrum","Seats":1,"Hours":1.5}})");
+
+    Element received;
+    ReaderJson::Read(received, text);
+    auto const message = Message::CreateFromMetaData(received);
+    auto const* const read = dynamic_cast<LicenseMessage const*>(message.get());
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(read->payload().hours(), 1.5);
+}
+
+} // namespace
