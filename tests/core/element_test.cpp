@@ -159,6 +159,8 @@ TEST(Element, TextsKeepEveryByte) {
     EXPECT_EQ(own.asString(), "text that is kept ou");
     own.setString(own.text().substr(0, 4));
     EXPECT_EQ(own.asString(), "text");
+    own.setString(std::string_view()); // its data is null
+    EXPECT_EQ(own.asString(), "");
 }
 
 // ---- Arrays ----------------------------------------------------------------------------------
@@ -212,6 +214,19 @@ TEST(Array, PushBackTakesItsOwnElement) {
         array.push_back(array[static_cast<unsigned int>(i)]); // grows on the way
     EXPECT_EQ(array.size(), 101U);
     EXPECT_EQ(array[100].asStringView(), "a text of more than 14 bytes");
+}
+
+TEST(Array, PushBackAfterACopyDoesNotUseRoomThatTheCopyLacks) {
+    Array array;
+    array.reserve(64);
+    array.push_back(number(0));
+    auto const copy = array;
+    for (int i = 1; i < 64; ++i)
+        array.push_back(number(i));
+    ASSERT_EQ(array.size(), 64U);
+    for (unsigned int i = 0; i < 64; ++i)
+        EXPECT_EQ(std::as_const(array)[i].signedNumber(), i);
+    EXPECT_EQ(copy.size(), 1U);
 }
 
 // ---- Copies are values -----------------------------------------------------------------------
@@ -364,6 +379,28 @@ TEST(Copies, HandlesOfContainersAreValues) {
     assigned = list;
     assigned[1].setSigned(0);
     EXPECT_EQ(textOf(element["list"]), "[9,2,3]");
+}
+
+/// Takes the content of `element` away through `handle`, between two uses of the element. A
+/// compiler that believes the two to be apart leaves the content with both.
+[[gnu::noinline]] void moveOutThrough(Array& handle, Element& element, Array& content,
+                                      Element& rest) {
+    Element other;
+    other.swap(element);
+    element.swap(other);
+    content.~Array();
+    new (&content) Array(std::move(handle));
+    rest.swap(element);
+}
+
+TEST(Copies, AnElementSeesWhatIsMovedOutOfItsHandle) {
+    auto element = parsed("[1]");
+    Array& handle = element;
+    Array content;
+    Element rest;
+    moveOutThrough(handle, element, content, rest);
+    EXPECT_EQ(content.size(), 1U);
+    EXPECT_EQ(textOf(rest), "[]");
 }
 
 TEST(Copies, ParsedTreesAreShared) {

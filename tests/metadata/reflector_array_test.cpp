@@ -309,6 +309,14 @@ TYPED_TEST(EncodedArrayOf, ALyingLenTakesNoMemory) {
     }
 }
 
+TEST(PlainArray, OneEntryInBracesIsAListAndNoFlag) {
+    ReflectorArray<int> const number{nullptr, "a"_key, Required, {1}};
+    EXPECT_EQ(number(), std::vector{1});
+    EXPECT_FALSE(number.encodeBinary());
+    ReflectorArray<std::string> const text{nullptr, "a"_key, Required, {"b"}};
+    EXPECT_EQ(text(), std::vector<std::string>{"b"});
+}
+
 TEST(EncodedArray, CountsByTheText) {
     struct Case {
         char const* why;

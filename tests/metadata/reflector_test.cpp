@@ -256,6 +256,17 @@ TEST(RecordField, ResetRestoresTheDefaultRecordWithItsStates) {
     EXPECT_EQ(written(owner), R"({"f":{"bank":-1,"speed":-1}})");
 }
 
+TEST(RecordField, ResetUndoesAChangeThroughAReferenceThatWasKept) {
+    MirroredObject owner;
+    Reflector<FanBank> field{&owner, "f"_key, Required};
+    auto& kept = field.edit();
+    readInto(field, "{}");
+    kept.label = "upper";
+    readInto(field, "{}");
+    field.init();
+    EXPECT_EQ(written(owner), R"({"f":{"bank":-1,"speed":-1}})");
+}
+
 TEST(RecordField, WithoutDefaultConstructorHasADefaultForm) {
     MirroredObject owner;
     Reflector<Limit> field{&owner, "l"_key, Required};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -23,11 +24,19 @@ class ReflectorArray : public ReflectorBase {
 
 public:
     /// An empty list, initialized when required.
+    ReflectorArray(MirroredObject* owner, Key const& key, bool required)
+        : ReflectorBase(owner, key, required) {}
+    ReflectorArray(MirroredObject* owner, std::string const& key, bool required)
+        : ReflectorBase(owner, key, required) {}
+
+    /// The same.
     /// @param encode whether the encoded form is written; of no effect for types that have none.
-    ReflectorArray(MirroredObject* owner, Key const& key, bool required, bool encode = false)
+    /// Only a `bool` is taken for it: in `{this, "k"_key, Required, {1}}` the last is a list.
+    template <std::same_as<bool> Flag>
+    ReflectorArray(MirroredObject* owner, Key const& key, bool required, Flag encode)
         : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
-    ReflectorArray(MirroredObject* owner, std::string const& key, bool required,
-                   bool encode = false)
+    template <std::same_as<bool> Flag>
+    ReflectorArray(MirroredObject* owner, std::string const& key, bool required, Flag encode)
         : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
 
     /// A list with content, initialized when required.
@@ -207,7 +216,7 @@ private:
     }
 
     std::vector<T> value_;
-    bool encodeBinary_;
+    bool encodeBinary_ = false;
     bool listsMoveIn_ = false;
 };
 

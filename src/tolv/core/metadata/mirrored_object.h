@@ -115,8 +115,8 @@ public:
     void throwIfUninited(std::string const& where) const;
 
 protected:
-    /// Whether nobody has touched the value since construction and it is the one that `reset` gives,
-    /// so that resetting can be left out. Kept by the derived classes.
+    /// Whether nobody has touched the value since construction and it is the one that `reset`
+    /// gives, so that resetting can be left out. Kept by the derived classes.
     [[nodiscard]] bool isPristine() const noexcept { return (state_ & pristineBit) != 0; }
     void setPristine(bool pristine) noexcept { set(pristineBit, pristine); }
 
