@@ -405,6 +405,15 @@ TEST(Catalogue, EachClassGoesThroughTextAndBack) {
     }
 }
 
+TEST(Messages, KeepAllTheyHoldWhenWhatIsReadIsNoObject) {
+    App::ConnectMessage message({"client"}, {"service"});
+    auto const before = written(message);
+    for (auto const* const text : {"null", "5", "[]", R"("text")"}) {
+        EXPECT_THROW(message.copyFromMetaData(parsed(text)), Exception::InvalidParameter) << text;
+        EXPECT_EQ(written(message), before) << text;
+    }
+}
+
 TEST(Catalogue, HasOnlyTheClassesOfTheLibrary) {
     EXPECT_EQ(findMessage(ReadingMessage::MsgID()), nullptr);
     auto const message = Message::CreateFromMetaData(parsed(written(ReadingMessage())));

@@ -43,6 +43,7 @@ void Message::copyToMetaData(MetaData::Element& element) const {
 }
 
 void Message::copyFromMetaData(MetaData::Element const& element) {
+    [[maybe_unused]] MetaData::Object const& object = element; // throws before anything is reset
     MirroredObject::copyFromMetaData(element);
 }
 

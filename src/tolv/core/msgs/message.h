@@ -53,7 +53,8 @@ public:
     void copyToMetaData(MetaData::Element& element) const override;
 
     /// Reads all of them from `element`, into this message, whatever class the id there names.
-    /// @throws Exception::InvalidParameter when `element` is no object.
+    /// @throws Exception::InvalidParameter when `element` is no object; the message is then as it
+    /// was.
     void copyFromMetaData(MetaData::Element const& element) override;
 
     /// The message that `element` holds, as an object of the class that is registered for its id.

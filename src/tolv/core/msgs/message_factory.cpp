@@ -78,8 +78,10 @@ bool Message::MsgFactory::registerMessage(unsigned long long id, Creator creator
 void Message::MsgFactory::deregisterMessage(unsigned long long id) noexcept {
     std::lock_guard const lock(state().mutex);
     auto* const slot = slotOf(id);
-    if (slot != nullptr && slot->creator.exchange(nullptr) != nullptr)
+    if (slot != nullptr && slot->creator.exchange(nullptr) != nullptr) {
+        slot->typeName = std::string(); // the memory, too
         --state().size;
+    }
 }
 
 Message::MsgFactory::Creator Message::MsgFactory::find(unsigned long long id) const noexcept {
