@@ -16,6 +16,7 @@
 #include <tolv/metadata/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/catalogue.h>
+#include <tolv/msgs/record.h>
 #include "support/captured_output.h"
 #include "support/counters.h"
 #include "support/trees.h"
@@ -23,12 +24,6 @@
 namespace Tolv::Msgs {
 namespace {
 
-using MetaData::MirroredObject;
-using MetaData::Optional;
-using MetaData::Reflector;
-using MetaData::ReflectorArray;
-using MetaData::Required;
-using MetaData::operator""_key;
 using Testing::CapturedOutput;
 using Testing::Counted;
 using Testing::parsed;
