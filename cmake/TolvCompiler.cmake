@@ -41,6 +41,7 @@ endif()
 # A symbol of "unique" binding pins its library in memory until the process ends, so that dlclose()
 # would not unload it.
 check_cxx_compiler_flag(-fno-gnu-unique TOLV_HAVE_NO_GNU_UNIQUE)
+check_cxx_compiler_flag(-fno-semantic-interposition TOLV_HAVE_NO_SEMANTIC_INTERPOSITION)
 
 find_program(TOLV_CCACHE ccache)
 mark_as_advanced(TOLV_CCACHE)

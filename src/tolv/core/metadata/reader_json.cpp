@@ -2,46 +2,26 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <istream>
 #include <limits>
-#include <memory>
 #include <new>
 #include <span>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/text_run_internal.h>
 #include <tolv/core/utf8.h>
-
-// The event parser of Boost.JSON and the few definitions that it needs; <boost/json/src.hpp> would
-// put the whole library in here. Boost marks some of its classes as visible; in here none may be,
-// since a program may bring a Boost of its own, of another version.
-#include <boost/config.hpp>
-#undef BOOST_SYMBOL_VISIBLE
-#define BOOST_SYMBOL_VISIBLE
-#define BOOST_JSON_SOURCE
-#include <boost/json/basic_parser_impl.hpp>
-#include <boost/json/detail/impl/default_resource.ipp>
-#include <boost/json/detail/impl/shared_resource.ipp>
-#include <boost/json/detail/impl/stack.ipp>
-#include <boost/json/impl/error.ipp>
 
 namespace Tolv::MetaData {
 
 using Detail::Access;
 
 namespace {
-
-using ErrorCode = boost::json::error_code;
-using Text = boost::json::string_view;
-
-/// The parser calls itself once a level, about 300 bytes of stack each: a larger bound of the
-/// caller's could not be kept.
-constexpr std::size_t mostDepth = 4096;
 
 /// Keys and values that do not stand in a container yet. The values of most messages fit the room
 /// inside. There is deliberately nothing that outlives a call: what a huge text needed is given
@@ -59,17 +39,19 @@ public:
 
     /// A new null element on top. It moves with the next call.
     Element& push() {
-        if (size_ == capacity_)
+        if (size_ == capacity_) [[unlikely]]
             grow();
         return *new (items_ + size_++) Element;
     }
 
-    [[nodiscard]] std::span<Element> top(std::size_t count) const noexcept {
-        return {items_ + size_ - count, count};
+    [[nodiscard]] std::size_t size() const noexcept { return size_; }
+    [[nodiscard]] Element& operator[](std::size_t index) noexcept { return items_[index]; }
+    [[nodiscard]] std::span<Element> from(std::size_t index) noexcept {
+        return {items_ + index, items_ + size_};
     }
 
-    /// Takes the topmost elements away, which must be null.
-    void drop(std::size_t count) noexcept { size_ -= count; }
+    /// Forgets the elements from `index` on, which somebody else owns by now.
+    void forgetFrom(std::size_t index) noexcept { size_ = index; }
 
 private:
     static constexpr std::size_t inside = 128;
@@ -91,132 +73,8 @@ private:
     std::size_t capacity_ = inside;
 };
 
-/// Builds the tree from the events of the parser. The whole text is given to the parser at once,
-/// so that texts without escapes and all numbers arrive in one piece, as a part of the text.
-class Builder {
-public:
-    // The most that a container and a text can hold: the parser refuses more by itself.
-    static constexpr std::size_t max_array_size = std::numeric_limits<std::uint32_t>::max() - 1;
-    static constexpr std::size_t max_object_size = max_array_size;
-    static constexpr std::size_t max_string_size = std::numeric_limits<std::uint32_t>::max();
-    static constexpr std::size_t max_key_size = max_string_size;
-
-    static bool on_document_begin(ErrorCode&) { return true; }
-    static bool on_document_end(ErrorCode&) { return true; }
-
-    static bool on_array_begin(ErrorCode&) { return true; }
-    bool on_array_end(std::size_t count, ErrorCode&) {
-        auto array = Access::takeArray(stack_.top(count));
-        stack_.drop(count);
-        stack_.push().swap(array);
-        return true;
-    }
-
-    static bool on_object_begin(ErrorCode&) { return true; }
-    bool on_object_end(std::size_t count, ErrorCode& error) {
-        std::ptrdiff_t duplicate = -1;
-        auto object = Access::takeObject(stack_.top(count * 2), duplicate);
-        stack_.drop(count * 2);
-        if (duplicate >= 0) {
-            noteDuplicate(object.object(), static_cast<std::size_t>(duplicate));
-            error = make_error_code(boost::json::error::syntax);
-            return false;
-        }
-        stack_.push().swap(object);
-        return true;
-    }
-
-    bool on_string_part(Text part, std::size_t, ErrorCode&) {
-        parts_.append(part.data(), part.size());
-        return true;
-    }
-    bool on_string(Text part, std::size_t size, ErrorCode&) {
-        std::string_view const text(part.data(), part.size());
-        if (size == text.size()) {
-            stack_.push().setString(text);
-        } else {
-            parts_.append(text);
-            stack_.push().setString(parts_);
-            parts_.clear();
-        }
-        return true;
-    }
-    bool on_key_part(Text part, std::size_t size, ErrorCode& error) {
-        return on_string_part(part, size, error);
-    }
-    bool on_key(Text part, std::size_t size, ErrorCode& error) {
-        return on_string(part, size, error);
-    }
-
-    /// Comes only before an end of text in the middle of a number, which is refused anyway.
-    static bool on_number_part(Text, ErrorCode&) { return true; }
-    bool on_int64(std::int64_t value, Text text, ErrorCode&) {
-        if (value == 0 && text.front() == '-')
-            stack_.push().setFloating(-0.0);
-        else
-            stack_.push().setSigned(value);
-        return true;
-    }
-    bool on_uint64(std::uint64_t value, Text, ErrorCode&) {
-        stack_.push().setUnsigned(value);
-        return true;
-    }
-    /// The parser's own value is off by some units in the last place; it only tells a number that
-    /// is too small, which is read as zero, from one that is too large.
-    bool on_double(double roughly, Text text, ErrorCode& error) {
-        double value = 0;
-        auto const result = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (result.ec == std::errc::result_out_of_range && std::abs(roughly) < 1)
-            value = text.front() == '-' ? -0.0 : 0.0;
-        else if (result.ec != std::errc() || std::isinf(value)) {
-            error = make_error_code(boost::json::error::exponent_overflow);
-            refusedAt_ = text.data();
-            return false;
-        }
-        stack_.push().setFloating(value);
-        return true;
-    }
-
-    bool on_bool(bool value, ErrorCode&) {
-        stack_.push().setBoolean(value);
-        return true;
-    }
-    bool on_null(ErrorCode&) {
-        stack_.push();
-        return true;
-    }
-
-    static bool on_comment_part(Text, ErrorCode&) { return true; }
-    static bool on_comment(Text, ErrorCode&) { return true; }
-
-    /// The only value left when all was accepted.
-    [[nodiscard]] Element& result() const noexcept { return stack_.top(1).front(); }
-    /// Where the refused number starts, or null.
-    [[nodiscard]] char const* refusedAt() const noexcept { return refusedAt_; }
-    /// The place of the refused key in its object, or -1.
-    [[nodiscard]] std::ptrdiff_t duplicatePlace() const noexcept { return duplicatePlace_; }
-    [[nodiscard]] std::string const& duplicateKey() const noexcept { return duplicateKey_; }
-
-private:
-    void noteDuplicate(Object const& object, std::size_t place) {
-        auto member = object.begin();
-        for (std::size_t i = 0; i < place; ++i)
-            ++member;
-        duplicateKey_ = member->key();
-        duplicatePlace_ = static_cast<std::ptrdiff_t>(place);
-    }
-
-    ValueStack stack_;
-    std::string parts_; ///< of a text with escapes that is longer than the parser's buffer
-    char const* refusedAt_ = nullptr;
-    std::ptrdiff_t duplicatePlace_ = -1;
-    std::string duplicateKey_;
-};
-
-[[noreturn]] void refuse(std::string const& what, std::size_t offset) {
-    throw Exception::InvalidParameter("JSON text refused: " + what + " at byte " +
-                                      std::to_string(offset));
-}
+constexpr bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+constexpr bool isSpace(char c) noexcept { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
 /// A key in quotes for a message, cut at 60 bytes. It is escaped: a NUL would end the message.
 std::string quoted(std::string_view key) {
@@ -240,7 +98,7 @@ std::string describeByte(char byte) {
 }
 
 /// The offset of the key at `place` in the innermost object that is open at the end of `text`,
-/// which the parser has accepted so far.
+/// which was accepted so far.
 std::size_t offsetOfKey(std::string_view text, std::size_t place) {
     std::vector<std::size_t> keys;    // offsets of the keys of all open objects
     std::vector<std::size_t> objects; // how many of `keys` stand before each open object
@@ -262,50 +120,417 @@ std::size_t offsetOfKey(std::string_view text, std::size_t place) {
     return keys[objects.back() + place];
 }
 
-[[noreturn]] void refuse(std::string_view text, std::size_t offset, ErrorCode const& code,
-                         Builder const& builder, std::size_t depth) {
-    using boost::json::error;
-    if (builder.duplicatePlace() >= 0)
-        refuse("key " + quoted(builder.duplicateKey()) + " stands twice in one object",
-               offsetOfKey(text.substr(0, offset),
-                           static_cast<std::size_t>(builder.duplicatePlace())));
-    // A cut character looks to the parser like the end of the text.
-    if (auto const invalid = findInvalidUtf8(text); invalid <= offset)
-        refuse("invalid UTF-8", invalid);
-    switch (static_cast<error>(code.value())) {
-    case error::incomplete:
-        if (text.find_first_not_of(" \t\n\r") == std::string_view::npos)
-            refuse("there is no value", text.size());
-        refuse("unexpected end", text.size());
-    case error::exponent_overflow:
-        refuse("number out of the range of a double",
-               builder.refusedAt() != nullptr
-                   ? static_cast<std::size_t>(builder.refusedAt() - text.data())
-                   : offset);
-    case error::too_deep:
-        refuse("depth of more than " + std::to_string(depth) + " arrays and objects", offset);
-    case error::illegal_leading_surrogate:
-    case error::illegal_trailing_surrogate:
-        refuse("half of a surrogate pair", offset);
-    case error::expected_hex_digit:
-        // The parser stands at the wrong digit or at the byte before it.
-        refuse("expected four hexadecimal digits",
-               std::min(
-                   text.find_first_not_of("0123456789ABCDEFabcdef", text.rfind("\\u", offset) + 2),
-                   text.size()));
-    case error::object_too_large:
-    case error::array_too_large:
-        refuse("container of more than 4294967294 elements", offset);
-    case error::key_too_large:
-    case error::string_too_large:
-        refuse("string of 4 GiB or more", offset);
-    default:
-        break;
+/// Reads one text. Without recursion: what is open is kept on the stack of values, so that depth
+/// costs no stack of the thread.
+///
+/// The elements of an open container stand behind a mark, which is a number: where the mark of the
+/// container around it stands, and whether this one is an object.
+class Parser {
+public:
+    Parser(std::string_view text, Limits const& limits)
+        // Pointers are computed with even where there is no byte.
+        : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits) {}
+
+    void parse(Element& result) {
+        skipSpace();
+        if (at_ == end_)
+            refuse("there is no value", at_);
+        for (;;) {
+            if (startValue())
+                continue; // at the first value of a container
+            while (depth_ != 0 && endsContainer()) {
+            }
+            if (depth_ == 0)
+                break;
+        }
+        skipSpace();
+        if (at_ != end_)
+            refuse("text behind the value", at_);
+        result.swap(stack_[0]);
     }
-    if (text.starts_with("\xEF\xBB\xBF"))
-        refuse("byte order mark", 0);
-    refuse(offset < text.size() ? describeByte(text[offset]) : "unexpected end", offset);
-}
+
+private:
+    // ---- Structure ---------------------------------------------------------------------------
+
+    /// The byte to look at; at the end a NUL, which stands nowhere in JSON.
+    [[nodiscard]] char peek() const noexcept { return at_ != end_ ? *at_ : '\0'; }
+
+    void skipSpace() noexcept {
+        if (at_ == end_ || static_cast<unsigned char>(*at_) > ' ') [[likely]]
+            return;
+        auto const* at = at_;
+        while (at != end_ && isSpace(*at))
+            ++at;
+        at_ = at;
+    }
+
+    /// Reads a scalar or an empty container, or opens a container: true, and its first value is
+    /// next.
+    bool startValue() {
+        switch (peek()) {
+        case '"':
+            ++at_;
+            readString(stack_.push());
+            return false;
+        case '{':
+            return open(true);
+        case '[':
+            return open(false);
+        case 't':
+            readWord("true");
+            stack_.push().setBoolean(true);
+            return false;
+        case 'f':
+            readWord("false");
+            stack_.push().setBoolean(false);
+            return false;
+        case 'n':
+            readWord("null");
+            stack_.push();
+            return false;
+        default:
+            readNumber();
+            return false;
+        }
+    }
+
+    bool open(bool isObject) {
+        if (depth_ == limits_.depth)
+            refuse("depth of more than " + std::to_string(limits_.depth) + " arrays and objects",
+                   at_);
+        ++at_;
+        skipSpace();
+        if (peek() == (isObject ? '}' : ']')) {
+            ++at_;
+            auto& element = stack_.push();
+            element = isObject ? Element(Object()) : Element(Array());
+            return false;
+        }
+        ++depth_;
+        auto const mark = stack_.size();
+        stack_.push().setUnsigned(std::uint64_t{mark_} << 1U | (inObject_ ? 1U : 0U));
+        mark_ = mark;
+        inObject_ = isObject;
+        if (isObject)
+            readKey();
+        return true;
+    }
+
+    /// Behind a value in a container: true when the container ends here, false when another value
+    /// is next.
+    bool endsContainer() {
+        skipSpace();
+        auto const byte = peek();
+        if (byte == ',') {
+            ++at_;
+            skipSpace();
+            if (inObject_)
+                readKey();
+            return false;
+        }
+        if (byte != (inObject_ ? '}' : ']'))
+            refuseByte();
+        close();
+        ++at_;
+        return true;
+    }
+
+    void close() {
+        auto const elements = stack_.from(mark_ + 1);
+        Element container;
+        if (inObject_) {
+            std::ptrdiff_t duplicate = -1;
+            container = Access::takeObject(elements, duplicate);
+            if (duplicate >= 0)
+                refuseDuplicate(container.object(), static_cast<std::size_t>(duplicate));
+        } else {
+            container = Access::takeArray(elements);
+        }
+        stack_.forgetFrom(mark_ + 1);
+        auto& place = stack_[mark_];
+        auto const around = place.unsignedNumber();
+        place.swap(container);
+        mark_ = static_cast<std::size_t>(around >> 1U);
+        inObject_ = (around & 1U) != 0;
+        --depth_;
+    }
+
+    void readKey() {
+        if (peek() != '"')
+            refuseByte();
+        ++at_;
+        readString(stack_.push());
+        skipSpace();
+        if (peek() != ':')
+            refuseByte();
+        ++at_;
+        skipSpace();
+    }
+
+    void readWord(std::string_view word) {
+        auto const left = std::string_view(at_, static_cast<std::size_t>(end_ - at_));
+        if (!left.starts_with(word)) {
+            // A word that is only cut ends too early; another one is wrong from its start on.
+            if (word.starts_with(left))
+                at_ = end_;
+            refuseByte();
+        }
+        at_ += word.size();
+    }
+
+    // ---- Numbers -----------------------------------------------------------------------------
+
+    // Here and below the place is kept in a local variable while it moves: `at_` would be stored
+    // and loaded again for each byte, since bytes may alias anything.
+
+    /// Behind the digits from `at` on, of which there must be one.
+    char const* skipDigits(char const* at) {
+        if (at == end_ || !isDigit(*at)) {
+            at_ = at;
+            refuseByte();
+        }
+        while (at != end_ && isDigit(*at))
+            ++at;
+        return at;
+    }
+
+    void readNumber() {
+        auto const* const start = at_;
+        auto const negative = peek() == '-';
+        auto const* const digits = start + (negative ? 1 : 0);
+        auto const* at = digits;
+        std::uint64_t value = 0;
+        if (at != end_ && *at == '0') {
+            ++at;
+        } else {
+            for (; at != end_ && isDigit(*at); ++at)
+                value = value * 10 + static_cast<unsigned char>(*at - '0');
+            if (at == digits) {
+                at_ = at;
+                refuseByte();
+            }
+        }
+        auto const count = at - digits;
+        auto whole = true;
+        if (at != end_ && *at == '.') {
+            whole = false;
+            at = skipDigits(at + 1);
+        }
+        if (at != end_ && (*at | 0x20) == 'e') {
+            whole = false;
+            ++at;
+            if (at != end_ && (*at == '+' || *at == '-'))
+                ++at;
+            at = skipDigits(at);
+        }
+        at_ = at;
+        if (whole && count > 18) // `value` may have run over
+            whole = std::from_chars(digits, at_, value).ec == std::errc();
+        constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+        auto& element = stack_.push();
+        if (!whole || (negative && (value == 0 || value > most + 1)))
+            element.setFloating(floating(start));
+        else if (negative)
+            element.setSigned(static_cast<std::int64_t>(~value + 1));
+        else if (value <= most)
+            element.setSigned(static_cast<std::int64_t>(value));
+        else
+            element.setUnsigned(value);
+    }
+
+    /// The number from `start` to here, as a double.
+    [[nodiscard]] double floating(char const* start) const {
+        double value = 0;
+        if (std::from_chars(start, at_, value).ec != std::errc()) { // out of range, to either side
+            if (!isSmall(start))
+                refuse("number out of the range of a double", start);
+            value = *start == '-' ? -0.0 : 0.0;
+        }
+        return value;
+    }
+
+    /// Whether a number other than 0, beyond what a double can hold, is below 1.
+    [[nodiscard]] bool isSmall(char const* start) const noexcept {
+        // Where the point stands, counted from the first digit that is not 0.
+        std::int64_t place = 0;
+        auto pointSeen = false;
+        auto digitSeen = false;
+        auto const* at = start + (*start == '-' ? 1 : 0);
+        for (; at != at_ && *at != 'e' && *at != 'E'; ++at) {
+            if (*at == '.')
+                pointSeen = true;
+            else if (digitSeen || *at != '0') {
+                digitSeen = true;
+                place += pointSeen ? 0 : 1;
+            } else if (pointSeen)
+                --place;
+        }
+        if (at == at_)
+            return place <= 0;
+        ++at;
+        auto const negative = *at == '-';
+        if (negative || *at == '+')
+            ++at;
+        std::int64_t exponent = 0;
+        if (std::from_chars(at, at_, exponent).ec != std::errc())
+            return negative; // more than a text has digits
+        return place + (negative ? -exponent : exponent) <= 0;
+    }
+
+    // ---- Strings -----------------------------------------------------------------------------
+
+    /// Reads the string that starts here, behind its quote.
+    void readString(Element& element) {
+        auto const* const start = at_;
+        skipRun();
+        if (at_ != end_ && *at_ == '"') [[likely]] {
+            std::string_view const text(start, static_cast<std::size_t>(at_ - start));
+            if (text.size() <= Detail::inlineTextCapacity && end_ - start >= 16)
+                Access::putShortText(element, start, text.size());
+            else
+                element.setString(text);
+            ++at_;
+        } else {
+            readEscaped(element, start);
+        }
+    }
+
+    /// Goes on to the next byte that does not stand for itself.
+    void skipRun() {
+        auto beyondAscii = false;
+        auto const* const start = at_;
+        at_ = Tolv::Detail::endOfRun(start, end_, beyondAscii);
+        if (beyondAscii) {
+            std::string_view const run(start, static_cast<std::size_t>(at_ - start));
+            if (auto const invalid = findInvalidUtf8(run); invalid != std::string_view::npos)
+                refuse("invalid UTF-8", start + invalid);
+        }
+    }
+
+    void readEscaped(Element& element, char const* start) {
+        text_.clear();
+        for (;;) {
+            text_.append(start, at_);
+            if (peek() != '\\' && peek() != '"')
+                refuseByte();
+            if (*at_++ == '"')
+                break;
+            readEscape();
+            start = at_;
+            skipRun();
+        }
+        element.setString(text_);
+    }
+
+    void readEscape() {
+        constexpr std::string_view names = "\"\\/bfnrt";
+        constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
+        if (peek() == 'u') {
+            readUnicode();
+            return;
+        }
+        auto const place = at_ != end_ ? names.find(*at_) : std::string_view::npos;
+        if (place == std::string_view::npos)
+            refuseByte();
+        text_ += meanings[place];
+        ++at_;
+    }
+
+    /// At the "u" of an escape.
+    void readUnicode() {
+        auto const* const start = at_;
+        auto code = readHex();
+        if (code >= 0xDC00 && code < 0xE000)
+            refuse("half of a surrogate pair", start);
+        if (code >= 0xD800 && code < 0xDC00) {
+            for (auto const expected : {'\\', 'u'}) {
+                if (at_ == end_)
+                    refuseByte();
+                if (*at_ != expected)
+                    refuse("half of a surrogate pair", at_);
+                ++at_;
+            }
+            auto const* const digits = at_--;
+            auto const low = readHex();
+            if (low < 0xDC00 || low >= 0xE000)
+                refuse("half of a surrogate pair", digits);
+            code = 0x10000 + ((code - 0xD800) << 10U) + (low - 0xDC00);
+        }
+        appendUtf8(code);
+    }
+
+    /// Four hexadecimal digits behind the "u" that stands here.
+    std::uint32_t readHex() {
+        std::uint32_t code = 0;
+        ++at_;
+        for (int i = 0; i < 4; ++i, ++at_) {
+            auto const byte = peek();
+            auto const letter = static_cast<char>(byte | 0x20);
+            if (isDigit(byte))
+                code = code << 4U | static_cast<std::uint32_t>(byte - '0');
+            else if (letter >= 'a' && letter <= 'f')
+                code = code << 4U | static_cast<std::uint32_t>(letter - 'a' + 10);
+            else
+                refuse("expected four hexadecimal digits", at_);
+        }
+        return code;
+    }
+
+    void appendUtf8(std::uint32_t code) {
+        auto const put = [this](std::uint32_t byte) { text_ += static_cast<char>(byte); };
+        if (code < 0x80) {
+            put(code);
+        } else if (code < 0x800) {
+            put(0xC0 | code >> 6U);
+            put(0x80 | (code & 0x3FU));
+        } else if (code < 0x10000) {
+            put(0xE0 | code >> 12U);
+            put(0x80 | (code >> 6U & 0x3FU));
+            put(0x80 | (code & 0x3FU));
+        } else {
+            put(0xF0 | code >> 18U);
+            put(0x80 | (code >> 12U & 0x3FU));
+            put(0x80 | (code >> 6U & 0x3FU));
+            put(0x80 | (code & 0x3FU));
+        }
+    }
+
+    // ---- Refusals ----------------------------------------------------------------------------
+
+    [[noreturn, gnu::cold]] void refuse(std::string const& what, char const* where) const {
+        throw Exception::InvalidParameter("JSON text refused: " + what + " at byte " +
+                                          std::to_string(where - begin_));
+    }
+
+    /// The byte here is not what belongs here.
+    [[noreturn, gnu::cold]] void refuseByte() const {
+        std::string_view const text(begin_, static_cast<std::size_t>(end_ - begin_));
+        if (at_ == end_)
+            refuse("unexpected end", at_);
+        if (text.starts_with("\xEF\xBB\xBF") && at_ == begin_)
+            refuse("byte order mark", at_);
+        refuse(describeByte(*at_), at_);
+    }
+
+    [[noreturn, gnu::cold]] void refuseDuplicate(Object const& object, std::size_t place) const {
+        auto member = object.begin();
+        for (std::size_t i = 0; i < place; ++i)
+            ++member;
+        std::string_view const accepted(begin_, static_cast<std::size_t>(at_ - begin_));
+        refuse("key " + quoted(member->key()) + " stands twice in one object",
+               begin_ + offsetOfKey(accepted, place));
+    }
+
+    char const* begin_;
+    char const* end_;
+    char const* at_ = begin_;
+    Limits const& limits_;
+    ValueStack stack_;
+    std::size_t mark_ = 0; ///< of the innermost open container
+    std::size_t depth_ = 0;
+    bool inObject_ = false;
+    std::string text_; ///< of a string with escapes
+};
 
 /// All that is left in `stream`.
 std::string readAll(std::istream& stream) {
@@ -343,19 +568,7 @@ std::string readAll(std::istream& stream) {
 } // namespace
 
 void ReaderJson::Read(Element& element, std::string_view text, Limits const& limits) {
-    boost::json::parse_options options;
-    options.max_depth = std::min(limits.depth, mostDepth);
-    boost::json::basic_parser<Builder> parser(options);
-    auto& builder = parser.handler();
-    ErrorCode error;
-    // The parser computes with the pointer even where there is no byte.
-    auto const* const begin = text.empty() ? "" : text.data();
-    auto const accepted = parser.write_some(false, begin, text.size(), error);
-    if (error)
-        refuse(text, accepted, error, builder, options.max_depth);
-    if (accepted != text.size())
-        refuse("text behind the value", accepted);
-    element.swap(builder.result());
+    Parser(text, limits).parse(element);
 }
 
 void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limits) {

@@ -95,6 +95,17 @@ struct Access {
         target.reset(0, Element::tagLongText);
         target.longText_ = text;
     }
+    /// Makes `target`, which is null, the text of `size` bytes, at most 14; 16 may be read at
+    /// `bytes`.
+    static void putShortText(Element& target, char const* bytes, std::size_t size) noexcept {
+        std::memcpy(target.words_, bytes, sizeof target.words_);
+        auto const shift = size * 8;
+        auto const below = [](std::size_t bits) { return (std::uint64_t{1} << bits) - 1; };
+        if (shift < 64)
+            target.words_[0] &= below(shift);
+        target.words_[1] &= shift > 64 ? below(shift - 64) : 0;
+        target.words_[1] |= std::uint64_t{size} << 48U | std::uint64_t{Element::tagText} << 56U;
+    }
     static void putContainer(Element& target, ContainerRep* container) noexcept {
         target.reset(0, container->isObject ? Element::tagObject : Element::tagArray);
         if (container->isObject)

@@ -1,21 +1,16 @@
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/text_run_internal.h>
 #include <tolv/core/utf8.h>
 
 namespace Tolv::MetaData {
@@ -83,37 +78,6 @@ private:
     char block_[4096];
     char* at_ = block_;
 };
-
-constexpr bool mustEscape(char byte) noexcept {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
-}
-
-/// Length of the run at the start of `text` that may be written as it is. With `ascii`, the run
-/// ends at the first byte that is not ASCII, too.
-template <bool ascii>
-std::size_t plainRun(std::string_view text) noexcept {
-    std::size_t run = 0;
-#if defined(__SSE2__)
-    auto const quote = _mm_set1_epi8('"');
-    auto const backslash = _mm_set1_epi8('\\');
-    auto const lastControl = _mm_set1_epi8(0x1F);
-    auto const space = _mm_set1_epi8(0x20);
-    for (; text.size() - run >= 16; run += 16) {
-        auto const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(text.data() + run));
-        // Compared as signed bytes, those beyond ASCII are below the space, too.
-        auto const low = ascii ? _mm_cmplt_epi8(bytes, space)
-                               : _mm_cmpeq_epi8(_mm_min_epu8(bytes, lastControl), bytes);
-        auto const found = _mm_or_si128(
-            low, _mm_or_si128(_mm_cmpeq_epi8(bytes, quote), _mm_cmpeq_epi8(bytes, backslash)));
-        if (auto const mask = static_cast<unsigned int>(_mm_movemask_epi8(found)); mask != 0)
-            return run + static_cast<std::size_t>(std::countr_zero(mask));
-    }
-#endif
-    while (run < text.size() && !mustEscape(text[run]) &&
-           (!ascii || static_cast<unsigned char>(text[run]) < 0x80))
-        ++run;
-    return run;
-}
 
 /// The containers around the current value, innermost first, for messages.
 struct Level {
@@ -211,20 +175,21 @@ private:
         out_.expect(text.size() + 2);
         out_.put('"');
         auto checked = false;
-        auto rest = text;
-        while (!rest.empty()) {
+        for (auto rest = text; !rest.empty();) {
             auto const part = rest.substr(0, piece);
-            auto const run = checked ? plainRun<false>(part) : plainRun<true>(part);
-            out_.put(part.substr(0, run));
-            rest.remove_prefix(run);
-            if (run == part.size())
-                continue;
-            if (mustEscape(rest.front())) {
-                escape(rest.front());
-                rest.remove_prefix(1);
-            } else {
+            auto beyondAscii = false;
+            auto const* const end =
+                Tolv::Detail::endOfRun(part.data(), part.data() + part.size(), beyondAscii);
+            if (beyondAscii && !checked) {
                 checkUtf8(text, level, isKey);
                 checked = true;
+            }
+            auto const run = static_cast<std::size_t>(end - part.data());
+            out_.put(part.substr(0, run));
+            rest.remove_prefix(run);
+            if (run != part.size()) {
+                escape(rest.front());
+                rest.remove_prefix(1);
             }
         }
         out_.put('"');
