@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -204,6 +205,32 @@ void decodePaddedGroup(std::string_view text, std::size_t padding, unsigned char
     std::memcpy(data, bytes, 3 - padding);
 }
 
+void decodePiecesWith(Kernel const& kernel, std::string_view text,
+                      void (*take)(void*, unsigned char const*, std::size_t), void* context) {
+    if (text.size() % 4 != 0)
+        throwBadLength(text);
+    std::size_t const padding = paddingOf(text);
+    std::size_t const body = padding == 0 ? text.size() : text.size() - 4;
+    alignas(std::max_align_t) std::array<unsigned char, pieceSize> piece;
+    std::size_t filled = 0;
+    for (std::size_t offset = 0; offset < body;) {
+        std::size_t const length = std::min(body - offset, pieceSize / 3 * 4);
+        decodeGroups(kernel, text, offset, length, piece.data());
+        offset += length;
+        filled = length / 4 * 3;
+        if (filled == pieceSize && offset < text.size()) {
+            take(context, piece.data(), filled);
+            filled = 0;
+        }
+    }
+    if (padding != 0) {
+        decodePaddedGroup(text, padding, piece.data() + filled);
+        filled += 3 - padding;
+    }
+    if (filled != 0)
+        take(context, piece.data(), filled);
+}
+
 } // namespace
 
 std::span<Kernel const* const> kernels() noexcept { return allKernels; }
@@ -320,6 +347,12 @@ void encode(unsigned char const* data, std::size_t length, std::string& out) {
         data += count;
         length -= count;
     }
+}
+
+void decodePieces(std::string_view text,
+                  void (*take)(void* context, unsigned char const* bytes, std::size_t size),
+                  void* context) {
+    Detail::decodePiecesWith(Detail::chosenKernel(), text, take, context);
 }
 
 std::size_t decode(std::string_view text, unsigned char* data, std::size_t length) {

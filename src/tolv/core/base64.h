@@ -74,5 +74,18 @@ TOLV_CORE_API void encode(unsigned char const* data, std::size_t length, std::st
 /// @throws Exception::InvalidParameter as decodeBase64() does
 TOLV_CORE_API std::size_t decode(std::string_view text, unsigned char* data, std::size_t length);
 
+/// Size in bytes of the pieces that decodePieces() hands out; a multiple of 48.
+inline constexpr std::size_t pieceSize = 12288;
+
+/// Decodes @p text piece by piece: @p take gets @p context and each piece in turn, of pieceSize
+/// bytes but for the last, at an address that suits any number type.
+///
+/// @throws Exception::InvalidParameter when the text is malformed, as decodeBase64() does; pieces
+///         before the fault have then been handed out. What @p take throws passes through
+TOLV_CORE_API void decodePieces(std::string_view text,
+                                void (*take)(void* context, unsigned char const* bytes,
+                                             std::size_t size),
+                                void* context);
+
 } // namespace Base64
 } // namespace Tolv

@@ -64,4 +64,20 @@ inline char const* endOfRun(char const* at, char const* end, bool& beyondAscii) 
     return at;
 }
 
+/// Whether all of the first `size` of 16 bytes are ASCII and can stand for themselves.
+inline bool isPlainAscii(char const* bytes16, std::size_t size) noexcept {
+#if defined(TOLV_TEXT_RUN_SSE2)
+    auto const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(bytes16));
+    // Compared as signed bytes, those beyond ASCII are below the space, too.
+    auto const found = _mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)),
+                                    _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),
+                                                 _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
+    auto const first = static_cast<unsigned int>(_mm_movemask_epi8(found));
+    return (first & ((1U << size) - 1)) == 0;
+#else
+    auto beyondAscii = false;
+    return endOfRun(bytes16, bytes16 + size, beyondAscii) == bytes16 + size && !beyondAscii;
+#endif
+}
+
 } // namespace Tolv::Detail

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -180,19 +181,39 @@ private:
         read.reserve(array.size());
         for (auto const& entry : array) {
             if constexpr (Record<T>) {
-                // What stands in a list is a copy of what was read, with what a copy does to
-                // required fields that did not read, and to messages without payload.
-                T one = DefaultOf<T>::make();
-                one.copyFromMetaData(entry);
-                read.push_back(std::as_const(one));
-            } else {
-                T one{};
+                readRecord(entry, read);
+            } else if constexpr (std::is_same_v<T,
+                                                bool>) { // whose vector has no elements to refer to
+                bool one = false;
                 if (!TryGetAs(entry, one))
                     return false;
-                read.push_back(std::move(one));
+                read.push_back(one);
+            } else {
+                if (!TryGetAs(entry, read.emplace_back()))
+                    return false;
             }
         }
         return true;
+    }
+
+    /// What stands in a list is a copy of what was read, with what a copy does to required fields
+    /// that did not read, and to messages without payload. Where all fields did read, the copy
+    /// would be the same and is left out; what copies itself in a way of its own is copied.
+    static void readRecord(Element const& entry, std::vector<T>& read) requires Record<T> {
+        if constexpr (std::derived_from<T, MirroredObject> &&
+                      requires { typename DefaultOf<T>::IsDefaultBuilt; }) {
+            auto const missedBefore = Detail::requiredFieldsMissed();
+            read.emplace_back().copyFromMetaData(entry);
+            if (Detail::requiredFieldsMissed() == missedBefore) [[likely]]
+                return;
+            T const one(read.back());
+            read.pop_back();
+            read.push_back(one);
+        } else {
+            T one = DefaultOf<T>::make();
+            one.copyFromMetaData(entry);
+            read.push_back(std::as_const(one));
+        }
     }
 
     /// The fields of `Base64Encoder`, without a copy of the text.

@@ -10,6 +10,7 @@ namespace Tolv::MetaData {
 template <class T>
 struct DefaultOf {
     static T make() { return T(); }
+    using IsDefaultBuilt = void; ///< only here: it says that `make` is nothing but `T()`
 };
 
 /// True for the types that write and read themselves: records and hand-written payloads.

@@ -12,6 +12,7 @@ namespace Tolv::MetaData {
 
 using Detail::Access;
 using Detail::ArrayRep;
+using Detail::BorrowedText;
 using Detail::Chunk;
 using Detail::ContainerRep;
 using Detail::Index;
@@ -49,12 +50,30 @@ Rep* allocate(std::uint64_t items) {
 }
 // NOLINTEND(bugprone-sizeof-expression)
 
-TextRep* newText(std::size_t size) {
+std::uint32_t checkedTextSize(std::size_t size) {
     if (size > std::numeric_limits<std::uint32_t>::max())
         throw Exception::InvalidParameter("a string of 4 GiB or more does not fit an element");
+    return static_cast<std::uint32_t>(size);
+}
+
+TextRep* newText(std::size_t size) {
+    auto const checked = checkedTextSize(size);
     auto* const rep = allocate<TextRep, char>(size);
-    rep->size = static_cast<std::uint32_t>(size);
+    rep->size = checked;
     return rep;
+}
+
+TextRep* copiedText(std::string_view text) {
+    auto* const rep = newText(text.size());
+    std::memcpy(rep->own(), text.data(), text.size());
+    return rep;
+}
+
+void destroyText(TextRep* rep) noexcept {
+    if (rep->isBorrowed)
+        delete static_cast<BorrowedText*>(rep);
+    else
+        ::operator delete(rep);
 }
 
 ArrayRep* newArray(std::uint32_t capacity) {
@@ -163,17 +182,29 @@ void reindex(ObjectRep& rep) {
 Member* findMember(ObjectRep& rep, KeyView const& key) noexcept {
     if (rep.index != nullptr)
         return *slotOf(*rep.index, key.text());
-    for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
-        for (auto *member = chunk->members(), *end = member + chunk->size; member != end; ++member)
-            if (Access::equals(member->key_, key))
-                return member;
-    return nullptr;
+    auto const search = [&](auto const& isWanted) -> Member* {
+        for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
+            for (auto *member = chunk->members(), *end = member + chunk->size; member != end;
+                 ++member)
+                if (isWanted(member->key_))
+                    return member;
+        return nullptr;
+    };
+    if (key.isShort())
+        return search([image = key.image()](Element const& stored) {
+            return Access::hasImage(stored, image);
+        });
+    return search(
+        [&](Element const& stored) { return stored.isString() && stored.text() == key.text(); });
 }
 
 /// A new null member behind the last; `rep` is not shared. Either done or unchanged.
 Member& appendMember(ObjectRep& rep, KeyView const& key) {
     Element keyElement;
-    keyElement.setString(key.text());
+    if (key.isShort())
+        Access::putImage(keyElement, key.image());
+    else
+        keyElement.setString(key.text());
     auto* chunk = rep.last;
     Chunk* added = nullptr;
     if (chunk->size == chunk->capacity) {
@@ -239,7 +270,7 @@ public:
         if (auto* const container = Access::container(element))
             drop(container);
         else if (Access::isLongText(element) && Tolv::MetaData::drop(longText(element)->refs))
-            ::operator delete(longText(element));
+            destroyText(longText(element));
     }
 
 private:
@@ -462,6 +493,24 @@ private:
 
 // ---- Access --------------------------------------------------------------------------------
 
+void Detail::Access::putPlainText(Element& target, std::string_view text) {
+    auto* const rep = copiedText(text);
+    rep->isPlain = true;
+    putLongText(target, rep);
+}
+
+void Detail::Access::putBorrowedText(Element& target, std::string_view text, bool isPlain,
+                                     std::shared_ptr<std::string const> owner) {
+    auto const size = checkedTextSize(text.size());
+    auto* const rep = new BorrowedText;
+    rep->size = size;
+    rep->isPlain = isPlain;
+    rep->isBorrowed = true;
+    rep->text = text.data();
+    rep->owner = std::move(owner);
+    putLongText(target, rep);
+}
+
 Element Detail::Access::takeArray(std::span<Element> elements) {
     Array array;
     if (!elements.empty()) {
@@ -487,12 +536,11 @@ Element Detail::Access::takeObject(std::span<Element> keysAndValues, std::ptrdif
         rep->index = newIndex(*rep, duplicate);
         return object;
     }
-    for (std::uint32_t i = 1; i < members; ++i) {
-        KeyView const key(rep->first.members()[i].key());
+    auto const* const all = rep->first.members();
+    for (std::uint32_t i = 1; i < members; ++i)
         for (std::uint32_t k = 0; k < i; ++k)
-            if (equals(rep->first.members()[k].key_, key))
+            if (equalTexts(all[i].key_, all[k].key_))
                 duplicate = i;
-    }
     return object;
 }
 
@@ -691,12 +739,6 @@ void Element::copyShared(Element const& other) {
 
 void Element::release() noexcept { Graveyard().drop(*this); }
 
-bool Element::equalsText(KeyView const& key) const noexcept {
-    if (key.isShort())
-        return words_[0] == key.image().low && words_[1] == key.image().high;
-    return tag() == tagLongText && text() == key.text();
-}
-
 std::string_view Element::text() const noexcept {
     if (tag() == tagLongText)
         return {longText_->chars(), longText_->size};
@@ -712,17 +754,17 @@ void Element::setString(std::string_view text) {
         words_[0] = image.low;
         words_[1] = image.high;
     } else {
-        auto* const rep = newText(text.size());
-        std::memcpy(rep->chars(), text.data(), text.size());
+        auto* const rep = copiedText(text);
         Access::putLongText(*this, rep); // only now: `text` may be this element's own
     }
 }
 
-char* Element::makeString(std::size_t size) {
+char* Element::makeString(std::size_t size, bool isPlain) {
     if (size > Detail::inlineTextCapacity) {
         auto* const rep = newText(size);
+        rep->isPlain = isPlain;
         Access::putLongText(*this, rep);
-        return rep->chars();
+        return rep->own();
     }
     reset(0, tagText);
     words_[1] |= std::uint64_t{size} << 48U;

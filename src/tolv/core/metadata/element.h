@@ -304,7 +304,9 @@ public:
     void setString(std::string_view text);
     /// Makes this a string of `size` bytes, which the caller writes at once to where the result
     /// points. @throws as `setString`.
-    char* makeString(std::size_t size);
+    /// @param isPlain the caller promises that each byte is ASCII and needs no escape in JSON, so
+    /// that no writer looks.
+    char* makeString(std::size_t size, bool isPlain = false);
 
     /// Extension: equality of JSON values. Numbers are compared by exact value, whatever their
     /// kind; a NaN equals a NaN. @throws std::bad_alloc
@@ -348,7 +350,6 @@ private:
     void release() noexcept;
     Element& child(KeyView const& key);
     [[nodiscard]] Element const& child(KeyView const& key) const;
-    [[nodiscard]] bool equalsText(KeyView const& key) const noexcept;
 
     union {
         std::uint64_t words_[2]{0, 0}; ///< the tag is the highest byte of the second word

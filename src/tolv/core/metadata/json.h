@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,13 @@ struct TOLV_CORE_API ReaderJson {
     /// @throws Exception::InvalidParameter whose text says what is wrong and at which byte, counted
     /// from 0. `element` is then as it was.
     static void Read(Element& element, std::string_view text, Limits const& limits = {});
+
+    /// The same without a copy of long texts, such as encoded traces: strings of 4096 bytes and
+    /// more without escapes stay where they are, and keep the whole of `text` alive as long as an
+    /// element refers to one. `text` must not change any more.
+    /// @throws Exception::InvalidParameter also when there is no text.
+    static void Read(Element& element, std::shared_ptr<std::string const> const& text,
+                     Limits const& limits = {});
 
     /// The same with all that is left in `stream`.
     /// @throws Exception::InvalidParameter also when the stream fails.

@@ -35,10 +35,24 @@ constexpr TextImage imageOf(std::string_view text) {
             (i < 8 ? image.low : image.high) |= byte << (i % 8 * 8);
         }
     } else {
-        unsigned char bytes[16] = {};
-        if (!text.empty()) // whose data may be null
-            std::memcpy(bytes, text.data(), text.size());
-        std::memcpy(&image, bytes, sizeof image);
+        // Words that overlap where the size is not theirs: no call, no loop.
+        auto const* const bytes = text.data();
+        auto const size = text.size();
+        auto const load = [&]<class Word>(std::size_t at, Word word) {
+            std::memcpy(&word, bytes + at, sizeof word);
+            return std::uint64_t{word};
+        };
+        if (size >= 8) {
+            image.low = load(0, std::uint64_t{});
+            if (size > 8)
+                image.high = load(size - 8, std::uint64_t{}) >> (16 - size) * 8;
+        } else if (size >= 4) {
+            image.low = load(0, std::uint32_t{}) | load(size - 4, std::uint32_t{})
+                                                       << (size - 4) * 8;
+        } else if (size != 0) {
+            image.low = load(0, std::uint8_t{}) | load(size / 2, std::uint8_t{}) << size / 2 * 8 |
+                        load(size - 1, std::uint8_t{}) << (size - 1) * 8;
+        }
     }
     image.high |= std::uint64_t{text.size()} << 48U | std::uint64_t{inlineTextTag} << 56U;
     return image;

@@ -43,7 +43,13 @@ private:
     std::vector<Field*> many_;
 };
 
+thread_local constinit unsigned int missed = 0;
+
 } // namespace
+
+unsigned int Detail::requiredFieldsMissed() noexcept { return missed; }
+
+void Detail::noteRequiredFieldMissed() noexcept { ++missed; }
 
 MirroredObject::~MirroredObject() {
     // Only fields that outlive their record are still in the list.

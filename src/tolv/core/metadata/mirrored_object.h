@@ -140,4 +140,15 @@ private:
     Key const* key_;
 };
 
+namespace Detail {
+
+/// How many required fields did not read, in this thread, since it started; it wraps. What was read
+/// without one of them is what a copy of it would be.
+TOLV_CORE_API unsigned int requiredFieldsMissed() noexcept;
+
+/// Counts one more.
+TOLV_CORE_API void noteRequiredFieldMissed() noexcept;
+
+} // namespace Detail
+
 } // namespace Tolv::MetaData

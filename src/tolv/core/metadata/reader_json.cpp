@@ -5,6 +5,7 @@
 #include <cstring>
 #include <istream>
 #include <limits>
+#include <memory>
 #include <new>
 #include <span>
 #include <string>
@@ -127,9 +128,12 @@ std::size_t offsetOfKey(std::string_view text, std::size_t place) {
 /// container around it stands, and whether this one is an object.
 class Parser {
 public:
-    Parser(std::string_view text, Limits const& limits)
+    /// @param owner of the text, if long texts shall refer to it; else null
+    Parser(std::string_view text, Limits const& limits,
+           std::shared_ptr<std::string const> const* owner)
         // Pointers are computed with even where there is no byte.
-        : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits) {}
+        : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits),
+          owner_(owner) {}
 
     void parse(Element& result) {
         skipSpace();
@@ -150,6 +154,9 @@ public:
     }
 
 private:
+    /// Bytes from which on a text is worth a block of its own and two counters.
+    static constexpr std::size_t leastBorrowed = 4096;
+
     // ---- Structure ---------------------------------------------------------------------------
 
     /// The byte to look at; at the end a NUL, which stands nowhere in JSON.
@@ -382,21 +389,33 @@ private:
     /// Reads the string that starts here, behind its quote.
     void readString(Element& element) {
         auto const* const start = at_;
-        skipRun();
+        auto const ascii = skipRun();
         if (at_ != end_ && *at_ == '"') [[likely]] {
-            std::string_view const text(start, static_cast<std::size_t>(at_ - start));
-            if (text.size() <= Detail::inlineTextCapacity && end_ - start >= 16)
-                Access::putShortText(element, start, text.size());
-            else
-                element.setString(text);
+            putText(element, {start, static_cast<std::size_t>(at_ - start)}, ascii);
             ++at_;
         } else {
             readEscaped(element, start);
         }
     }
 
-    /// Goes on to the next byte that does not stand for itself.
-    void skipRun() {
+    /// Makes `element` a text that stands in the input as it is.
+    void putText(Element& element, std::string_view text, bool ascii) {
+        if (text.size() <= Detail::inlineTextCapacity) {
+            if (end_ - text.data() >= 16)
+                Access::putShortText(element, text.data(), text.size());
+            else
+                element.setString(text);
+        } else if (owner_ != nullptr && text.size() >= leastBorrowed) {
+            Access::putBorrowedText(element, text, ascii, *owner_);
+        } else if (ascii) {
+            Access::putPlainText(element, text);
+        } else {
+            element.setString(text);
+        }
+    }
+
+    /// Goes on to the next byte that does not stand for itself. @return whether all was ASCII
+    bool skipRun() {
         auto beyondAscii = false;
         auto const* const start = at_;
         at_ = Tolv::Detail::endOfRun(start, end_, beyondAscii);
@@ -405,6 +424,7 @@ private:
             if (auto const invalid = findInvalidUtf8(run); invalid != std::string_view::npos)
                 refuse("invalid UTF-8", start + invalid);
         }
+        return !beyondAscii;
     }
 
     void readEscaped(Element& element, char const* start) {
@@ -525,6 +545,7 @@ private:
     char const* end_;
     char const* at_ = begin_;
     Limits const& limits_;
+    std::shared_ptr<std::string const> const* owner_;
     ValueStack stack_;
     std::size_t mark_ = 0; ///< of the innermost open container
     std::size_t depth_ = 0;
@@ -568,7 +589,15 @@ std::string readAll(std::istream& stream) {
 } // namespace
 
 void ReaderJson::Read(Element& element, std::string_view text, Limits const& limits) {
-    Parser(text, limits).parse(element);
+    Parser(text, limits, nullptr).parse(element);
+}
+
+void ReaderJson::Read(Element& element, std::shared_ptr<std::string const> const& text,
+                      Limits const& limits) {
+    if (text == nullptr)
+        throw Exception::InvalidParameter("JSON text refused: there is no text");
+    auto const owner = text; // which may be held by `element` alone
+    Parser(*owner, limits, &owner).parse(element);
 }
 
 void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limits) {

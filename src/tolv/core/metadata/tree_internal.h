@@ -3,7 +3,11 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <memory>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include <tolv/core/metadata/element.h>
 
@@ -15,9 +19,24 @@ namespace Tolv::MetaData::Detail {
 struct TextRep {
     std::atomic<std::uint32_t> refs{1};
     std::uint32_t size = 0;
+    /// All of it is ASCII that stands for itself in JSON, so that nobody need look again.
+    bool isPlain = false;
+    bool isBorrowed = false; ///< this is a `BorrowedText`; else the text stands behind this
 
-    [[nodiscard]] char* chars() noexcept { return reinterpret_cast<char*>(this + 1); }
+    [[nodiscard]] inline char const* chars() const noexcept;
+    [[nodiscard]] char* own() noexcept { return reinterpret_cast<char*>(this + 1); }
 };
+
+/// A part of a text that was given to the reader, which it keeps alive.
+struct BorrowedText : TextRep {
+    char const* text = nullptr;
+    std::shared_ptr<std::string const> owner;
+};
+
+inline char const* TextRep::chars() const noexcept {
+    return isBorrowed ? static_cast<BorrowedText const*>(this)->text
+                      : reinterpret_cast<char const*>(this + 1);
+}
 
 /// What arrays and objects have in common.
 struct ContainerRep {
@@ -91,10 +110,23 @@ struct Access {
         return element.tag() == Element::tagLongText;
     }
     static TextRep* longText(Element const& element) noexcept { return element.longText_; }
+    /// Makes `target` the text, of more than 14 bytes.
+    static void putPlainText(Element& target, std::string_view text);
+    static void putBorrowedText(Element& target, std::string_view text, bool isPlain,
+                                std::shared_ptr<std::string const> owner);
     static void putLongText(Element& target, TextRep* text) noexcept {
         target.reset(0, Element::tagLongText);
         target.longText_ = text;
     }
+    /// The text that stands in the element itself, 16 bytes of memory, or null.
+    static char const* shortText(Element const& element) noexcept {
+        return element.tag() == Element::tagText ? reinterpret_cast<char const*>(element.words_)
+                                                 : nullptr;
+    }
+    static std::size_t shortTextSize(Element const& element) noexcept {
+        return static_cast<std::size_t>(element.words_[1] >> 48U & 0xFFU);
+    }
+
     /// Makes `target`, which is null, the text of `size` bytes, at most 14; 16 may be read at
     /// `bytes`.
     static void putShortText(Element& target, char const* bytes, std::size_t size) noexcept {
@@ -113,8 +145,19 @@ struct Access {
         else
             target.array_.rep_ = static_cast<ArrayRep*>(container);
     }
-    static bool equals(Element const& stored, KeyView const& key) noexcept {
-        return stored.equalsText(key);
+    static bool hasImage(Element const& element, TextImage const& image) noexcept {
+        return element.words_[0] == image.low && element.words_[1] == image.high;
+    }
+    static void putImage(Element& target, TextImage const& image) noexcept {
+        target.words_[0] = image.low;
+        target.words_[1] = image.high;
+    }
+    /// Whether two strings are equal.
+    static bool equalTexts(Element const& left, Element const& right) noexcept {
+        if (left.words_[1] != right.words_[1]) // another tag, or a short text of another size
+            return false;
+        return left.words_[0] == right.words_[0] ||
+               (isLongText(left) && left.text() == right.text());
     }
 
     /// An array of the given elements, which are left null.

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,8 @@
 
 namespace Tolv::MetaData {
 
+using Detail::Access;
+
 namespace {
 
 /// Where the text grows. Small pieces are collected in a block that stays in the cache and are
@@ -26,14 +29,25 @@ public:
     Output(Output const&) = delete;
     Output& operator=(Output const&) = delete;
 
-    void put(char byte) {
-        if (at_ == end())
+    /// What `claim` may ask for at a time.
+    static constexpr std::size_t mostClaimed = 64;
+
+    /// Room for `mostClaimed` bytes; `commit` tells where those that were written end.
+    char* claim() {
+        if (at_ > block_ + size) [[unlikely]]
             flush();
-        *at_++ = byte;
+        return at_;
+    }
+    void commit(char* end) noexcept { at_ = end; }
+
+    void put(char byte) {
+        auto* const at = claim();
+        *at = byte;
+        commit(at + 1);
     }
 
     void put(std::string_view bytes) {
-        if (bytes.size() > static_cast<std::size_t>(end() - at_)) {
+        if (bytes.size() > static_cast<std::size_t>(block_ + sizeof block_ - at_)) {
             flush();
             if (bytes.size() > sizeof block_) {
                 text_.append(bytes);
@@ -48,14 +62,6 @@ public:
         for (; count > 0; --count)
             put(' ');
     }
-
-    /// Room for `count` bytes, no more than the block has; `commit` tells where they ended.
-    char* claim(std::size_t count) {
-        if (static_cast<std::size_t>(end() - at_) < count)
-            flush();
-        return at_;
-    }
-    void commit(char* end) noexcept { at_ = end; }
 
     /// Announces `bytes` more, so that a large text is not copied while it grows.
     void expect(std::size_t bytes) {
@@ -72,10 +78,10 @@ public:
     }
 
 private:
-    [[nodiscard]] char* end() noexcept { return block_ + sizeof block_; }
+    static constexpr std::size_t size = 4096;
 
     std::string& text_;
-    char block_[4096];
+    char block_[size + mostClaimed];
     char* at_ = block_;
 };
 
@@ -84,8 +90,8 @@ struct Level {
     Level const* outer;
     std::size_t depth;
     bool isObject;
-    std::string_view key; ///< of the current child of an object
-    std::size_t index;    ///< of the current child of an array
+    Element const* key; ///< of the current child of an object
+    std::size_t index;  ///< of the current child of an array
 };
 
 std::string pathOf(Level const* level) {
@@ -95,7 +101,7 @@ std::string pathOf(Level const* level) {
     std::string path;
     for (auto at = levels.rbegin(); at != levels.rend(); ++at) {
         if ((*at)->isObject)
-            path.append(path.empty() ? "" : ".").append((*at)->key);
+            path.append(path.empty() ? "" : ".").append((*at)->key->text());
         else
             path.append("[").append(std::to_string((*at)->index)).append("]");
     }
@@ -133,7 +139,7 @@ private:
             floating(element.floatingNumber());
             break;
         case Kind::string:
-            string(element.text(), level, false);
+            string(element, level, false);
             break;
         case Kind::array:
             array(element.array(), level);
@@ -147,7 +153,7 @@ private:
     template <class T>
     void integer(T number) {
         constexpr std::size_t most = 20;
-        auto* const at = out_.claim(most);
+        auto* const at = out_.claim();
         out_.commit(std::to_chars(at, at + most, number).ptr);
     }
 
@@ -159,7 +165,7 @@ private:
             return;
         }
         constexpr std::size_t most = 24; // -2.2250738585072014e-308
-        auto* const at = out_.claim(most + 2);
+        auto* const at = out_.claim();
         auto* end = std::to_chars(at, at + most, number).ptr;
         // A text like that of an integer would be read as one.
         if (std::none_of(at, end, [](char c) { return c == '.' || c == 'e'; })) {
@@ -169,7 +175,31 @@ private:
         out_.commit(end);
     }
 
-    void string(std::string_view text, Level const* level, bool isKey) {
+    void string(Element const& element, Level const* level, bool isKey) {
+        auto const* const bytes = Access::shortText(element);
+        auto const size = Access::shortTextSize(element);
+        if (bytes == nullptr || !Tolv::Detail::isPlainAscii(bytes, size)) {
+            if (Access::isLongText(element) && Access::longText(element)->isPlain)
+                plainString(element.text());
+            else
+                longString(element.text(), level, isKey);
+            return;
+        }
+        auto* const at = out_.claim();
+        *at = '"';
+        std::memcpy(at + 1, bytes, 16); // the end of which the quote and what follows replace
+        at[1 + size] = '"';
+        out_.commit(at + size + 2);
+    }
+
+    void plainString(std::string_view text) {
+        out_.expect(text.size() + 2);
+        out_.put('"');
+        out_.put(text);
+        out_.put('"');
+    }
+
+    void longString(std::string_view text, Level const* level, bool isKey) {
         // Piece by piece, so that what is searched is still in the cache when it is copied.
         constexpr std::size_t piece = std::size_t{1} << 14U;
         out_.expect(text.size() + 2);
@@ -249,23 +279,29 @@ private:
     void object(Object const& object, Level const* outer) {
         auto level = enter(outer, true);
         out_.put('{');
-        for (auto const& member : object) {
-            separate(level);
-            level.key = member.key();
-            string(level.key, &level, true);
-            if (compact_)
-                out_.put(':');
-            else
-                out_.put(": ");
-            value(member.value, &level);
-            ++level.index;
-        }
+        auto const* const rep = Access::rep(object);
+        for (auto const* chunk = rep != nullptr ? &rep->first : nullptr; chunk != nullptr;
+             chunk = chunk->next)
+            for (auto const& member : std::span(chunk->members(), chunk->size))
+                this->member(member, level);
         leave(level, '}');
+    }
+
+    void member(Detail::Member const& member, Level& level) {
+        separate(level);
+        level.key = &member.key_;
+        string(member.key_, &level, true);
+        auto* const at = out_.claim();
+        at[0] = ':';
+        at[1] = ' ';
+        out_.commit(at + (compact_ ? 1 : 2));
+        value(member.value, &level);
+        ++level.index;
     }
 
     /// The recursion ends here, so that no tree exhausts the stack.
     static Level enter(Level const* outer, bool isObject) {
-        Level const level{outer, outer != nullptr ? outer->depth + 1 : 1, isObject, {}, 0};
+        Level const level{outer, outer != nullptr ? outer->depth + 1 : 1, isObject, nullptr, 0};
         constexpr auto most = Limits{}.depth;
         if (level.depth > most)
             throw Exception::InvalidParameter("the tree is deeper than " + std::to_string(most) +
