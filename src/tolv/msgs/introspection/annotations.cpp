@@ -93,10 +93,14 @@ std::vector<Annotation> annotations() {
 
 } // namespace
 
-void annotate(FieldDescription& field, std::type_info const& record) {
+void annotate(FieldDescription& field, std::type_index record) {
+    if (field.type != nullptr && field.type->kind == TypeKind::word) {
+        field.literals = field.type->literals;
+        field.closed = true;
+    }
     static auto const all = annotations();
     for (auto const& one : all) {
-        if (one.record != std::type_index(record) || one.key != field.key)
+        if (one.record != record || one.key != field.key)
             continue;
         field.unit += one.unit;
         if (!one.literals.empty()) {

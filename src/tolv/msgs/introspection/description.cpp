@@ -77,10 +77,6 @@ void complete(std::vector<FieldDescription>& fields, std::type_info const& recor
     for (auto& field : fields) {
         if (auto const* const value = written.find(field.key))
             field.defaultValue = *value;
-        if (field.type != nullptr && field.type->kind == TypeKind::word) {
-            field.literals = field.type->literals;
-            field.closed = true;
-        }
         annotate(field, record);
     }
 }
@@ -98,9 +94,13 @@ std::vector<FieldDescription> ClassDescription::payload() const {
 }
 
 Type const* typeOfField(MetaData::ReflectorBase const& field) {
+    return typeOfField(std::type_index(typeid(field)));
+}
+
+Type const* typeOfField(std::type_index field) {
     static bool const own = (Detail::addOwnTypes(), true);
     std::shared_lock const lock(known().mutex);
-    auto const found = own ? known().byField.find(typeid(field)) : known().byField.end();
+    auto const found = own ? known().byField.find(field) : known().byField.end();
     return found != known().byField.end() ? found->second : nullptr;
 }
 

@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <typeindex>
 #include <vector>
 
 #include <tolv/core/metadata/element.h>
@@ -110,5 +112,7 @@ TOLV_MESSAGES_API FieldDescription const* findField(std::vector<FieldDescription
 
 /// The type of a field; null when nobody has made it known.
 TOLV_MESSAGES_API Type const* typeOfField(MetaData::ReflectorBase const& field);
+/// The same by the class of the field, such as `typeid(Reflector<int>)`.
+TOLV_MESSAGES_API Type const* typeOfField(std::type_index field);
 
 } // namespace Tolv::Msgs::Introspection
