@@ -56,19 +56,20 @@ private:
                 problems_.push_back(Detail::absence(event.path));
             break;
         case Outcome::unknownKey:
-            problems_.push_back({event.path, "nothing read it", event.found});
+            problems_.push_back(
+                {ProblemKind::unknownKey, event.path, "nothing read it", event.found});
             break;
         case Outcome::unreadable: // may have been told of its field
             if (problems_.empty() || problems_.back().path != event.path)
                 problems_.push_back(
-                    {event.path,
+                    {ProblemKind::wrongValue, event.path,
                      std::string("expected an object, found ") + describe(event.found.kind()),
                      event.found});
             break;
         case Outcome::read:
             if (event.key == "MessageID")
                 id_ = &event;
-            addUnknownKeys(event, fieldOf(event));
+            addOddities(event, fieldOf(event));
             break;
         case Outcome::unset:
         case Outcome::kept:
@@ -78,18 +79,27 @@ private:
         }
     }
 
+    /// Of a field that was read.
+    void addOddities(ReadEvent const& event, FieldDescription const& field) {
+        if (auto length = Detail::lengthMismatch(field, event.found, event.path))
+            problems_.push_back(std::move(*length));
+        addUnknownKeys(event, field);
+    }
+
     void explainFailure(ReadEvent const& event, FieldDescription const& field) {
         if (field.type == nullptr) {
-            problems_.push_back({event.path, failure(event, field), event.found});
+            problems_.push_back(
+                {ProblemKind::consequence, event.path, failure(event, field), event.found});
             return;
         }
-        if (auto expected = Detail::mismatch(field, event.found); !expected.empty()) {
-            problems_.push_back({event.path, std::move(expected), event.found});
+        if (auto wrong = Detail::mismatch(field, event.found, event.path)) {
+            problems_.push_back(std::move(*wrong));
             return;
         }
         auto inside = Detail::problemsInside(field, event.found, event.path);
         if (event.outcome != Outcome::threw || inside.empty())
-            problems_.push_back({event.path, failure(event, field), event.found});
+            problems_.push_back(
+                {ProblemKind::consequence, event.path, failure(event, field), event.found});
         std::move(inside.begin(), inside.end(), std::back_inserter(problems_));
         addUnknownKeys(event, field);
     }
@@ -127,7 +137,8 @@ private:
         auto const fields = field.type->fields();
         for (auto const& member : event.found.object())
             if (findField(fields, member.key()) == nullptr)
-                problems_.push_back({MetaData::Detail::pathBelow(event.path, member.key()),
+                problems_.push_back({ProblemKind::unknownKey,
+                                     MetaData::Detail::pathBelow(event.path, member.key()),
                                      "nothing read it", member.value});
     }
 
@@ -161,6 +172,19 @@ std::string Problem::found() const {
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
         --end; // not within a character
     return text.substr(0, end) + "...";
+}
+
+std::vector<Problem> unknownLiterals(std::vector<ReadEvent> const& events) {
+    std::vector<Problem> problems;
+    for (auto const& event : events) {
+        if (event.outcome != Outcome::read)
+            continue;
+        auto const field = fieldOf(event);
+        if (!field.literals.empty() && !field.closed && !Detail::isLiteral(field, event.found))
+            problems.push_back({ProblemKind::unknownLiteral, event.path,
+                                "not one of " + Detail::literalsOf(field), event.found});
+    }
+    return problems;
 }
 
 std::vector<Problem> explain(std::vector<ReadEvent> const& events) {

@@ -69,27 +69,6 @@ bool fitsInteger(Type const& type, Element const& value) {
     return TryGetAs(value, large) && large <= type.maximum;
 }
 
-bool isLiteral(FieldDescription const& field, Element const& value) {
-    long long number = 0;
-    auto const isText = value.isString();
-    if (!isText && !TryGetAs(value, number))
-        return false;
-    return std::any_of(field.literals.begin(), field.literals.end(), [&](Literal const& one) {
-        return isText ? one.word == value.text() : one.value == number;
-    });
-}
-
-std::string literalsOf(FieldDescription const& field) {
-    std::string text;
-    for (auto const& one : field.literals) {
-        text += text.empty() ? "" : ", ";
-        text += field.type->kind == TypeKind::integer
-                    ? std::to_string(one.value) + " (" + one.word + ')'
-                    : '"' + one.word + '"';
-    }
-    return text;
-}
-
 bool fitsKind(FieldDescription const& field, Element const& value) {
     auto const& type = *field.type;
     switch (type.kind) {
@@ -118,15 +97,16 @@ bool fitsKind(FieldDescription const& field, Element const& value) {
 
 using Problems = std::vector<Problem>;
 
-Problem problem(std::string path, std::string text, Element const& value) {
-    return {std::move(path), std::move(text), value};
+Problem problem(std::string path, std::string text, Element const& value,
+                ProblemKind kind = ProblemKind::wrongValue) {
+    return {kind, std::move(path), std::move(text), value};
 }
 
 /// Adds what is wrong with `value`, or else inside of it.
 void addWhole(FieldDescription const& field, Element const& value, std::string const& path,
               Problems& out) {
-    if (auto expected = mismatch(field, value); !expected.empty()) {
-        out.push_back(problem(path, std::move(expected), value));
+    if (auto wrong = mismatch(field, value, path)) {
+        out.push_back(std::move(*wrong));
         return;
     }
     auto inside = problemsInside(field, value, path);
@@ -165,7 +145,7 @@ void addEncoded(Element const& value, std::string const& path, Problems& out) {
         std::vector<unsigned char> bytes(Base64::decodedSize(text->text()));
         Base64::decode(text->text(), bytes.data(), bytes.size());
     } catch (Exception::Base const& e) {
-        out.push_back({path + ".base64", e.what(), {}});
+        out.push_back({ProblemKind::wrongValue, path + ".base64", e.what(), {}});
     }
 }
 
@@ -194,7 +174,8 @@ void addMessage(Type const& type, Element const& value, std::string const& path,
     } else if (!TryGetAs(*element, id)) {
         out.push_back(problem(path + ".MessageID", "expected the id of a message", *element));
     } else if (Message::MsgFactory::Instance().find(id) == nullptr) {
-        out.push_back(problem(path + ".MessageID", "unknown id " + hexadecimal(id), *element));
+        out.push_back(problem(path + ".MessageID", "unknown id " + hexadecimal(id), *element,
+                              ProblemKind::unknownId));
     } else {
         Element frame; // enough to make one of its class
         frame["MessageID"] = *element;
@@ -207,26 +188,75 @@ void addMessage(Type const& type, Element const& value, std::string const& path,
 
 } // namespace
 
-Problem absence(std::string path) { return {std::move(path), "required, but absent", {}}; }
+bool isLiteral(FieldDescription const& field, Element const& value) {
+    long long number = 0;
+    auto const isText = value.isString();
+    if (!isText && !TryGetAs(value, number))
+        return false;
+    return std::any_of(field.literals.begin(), field.literals.end(), [&](Literal const& one) {
+        return isText ? one.word == value.text() : one.value == number;
+    });
+}
 
-std::string mismatch(FieldDescription const& field, Element const& value) {
+std::string literalsOf(FieldDescription const& field) {
+    std::string text;
+    for (auto const& one : field.literals) {
+        text += text.empty() ? "" : ", ";
+        text += field.type->kind == TypeKind::integer
+                    ? std::to_string(one.value) + " (" + one.word + ')'
+                    : '"' + one.word + '"';
+    }
+    return text;
+}
+
+Problem absence(std::string path) {
+    return {ProblemKind::absent, std::move(path), "required, but absent", {}};
+}
+
+std::optional<Problem> mismatch(FieldDescription const& field, Element const& value,
+                                std::string const& path) {
     if (!fitsKind(field, value)) {
         auto text = "expected " + expectation(field);
         if (field.type->kind == TypeKind::word)
             text += ", one of " + literalsOf(field);
         else if (field.type->kind != TypeKind::integer || !isNumber(value))
             text += std::string(", found ") + describe(value.kind());
-        return text;
+        return problem(path, std::move(text), value);
     }
     if (field.closed && !isLiteral(field, value))
-        return "unknown literal, expected one of " + literalsOf(field);
+        return problem(path, "unknown literal, expected one of " + literalsOf(field), value,
+                       ProblemKind::unknownLiteral);
     if (field.type->kind == TypeKind::list && value.isObject()) {
         unsigned int tag = 0;
         auto const* const type = value.find("type");
         if (type != nullptr && TryGetAs(*type, tag) && tag != field.type->encodedTag)
-            return "expected the encoded form of type " + std::to_string(field.type->encodedTag);
+            return problem(
+                path, "expected the encoded form of type " + std::to_string(field.type->encodedTag),
+                value);
     }
     return {};
+}
+
+std::optional<Problem> lengthMismatch(FieldDescription const& field, Element const& value,
+                                      std::string const& path) {
+    if (field.type == nullptr || field.type->encodedTag == 0 || !value.isObject())
+        return {};
+    auto const& element = *field.type->element;
+    auto const size = element.kind == TypeKind::pair     ? 2 * sizeof(double)
+                      : element.kind == TypeKind::number ? sizeof(double)
+                                                         : sizeof(int);
+    auto const isPacked =
+        element.kind == TypeKind::boolean ||
+        (element.element != nullptr && element.element->kind == TypeKind::boolean);
+    auto const* const text = value.find("base64");
+    auto const* const stated = value.find("len");
+    unsigned long long len = 0;
+    if (isPacked || text == nullptr || !text->isString() || stated == nullptr ||
+        !TryGetAs(*stated, len) || len == Base64::decodedSize(text->text()) / size)
+        return {};
+    return problem(path + ".len",
+                   "the text holds " + std::to_string(Base64::decodedSize(text->text()) / size),
+                   *stated);
 }
 
 Problems problemsInside(FieldDescription const& field, Element const& value,
