@@ -14,9 +14,9 @@
 
 namespace Tolv::Testing {
 
-/// One message of each class with all fields set: tests/golden/<family>/<alias>.json.
-inline std::filesystem::path const golden =
-    std::filesystem::path(__FILE__).parent_path().parent_path() / "golden";
+/// One message of each class with all fields set: tests/golden/<family>/<alias>.json. The build
+/// file names the folder to the tests that include this.
+inline std::filesystem::path const golden = TOLV_GOLDEN;
 
 /// The path of a class's file below `golden`.
 inline std::filesystem::path pathOf(Msgs::MessageDescription const& row) {
