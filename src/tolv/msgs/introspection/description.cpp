@@ -142,8 +142,9 @@ std::optional<ClassDescription> describe(unsigned long long id) {
     }
     if (message == nullptr)
         return {};
+    auto const& built = *message;
     if (result.className.empty())
-        result.className = Detail::nameOf(typeid(*message));
+        result.className = Detail::nameOf(typeid(built));
     result.fields = describeFields(*message);
     return result;
 }
