@@ -10,6 +10,7 @@
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/mirrored_object.h>
+#include <tolv/core/metadata/read_report.h>
 #include <tolv/core/msgs/message.h>
 #include <tolv/core/msgs/message_key.h>
 #include <tolv/metadata/reflector.h>

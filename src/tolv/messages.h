@@ -16,6 +16,8 @@
 #include <tolv/msgs/excepts/converter_registrar.h>
 #include <tolv/msgs/excepts/messages.h>
 #include <tolv/msgs/families.h>
+#include <tolv/msgs/introspection/description.h>
+#include <tolv/msgs/introspection/explanation.h>
 #include <tolv/msgs/message_helpers.h>
 #include <tolv/msgs/notifs/messages.h>
 #include <tolv/msgs/structs/json_web_token.h>

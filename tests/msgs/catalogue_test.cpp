@@ -1,9 +1,6 @@
 #include <tolv/msgs/catalogue.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -17,6 +14,7 @@
 #include <tolv/messages.h>
 
 #include "support/captured_output.h"
+#include "support/golden.h"
 #include "support/messages.h"
 
 // All message classes of the library: which ids there are, and what each class makes of its golden
@@ -163,26 +161,6 @@ ByClass byClass() {
 }
 
 // ---- Golden files ------------------------------------------------------------------------------
-
-std::filesystem::path const golden =
-    std::filesystem::path(__FILE__).parent_path().parent_path() / "golden";
-
-std::filesystem::path pathOf(MessageDescription const& row) {
-    std::filesystem::path path;
-    auto const name = row.fullAlias();
-    for (std::size_t at = 0; at < name.size();) {
-        auto const end = std::min(name.find("::", at), name.size());
-        path /= name.substr(at, end - at);
-        at = end + 2;
-    }
-    return path += ".json";
-}
-
-Element goldenOf(MessageDescription const& row) {
-    std::ifstream file(golden / pathOf(row));
-    EXPECT_TRUE(file) << "there is no tests/golden/" << pathOf(row).string();
-    return parsed(std::string(std::istreambuf_iterator<char>(file), {}));
-}
 
 unsigned long long idOf(Element const& message) {
     unsigned long long id = 0;

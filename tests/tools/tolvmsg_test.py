@@ -58,7 +58,7 @@ class List(unittest.TestCase):
         self.assertEqual(2, run("example", "3.0.0.61166", env=preload).status)
         done = run("decode", "--json", text=message(0xEEEE, {"level": 2.5}), env=preload)
         self.assertEqual((0, {"level": 2.5}), (done.status, done.rows()[0]["message"]["Data"]))
-        self.assertNotIn("unread", done.rows()[0])
+        self.assertNotIn("problems", done.rows()[0])
         self.assertIn(row["class"], run("decode", text=message(0xEEEE), env=preload).out.decode())
 
 
@@ -106,7 +106,7 @@ class Example(unittest.TestCase):
                 shown = json.loads(line)
                 self.assertEqual({"line", "id", "class", "alias", "message"} |
                                  # what only a destination makes meaningful misses it
-                                 ({"unread"} if row["class"].startswith("DestID") else set()) |
+                                 ({"problems"} if row["class"].startswith("DestID") else set()) |
                                  ({"valid"} if VALIDATED.match(row["payload"] or "") else set()),
                                  set(shown))
                 self.assertEqual([row[key] for key in ("id", "class", "alias")],
@@ -189,7 +189,7 @@ class Decode(unittest.TestCase):
         self.assertEqual(list(range(1, 7)), [row["line"] for row in rows])
         self.assertIn(f"longer than {bound} bytes", rows[1]["error"])
 
-    def test_unread(self):
+    def test_problems(self):
         good = {"MaxVersion": 3, "MinVersion": 1, "BinaryTransmission": False}
         error = {"MessageID": (5 << 48) + 1,
                  "Data": {"ErrorLevel": 1, "ErrorCategory": 0, "ErrorNumber": 3,
@@ -197,7 +197,7 @@ class Decode(unittest.TestCase):
         unknown = {"MessageID": 77}
         bit = json.loads(attribute(3, {"b": True}))
         table = (
-            # line, the paths that were not read with what was found there
+            # line, the paths with a problem and what was found there
             (message(1, good), {}),
             (message(1, {**good, "MaxVersion": 3.0}), {}),    # the same number
             (message(1, {**good, "MaxVersion": "3"}), {"Data.MaxVersion": '"3"'}),
@@ -209,7 +209,8 @@ class Decode(unittest.TestCase):
             (message(1), {"Data": None}),
             (message(1, 5), {"Data": "5"}),
             (message(4, {"a": 1}), {"Data": "{a: 1}"}),       # a class without payload
-            (message(4, Destination=["a", 1]), {"Destination": '["a", 1]'}),
+            (message(4, Destination=["a", 1]),
+             {"Destination": '["a", 1]', "Destination[1]": "1"}),
             # a payload of all or nothing, and why it is nothing
             (message(3, {"MaxVersion": 1, "MinVersion": 1, "MessageType": "x"}),
              {"Data": '{MaxVersion: 1, MinVersion: 1, MessageType: "x"}',
@@ -220,7 +221,7 @@ class Decode(unittest.TestCase):
              {f"Data.Error.Data.{key}": None for key in error["Data"]}),
             (message(18, {"Result": True, "UUID": "", "Error": unknown}),
              {"Data": '{Result: true, UUID: "", Error: {MessageID: 77}}',
-              "Data.Error.MessageID": "0x000000000000004d  0.0.0.77"}),
+              "Data.Error.MessageID": "77"}),
         )
         trace = encoded(3, [1, 2])
         table += (
@@ -229,11 +230,10 @@ class Decode(unittest.TestCase):
             (attribute(6, {"trace": [1, 2.5, "NaN", "-Infinity"]}), {}),
             (attribute(6, {"trace": {"type": 3, "len": 0}}), {}),
             (attribute(6, {"trace": []}), {}),
-            (attribute(6, {"trace": [1, "x"]}), {"Data.trace": '[1, "x"]'}),
+            (attribute(6, {"trace": [1, "x"]}), {"Data.trace": '[1, "x"]', "Data.trace[1]": '"x"'}),
             (attribute(6, {"trace": {**trace, "type": 4}}),
              {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
-            (attribute(6, {"trace": {**trace, "len": 3}}),
-             {"Data.trace": '2 x double ("len" says 3): 1.0, 2.0'}),
+            (attribute(6, {"trace": {**trace, "len": 3}}), {"Data.trace.len": "3"}),
             (attribute(6, {"trace": {"type": 3, "len": 1}}),
              {"Data": '{trace: 0 x double ("len" says 1)}', "Data.trace.base64": None}),
             (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
@@ -242,18 +242,20 @@ class Decode(unittest.TestCase):
             # a batch is read as a whole or not at all
             (attribute(1 + (1 << 32), {"Messages": [bit, bit]}), {}),
             (attribute(1 + (1 << 32), {"Messages": [bit, 5]}),
-             {"Data.Messages": "[{MessageID: 1125899906842627, Data: {b: true}}, 5]"}),
+             {"Data.Messages": "[{MessageID: 1125899906842627, Data: {b: true}}, 5]",
+              "Data.Messages[1]": "5"}),
             # what only a destination makes meaningful
             (attribute(13), {"Destination": None}),
             (attribute(13, Destination=["a"]), {}),
         )
         done = decode(b"\n".join(line for line, _ in table))
         self.assertEqual(0, done.status)
-        for row, (line, unread) in zip(done.rows(), table):
+        for row, (line, expected) in zip(done.rows(), table):
             with self.subTest(line):
-                self.assertEqual(unread, {u["path"]: u["found"] for u in row.get("unread", ())})
-                self.assertEqual(len(unread), len(row.get("unread", ())))
-                self.assertTrue(all(u["problem"] for u in row.get("unread", ())))
+                problems = row.get("problems", ())
+                self.assertEqual(expected, {one["path"]: one["found"] for one in problems})
+                self.assertEqual(len(expected), len(problems))
+                self.assertTrue(all(one["problem"] for one in problems))
 
     def test_diagnostics_of_the_library(self):
         """What the library prints belongs to its message, and stays out of the way."""
@@ -276,8 +278,8 @@ line 1  App::ConnectMessage: opens a connection
   data    App::Connect
     MaxVersion          3
     BinaryTransmission  true
-  unread
-    Data.MinVersion  did not read  "one"
+  problems
+    Data.MinVersion  expected an integer from -2147483648 to 2147483647, found a string  "one"
 
 """, run("decode", text=text).out.decode())
 
@@ -290,7 +292,7 @@ line 1  App::ConnectMessage: opens a connection
                  "not base64": {"type": 3, "len": 1, "base64": "!" * 12},
                  "text": "é" * 500, "list": list(range(100))}
         shown = {u["path"]: u["found"]
-                 for u in decode(message(4, None, **extra)).rows()[0]["unread"]}
+                 for u in decode(message(4, None, **extra)).rows()[0]["problems"]}
         self.assertEqual({
             "trace": "1000 x double, first 0.0, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 3.5",
             "cut": '1000 x double ("len" says 7), first 0.0, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 3.5',
@@ -330,18 +332,19 @@ class Streams(unittest.TestCase):
         self.assertEqual([(one, 1), ("-", 1), (two, 1), (two, 2)],
                          [(row["file"], row["line"]) for row in done.rows()])
         self.assertNotIn("file", decode(b"", one).rows()[0])
-        for unreadable in (missing, self.folder.name):
-            with self.subTest(unreadable):
-                done = decode(b"", one, unreadable, two)
+        for problemsable in (missing, self.folder.name):
+            with self.subTest(problemsable):
+                done = decode(b"", one, problemsable, two)
                 self.assertEqual((2, 3), (done.status, len(done.rows())))
-                self.assertIn(unreadable, done.err)
+                self.assertIn(problemsable, done.err)
         name = self.file(b"\xff".decode(errors="surrogateescape"), CONNECT)
         self.assertEqual(2, len(decode(b"", name, one).rows()))
 
     def test_wrong_usage(self):
         for arguments in ((), ("nothing",), ("decode", "--nothing"), ("example",),
                           ("example", "3.0.0.1", "3.0.0.2"), ("list", "more"),
-                          ("decode", "--max-line", "-1")):
+                          ("decode", "--max-line", "-1"), ("decode", "--id", "Nothing"),
+                          ("lint", "--family", "Nothing"), ("decode", "--follow", "a", "b")):
             with self.subTest(arguments):
                 done = run(*arguments)
                 self.assertEqual((2, b""), (done.status, done.out))
@@ -349,7 +352,7 @@ class Streams(unittest.TestCase):
 
     def test_help(self):
         for arguments in (("--help",), ("list", "--help"), ("example", "--help"),
-                          ("decode", "--help"), ("token", "--help")):
+                          ("decode", "--help"), ("lint", "--help"), ("token", "--help")):
             with self.subTest(arguments):
                 done = run(*arguments)
                 self.assertEqual((0, ""), (done.status, done.err))
@@ -409,6 +412,117 @@ class Streams(unittest.TestCase):
                 else:
                     os.close(writing)
                 self.assertEqual(0, process.wait(60))
+
+    def test_follow(self):
+        """Lines that come later, one in two parts, and those of a file that is begun anew."""
+        path = self.file("live", CONNECT + b"\n")
+        with subprocess.Popen([TOLVMSG, "decode", "--json", "--follow", path],
+                              stdout=subprocess.PIPE) as process:
+            def shown():
+                ready = select.select([process.stdout], [], [], 30)[0]
+                return json.loads(os.read(process.stdout.fileno(), 65536))["id"] if ready else None
+            first = shown()
+            with open(path, "ab") as log:
+                log.write(message(4)[:10])
+                log.flush()
+                waited = select.select([process.stdout], [], [], 0.5)[0]
+                log.write(message(4)[10:] + b"\n")
+            second = shown()
+            self.file("live", message(9) + b"\n")
+            third = shown()
+            process.kill()
+        self.assertEqual(["0x0003000000000001", [], "0x0003000000000004", "0x0003000000000009"],
+                         [first, waited, second, third])
+
+    def test_colour_is_for_terminals(self):
+        for variables, coloured in (({}, True), ({"NO_COLOR": "1"}, False), ({"NO_COLOR": ""}, True),
+                                    ({"TERM": "dumb"}, False)):
+            with self.subTest(variables):
+                ours, theirs = pty.openpty()
+                environment = {**os.environ, "TERM": "xterm", **variables}
+                if "NO_COLOR" not in variables:
+                    environment.pop("NO_COLOR", None)
+                subprocess.run([TOLVMSG, "decode"], input=message(4, 1), stdout=theirs,
+                               env=environment, timeout=60)
+                os.close(theirs)
+                self.assertEqual(coloured, b"\x1b[" in os.read(ours, 65536))
+                os.close(ours)
+        self.assertNotIn(b"\x1b", run("decode", text=message(4, 1)).out)
+
+
+class Filters(unittest.TestCase):
+    LOG = b"\n".join((
+        CONNECT,                                                                 # 1
+        message(4, Sender=["panel", "2"], Destination=["instrument"]),           # 2
+        message(4, Sender=["panel 2"], Unknown=1),                               # 3
+        attribute(2, {"d": 7, "AttributeMetaData": {"Maximum": 5}}),             # 4
+        message(77, Sender=["panel"]),                                           # 5: no class
+        b"no message"))                                                          # 6
+
+    def test_lines_shown(self):
+        for arguments, lines in (
+                (("--id", "3.0.0.4"), [2, 3]),
+                (("--id", "PingMessage", "--id", "0x0003000000000001"), [1, 2, 3]),
+                (("--id", "3.0.0.77"), [5]),
+                (("--family", "App"), [1, 2, 3, 5]),
+                (("--family", "4"), [4]),
+                (("--from", "panel"), [2, 5]),
+                (("--from", "panel", "--to", "instrument"), [2]),
+                (("--invalid-only",), [3, 4, 5, 6]),
+                (("--invalid-only", "--family", "Attrs"), [4])):
+            with self.subTest(arguments):
+                done = decode(self.LOG, *arguments)
+                self.assertEqual(lines, [row["line"] for row in done.rows()])
+                self.assertEqual(int(5 in lines or 6 in lines), done.status)
+
+
+class Lint(unittest.TestCase):
+    def test_findings(self):
+        big = 2 ** 53 + 1
+        table = (
+            # line, the rules with the path and what was found there
+            (CONNECT, []),
+            (b"no message", [("no-message", "", None)]),
+            (message(77), [("unknown-id", "MessageID", None)]),
+            (message(1, {"MaxVersion": "1", "MinVersion": 1, "minVersion": 1}),
+             [("wrong-value", "Data.MaxVersion", '"1"'),
+              ("absent", "Data.BinaryTransmission", None),
+              ("unknown-key", "Data.minVersion", "1")]),
+            (attribute(48, {"slot": "slot9", "deviceId": 1, "isRoot": False}),
+             [("literal", "Data.slot", '"slot9"')]),
+            (attribute(32, {"source": "trig0", "output": "nowhere"}),
+             [("literal", "Data.output", '"nowhere"')]),
+            (message(1, {"ErrorLevel": 4, "ErrorCategory": 6, "ErrorNumber": 1,
+                         "ErrorDescription": "", "Timestamp": ""}, family=5),
+             [("literal", "Data.ErrorLevel", "4")]),
+            (attribute(1, {"i": big}), [("rounded", "Data.i", str(big))]),
+            (attribute(1, {"i": -2 ** 53}), []),
+            (attribute(1, {"i": 2 ** 63 - 1}), [("rounded", "Data.i", str(2 ** 63 - 1))]),
+            (attribute(1, {"i": 2 ** 62}), []),      # a double holds it
+            (attribute(2, {"d": 7, "AttributeMetaData": {"Maximum": 5}}),
+             [("invalid", "Data", None)]),
+            (attribute(6, {"trace": [1, "x"]}), [("wrong-value", "Data.trace[1]", '"x"')]),
+        )
+        for line, findings in table:
+            with self.subTest(line):
+                done = run("lint", "--json", text=line)
+                *rows, summary = done.rows()
+                self.assertEqual(findings, [(r["rule"], r["path"], r["found"]) for r in rows])
+                self.assertEqual((int(bool(findings)), len(findings)),
+                                 (done.status, sum(summary["findings"].values())))
+
+    def test_summary_for_people(self):
+        log = b"\n".join((CONNECT, message(1), message(4), message(1, 5)))
+        done = run("lint", text=log)
+        self.assertEqual((1, """\
+the standard input:2: absent: Data: required, but absent
+the standard input:4: wrong-value: Data: expected an object, found a number: 5
+3.0.0.1  App::ConnectMessage  2 of 3 messages:  absent 1  wrong-value 1
+4 lines, 2 with findings
+"""), (done.status, done.out.decode()))
+        done = run("lint", "--quiet", "--id", "PingMessage", text=log)
+        self.assertEqual((0, b"1 line, nothing found\n"), (done.status, done.out))
+        self.assertEqual(2, run("lint", "/nowhere").status)
 
 
 if __name__ == "__main__":

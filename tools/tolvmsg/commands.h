@@ -15,6 +15,7 @@ namespace Tolv::Tool {
 enum ExitStatus : int {
     success = 0,
     messagesLost = 1, ///< not every line gave a message
+    anyFinding = 1,   ///< a log is not clean
     notAuthentic = 1, ///< the signature of a token is not that of the key
     wrongUsage = 2,   ///< the command line is wrong, or an input cannot be read
     outputLost = 3    ///< the standard output cannot be written
@@ -34,6 +35,7 @@ using Action = std::function<int(Output&)>;
 void addListCommand(CLI::App& app, Action& chosen);
 void addExampleCommand(CLI::App& app, Action& chosen);
 void addDecodeCommand(CLI::App& app, Action& chosen);
+void addLintCommand(CLI::App& app, Action& chosen);
 void addTokenCommand(CLI::App& app, Action& chosen);
 
 } // namespace Tolv::Tool

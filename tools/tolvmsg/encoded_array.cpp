@@ -130,6 +130,4 @@ MetaData::Array EncodedArray::values(std::size_t most) const {
     return values;
 }
 
-void EncodedArray::checkText() const { Base64::decode(text_, nullptr, 0); }
-
 } // namespace Tolv::Tool

@@ -26,9 +26,6 @@ public:
     /// @throws Exception::InvalidParameter when the part of the text that holds them is no base64
     [[nodiscard]] MetaData::Array values(std::size_t most) const;
 
-    /// @throws Exception::InvalidParameter when the text is no base64; it names the fault
-    void checkText() const;
-
 private:
     enum class Type : unsigned int {
         boolean = 1,

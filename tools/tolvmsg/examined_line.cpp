@@ -11,7 +11,8 @@ namespace Tolv::Tool {
 namespace {
 
 /// Fills `line`. @throws std::exception with the reason why there is no message
-void examineTree(Classes const& classes, MetaData::Element const& input, ExaminedLine& line) {
+void examineTree(MetaData::Element const& input, ExaminedLine& line) {
+    line.input = input;
     if (!input.isObject())
         throw Exception::InvalidParameter("a message is an object, this is " +
                                           std::string(describe(input.kind())));
@@ -22,12 +23,14 @@ void examineTree(Classes const& classes, MetaData::Element const& input, Examine
     if (!line.id)
         throw Exception::InvalidParameter("\"MessageID\" is no id: " + shortText(*id, 60));
 
+    MetaData::ReadReport const report;
     auto message = Msgs::Message::CreateFromMetaData(input);
     if (message == nullptr)
         throw Exception::InvalidParameter("unknown id " + hexadecimal(*line.id) + " (" +
                                           dotted(*line.id) + ")");
     message->copyToMetaData(line.tree);
-    line.unread = findUnread(classes, input, *message, line.tree);
+    line.events = report.events();
+    line.problems = Msgs::Introspection::explain(line.events);
     line.message = std::move(message);
 }
 
@@ -48,17 +51,16 @@ ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
 
 } // namespace
 
-ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_view json) {
+ExaminedLine examine(CapturedCout& printed, std::string_view json) {
     return examined(printed, [&](ExaminedLine& line) {
         MetaData::Element input;
         MetaData::ReaderJson::Read(input, json);
-        examineTree(classes, input, line);
+        examineTree(input, line);
     });
 }
 
-ExaminedLine examine(Classes const& classes, CapturedCout& printed,
-                     MetaData::Element const& input) {
-    return examined(printed, [&](ExaminedLine& line) { examineTree(classes, input, line); });
+ExaminedLine examine(CapturedCout& printed, MetaData::Element const& input) {
+    return examined(printed, [&](ExaminedLine& line) { examineTree(input, line); });
 }
 
 } // namespace Tolv::Tool

@@ -7,9 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include <tolv/core/msgs/message.h>
+#include <tolv/msgs/introspection/explanation.h>
+
 #include "captured_cout.h"
-#include "classes.h"
-#include "comparison.h"
 
 namespace Tolv::Tool {
 
@@ -19,15 +20,17 @@ struct ExaminedLine {
     std::string error; ///< why there is no message; empty when there is one
 
     std::shared_ptr<Msgs::Message> message;
+    MetaData::Element input;
     MetaData::Element tree; ///< what the message writes
-    std::vector<Unread> unread;
-    std::vector<std::string> notes; ///< what the library printed meanwhile
+    std::vector<MetaData::ReadEvent> events;
+    std::vector<Msgs::Introspection::Problem> problems; ///< with what did not read
+    std::vector<std::string> notes;                     ///< what the library printed meanwhile
 };
 
 /// Makes the message of a JSON text through the factory. It does not throw for what the text holds.
-ExaminedLine examine(Classes const& classes, CapturedCout& printed, std::string_view json);
+ExaminedLine examine(CapturedCout& printed, std::string_view json);
 
 /// The same for a text that has been parsed.
-ExaminedLine examine(Classes const& classes, CapturedCout& printed, MetaData::Element const& input);
+ExaminedLine examine(CapturedCout& printed, MetaData::Element const& input);
 
 } // namespace Tolv::Tool

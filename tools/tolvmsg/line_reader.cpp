@@ -84,7 +84,10 @@ void LineReader::fill() {
         auto const count = ::read(descriptor_, buffer_.get() + end_, capacity_ - end_);
         if (count >= 0) {
             end_ += static_cast<std::size_t>(count);
-            atEnd_ = count == 0;
+            if (count == 0 && follows_)
+                waitForMore();
+            else
+                atEnd_ = count == 0;
             return;
         }
         if (errno == EAGAIN) {
@@ -93,6 +96,17 @@ void LineReader::fill() {
         } else if (errno != EINTR) {
             throw std::system_error(errno, std::generic_category());
         }
+    }
+}
+
+void LineReader::waitForMore() {
+    beforeWait_();
+    ::poll(nullptr, 0, 100);
+    struct stat status {};
+    if (::fstat(descriptor_, &status) == 0 && status.st_size < ::lseek(descriptor_, 0, SEEK_CUR)) {
+        ::lseek(descriptor_, 0, SEEK_SET); // somebody began the file anew
+        begin_ = scanned_ = end_ = 0;
+        skipping_ = false;
     }
 }
 

@@ -20,11 +20,16 @@ public:
     /// @param beforeWait called when no input is there at once and reading is going to wait for it
     LineReader(int descriptor, std::size_t mostBytes, std::function<void()> beforeWait);
 
+    /// From now on the end of a regular file is no end: the reader waits for more, from the start
+    /// when the file has become shorter, and returns no line that is not complete.
+    void follow() noexcept { follows_ = !mayWait_; }
+
     /// The next line; false at the end. @throws std::system_error when reading fails
     bool next(Line& line);
 
 private:
     void fill();
+    void waitForMore();
     Line take(std::size_t end);
 
     int descriptor_;
@@ -39,6 +44,7 @@ private:
     std::size_t scanned_ = 0;
     std::size_t end_ = 0;
     bool skipping_ = false; ///< inside a line that is too long
+    bool follows_ = false;
     bool atEnd_ = false;
 };
 

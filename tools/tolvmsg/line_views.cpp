@@ -13,27 +13,34 @@ namespace Tolv::Tool {
 
 namespace {
 
+using Msgs::Introspection::Problem;
+
 constexpr std::size_t labelWidth = 8;
 
 std::string labelled(std::string_view label, std::string_view text) {
     return padded(label, labelWidth) + std::string(text);
 }
 
-void addUnread(TreeText& text, std::vector<Unread> const& unread) {
+std::string foundIn(Problem const& one) {
+    constexpr std::size_t mostFound = 60;
+    return one.value ? shortText(*one.value, mostFound) : std::string();
+}
+
+void addProblems(TreeText& text, std::vector<Problem> const& problems, Style const& style) {
     constexpr std::size_t mostWidth = 48; // a longer path or text does not push the others
     std::size_t paths = 0;
-    std::size_t problems = 0;
-    for (auto const& one : unread) {
+    std::size_t texts = 0;
+    for (auto const& one : problems) {
         if (width(one.path) <= mostWidth)
             paths = std::max(paths, width(one.path));
-        if (width(one.problem) <= mostWidth && !one.found.empty())
-            problems = std::max(problems, width(one.problem));
+        if (width(one.problem) <= mostWidth && one.value)
+            texts = std::max(texts, width(one.problem));
     }
-    text.line(2, "unread");
-    for (auto const& one : unread)
-        text.line(4, padded(one.path, paths) + "  " +
-                         (one.found.empty() ? one.problem
-                                            : padded(one.problem, problems) + "  " + one.found));
+    text.line(2, style.warning("problems"));
+    for (auto const& one : problems)
+        text.line(4, padded(harmless(one.path), paths) + "  " +
+                         (one.value ? padded(harmless(one.problem), texts) + "  " + foundIn(one)
+                                    : harmless(one.problem)));
 }
 
 void addMessage(TreeText& text, ExaminedLine const& line, MessageClass const& known) {
@@ -53,15 +60,15 @@ void addMessage(TreeText& text, ExaminedLine const& line, MessageClass const& kn
     }
 }
 
-std::string unreadJson(std::vector<Unread> const& unread) {
+std::string problemsJson(std::vector<Problem> const& problems) {
     std::vector<std::string> rows;
-    for (auto const& one : unread) {
+    for (auto const& one : problems) {
         JsonObject row;
         row.add("path", one.path).add("problem", one.problem);
-        if (one.found.empty())
-            row.addNull("found");
+        if (one.value)
+            row.add("found", foundIn(one));
         else
-            row.add("found", one.found);
+            row.addNull("found");
         rows.push_back(row.text());
     }
     return jsonArray(rows);
@@ -86,29 +93,31 @@ std::string insideJson(std::vector<InnerVerdict> const& inside) {
 
 } // namespace
 
-std::string messageText(ExaminedLine const& line, std::string_view title, Classes const& classes) {
+std::string messageText(ExaminedLine const& line, std::string_view title, Classes const& classes,
+                        Style const& style) {
     std::string out;
     TreeText text(classes, out);
     if (line.error.empty()) {
         auto const& known = *classes.find(line.message->id());
-        text.line(0, std::string(title) + known.name() +
+        text.line(0, std::string(title) + style.name(known.name()) +
                          (known.role.empty() ? "" : ": " + known.role));
         addMessage(text, line, known);
-        if (!line.unread.empty())
-            addUnread(text, line.unread);
+        if (!line.problems.empty())
+            addProblems(text, line.problems, style);
     } else {
-        text.line(0, std::string(title) + "no message: " + harmless(line.error));
+        text.line(0, std::string(title) + style.error("no message: ") + harmless(line.error));
     }
     for (auto const& note : line.notes)
         text.line(2, labelled("note", harmless(note)));
     return out;
 }
 
-std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes) {
+std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes,
+                   Style const& style) {
     auto title = "line " + std::to_string(where.number) + "  ";
     if (!where.file.empty())
         title.insert(0, word(where.file) + ' ');
-    return messageText(line, title, classes) + '\n';
+    return messageText(line, title, classes, style) + '\n';
 }
 
 void addMessage(JsonObject& out, ExaminedLine const& line, Classes const& classes) {
@@ -128,8 +137,8 @@ void addMessage(JsonObject& out, ExaminedLine const& line, Classes const& classe
             addVerdict(out, *verdict);
         if (auto const inside = verdictsInside(*line.message); !inside.empty())
             out.addJson("inside", insideJson(inside));
-        if (!line.unread.empty())
-            out.addJson("unread", unreadJson(line.unread));
+        if (!line.problems.empty())
+            out.addJson("problems", problemsJson(line.problems));
     } else {
         out.add("error", line.error);
     }

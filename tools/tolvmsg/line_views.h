@@ -7,6 +7,7 @@
 #include "classes.h"
 #include "examined_line.h"
 #include "json_object.h"
+#include "style.h"
 
 /// @file
 /// The two forms in which `tolvmsg decode` shows a line, and `tolvmsg token` its message.
@@ -19,14 +20,16 @@ struct LineNumber {
 };
 
 /// The message, or why there is none, on several lines. The first begins with `title`.
-std::string messageText(ExaminedLine const& line, std::string_view title, Classes const& classes);
+std::string messageText(ExaminedLine const& line, std::string_view title, Classes const& classes,
+                        Style const& style);
 
 /// The members that describe the message, or why there is none.
 /// @throws Exception::InvalidParameter when the message holds what JSON cannot
 void addMessage(JsonObject& out, ExaminedLine const& line, Classes const& classes);
 
 /// Several lines with a blank line behind them.
-std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes);
+std::string textOf(ExaminedLine const& line, LineNumber const& where, Classes const& classes,
+                   Style const& style);
 
 /// One JSON object, with the end of its line.
 /// @throws Exception::InvalidParameter when the message holds what JSON cannot

@@ -23,9 +23,11 @@ int run(int argc, char** argv, Output& out) {
         "  tolvmsg example App::ConnectMessage           a message to start from\n"
         "  tolvmsg decode session.ndjson                 a log, for people\n"
         "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
+        "  tolvmsg lint session.ndjson                   what peers would stumble over\n"
         "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
         "\n"
-        "Exit status: 0 all is well; 1 a line gave no message, or a token is not authentic;\n"
+        "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, or a\n"
+        "token is not authentic;\n"
         "2 wrong usage, or an input that cannot be read; 3 the standard output cannot be written.");
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
@@ -37,6 +39,7 @@ int run(int argc, char** argv, Output& out) {
     addListCommand(app, chosen);
     addExampleCommand(app, chosen);
     addDecodeCommand(app, chosen);
+    addLintCommand(app, chosen);
     addTokenCommand(app, chosen);
     try {
         app.parse(argc, argv);

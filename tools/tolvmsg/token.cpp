@@ -131,7 +131,7 @@ std::string textOf(Shown const& shown, Classes const& classes) {
         payload.makeObject(0).erase("msg");
     addTree(text, "payload", payload);
     if (shown.message)
-        out += messageText(*shown.message, "message  ", classes);
+        out += messageText(*shown.message, "message  ", classes, Style::ofStandardOutput());
     return out;
 }
 
@@ -165,7 +165,7 @@ int showToken(Options const& options, Output& out) {
     Shown shown{headerOf(text), token.payload(), {}, verify(token, algorithm)};
     if (auto const* const message = shown.payload.find("msg");
         message != nullptr && message->find("MessageID") != nullptr)
-        shown.message = examine(classes, printed, *message);
+        shown.message = examine(printed, *message);
     out.write((options.json ? jsonOf : textOf)(shown, classes));
     return shown.verification.outcome == Verification::notAuthentic ? notAuthentic : success;
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/read_hooks.h>
 #include <tolv/core/msgs/message.h>
 
 namespace Tolv::MetaData {
@@ -56,6 +57,7 @@ public:
             }
             read = std::dynamic_pointer_cast<T>(Msgs::Message::CreateFromMetaData(*child));
         } catch (...) {
+            Detail::reportSwallowed();
             reset();
             return;
         }

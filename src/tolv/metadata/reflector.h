@@ -4,6 +4,7 @@
 #include <type_traits>
 #include <utility>
 
+#include <tolv/core/metadata/read_hooks.h>
 #include <tolv/metadata/traits.h>
 
 namespace Tolv::MetaData {
@@ -106,6 +107,7 @@ private:
         try {
             return Detail::read(*child, value_);
         } catch (...) {
+            Detail::reportSwallowed();
             return false;
         }
     }

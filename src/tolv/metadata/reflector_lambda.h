@@ -68,8 +68,10 @@ public:
     /// Reads the field from the object `parent`, if that is accepted. @throws what functions other
     /// than the defaults throw.
     [[gnu::noinline]] void assign(Element const& parent) override {
-        if (!preMeta_(parent))
+        if (!preMeta_(parent)) {
+            Detail::reportKept();
             return;
+        }
         Value::assign(parent);
         post_(*this);
     }
@@ -96,6 +98,7 @@ public:
         try {
             return child != nullptr && Detail::read(*child, value) && preValue_(value);
         } catch (...) {
+            Detail::reportSwallowed();
             return false;
         }
     }

@@ -3,6 +3,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/mirrored_object.h>
+#include <tolv/core/metadata/read_recorder_internal.h>
 
 namespace Tolv::MetaData {
 
@@ -66,6 +67,9 @@ void MirroredObject::copyToMetaData(Element& element) const {
 
 void MirroredObject::copyFromMetaData(Element const& element) {
     InOrder const fields(members_.newest_, [](ReflectorBase const& field) { return field.older_; });
+    if (Detail::anyReport()) [[unlikely]]
+        if (auto* const recorder = ReadReport::Recorder::current())
+            return recorder->read({fields.begin(), fields.size()}, typeid(*this), element);
     for (auto* const field : fields)
         field->copyFromMetaData(element);
 }

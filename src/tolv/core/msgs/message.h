@@ -8,6 +8,7 @@
 
 #include <tolv/core/export.h>
 #include <tolv/core/metadata/mirrored_object.h>
+#include <tolv/core/metadata/read_hooks.h>
 #include <tolv/core/msgs/address.h>
 #include <tolv/core/msgs/identifier.h>
 #include <tolv/metadata/reflector.h>
@@ -135,7 +136,7 @@ private:
         MetaData::Object const& object = element; // throws unless it is one
         auto message = std::make_unique<M>(object);
         if constexpr (requires { message->Data.assign(element); })
-            message->Data.assign(element);
+            MetaData::Detail::readField(message->Data, element);
         return message.release();
     }
 

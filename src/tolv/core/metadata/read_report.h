@@ -1,0 +1,68 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+#include <tolv/core/export.h>
+#include <tolv/core/metadata/element.h>
+
+namespace Tolv::MetaData {
+
+/// What became of one field of a record that was read, or of one key that no field has.
+struct ReadEvent {
+    enum class Outcome {
+        read,
+        absent,     ///< there is no such key; the field is unset, or keeps its value if it checks
+        unset,      ///< the key is there, and the field is unset
+        kept,       ///< the key is there, and the field, a list or a checked value, is as it was
+        threw,      ///< the field threw, which ends the read of its record
+        unreadable, ///< no field, but a whole record: the element is no object
+        unknownKey  ///< no field, but a key that nothing read
+    };
+
+    std::string key;
+    std::string path; ///< "Data.ComponentList[3].Type"; a key that is no plain word in quotes
+    Outcome outcome = Outcome::read;
+    bool required = false;
+    std::type_index field = typeid(void);  ///< the class of the field
+    std::type_index record = typeid(void); ///< the class of its record; void where not known
+    Element found;                         ///< what stands under the key; null when absent
+    std::optional<unsigned int> entry;     ///< the last entry of a list of records that was read
+    std::string reason;                    ///< the text of an exception; empty without one
+};
+
+/// While it lives, reads of records and messages on the thread that made it are recorded, field by
+/// field. They give what they give without it.
+///
+///     ReadReport report;
+///     auto const message = Msgs::Message::CreateFromMetaData(element);
+///     for (auto const& problem : Msgs::Introspection::explain(report))
+///         std::cout << problem.path << ": " << problem.problem << '\n';
+///
+/// Of two at a time, the later records. They end in reverse order, on their own thread. A thread
+/// that has none is not slowed down by more than the load of a flag a record.
+class TOLV_CORE_API ReadReport {
+public:
+    ReadReport();
+    ReadReport(ReadReport const&) = delete;
+    ReadReport& operator=(ReadReport const&) = delete;
+    ~ReadReport();
+
+    /// What was read so far, fields before what is inside of them, and the keys that nothing read
+    /// behind. One report may take several messages; paths are those inside of each.
+    /// @throws std::bad_alloc
+    [[nodiscard]] std::vector<ReadEvent> events() const;
+
+    /// Forgets what was read so far.
+    void clear() noexcept;
+
+    class Recorder;
+
+private:
+    std::unique_ptr<Recorder> recorder_;
+};
+
+} // namespace Tolv::MetaData

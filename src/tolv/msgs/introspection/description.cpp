@@ -1,0 +1,152 @@
+#include <tolv/msgs/introspection/description.h>
+
+#include <mutex>
+#include <shared_mutex>
+#include <typeindex>
+#include <unordered_map>
+
+#include <boost/core/demangle.hpp>
+
+#include <tolv/msgs/catalogue.h>
+#include <tolv/msgs/introspection/tables_internal.h>
+#include <tolv/msgs/introspection/types.h>
+
+namespace Tolv::Msgs::Introspection {
+
+namespace {
+
+struct Known {
+    std::shared_mutex mutex;
+    std::unordered_map<std::type_index, Type const*> byField;
+};
+
+Known& known() {
+    static Known table;
+    return table;
+}
+
+std::string replaced(std::string text, std::string_view what, std::string_view by) {
+    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+        text.replace(at, what.size(), by);
+    return text;
+}
+
+/// A message of the class that is registered for `id`, as much of it as can be had without knowing
+/// the class: its payload, if there is one, has not been read.
+std::shared_ptr<Message> frameOf(unsigned long long id) {
+    auto* const create = Message::MsgFactory::Instance().find(id);
+    if (create == nullptr)
+        return nullptr;
+    MetaData::Element element;
+    MetaData::SetAs<unsigned long long>(id, element["MessageID"]);
+    return std::shared_ptr<Message>(create(element));
+}
+
+} // namespace
+
+namespace Detail {
+
+std::string nameOf(std::type_info const& type) {
+    auto name = boost::core::demangle(type.name());
+    static constexpr std::pair<char const*, char const*> shorter[] = {
+        {"Tolv::Msgs::", ""},
+        {"Tolv::MetaData::", ""},
+        {"std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >",
+         "std::string"},
+        {"(unsigned short)", ""},
+        {"> >", ">>"},
+        {", std::allocator<int>>", ">"},
+    };
+    for (auto const& [what, by] : shorter)
+        name = replaced(std::move(name), what, by);
+    return name;
+}
+
+std::string nameOfMessage(unsigned long long id, std::type_info const& type) {
+    auto const* const row = findMessage(id);
+    return row != nullptr ? row->fullAlias() : nameOf(type);
+}
+
+void enter(std::type_info const& field, Type const& type) {
+    std::unique_lock const lock(known().mutex);
+    known().byField.try_emplace(field, &type);
+}
+
+void complete(std::vector<FieldDescription>& fields, std::type_info const& record,
+              MetaData::Element const& written) {
+    for (auto& field : fields) {
+        if (auto const* const value = written.find(field.key))
+            field.defaultValue = *value;
+        annotate(field, record);
+    }
+}
+
+} // namespace Detail
+
+std::vector<FieldDescription> Type::fields() const {
+    return makeFields != nullptr ? makeFields() : std::vector<FieldDescription>();
+}
+
+std::vector<FieldDescription> ClassDescription::payload() const {
+    auto const* const data = findField(fields, "Data");
+    return data != nullptr && data->type != nullptr ? data->type->fields()
+                                                    : std::vector<FieldDescription>();
+}
+
+Type const* typeOfField(MetaData::ReflectorBase const& field) {
+    return typeOfField(std::type_index(typeid(field)));
+}
+
+Type const* typeOfField(std::type_index field) {
+    static bool const own = (Detail::addOwnTypes(), true);
+    std::shared_lock const lock(known().mutex);
+    auto const found = own ? known().byField.find(field) : known().byField.end();
+    return found != known().byField.end() ? found->second : nullptr;
+}
+
+std::vector<FieldDescription> describeFields(MetaData::MirroredObject const& record) {
+    std::vector<FieldDescription> fields;
+    for (auto const* const member : record.members()) {
+        auto& field = fields.emplace_back();
+        field.key = member->name();
+        field.type = typeOfField(*member);
+        field.required = member->isRequired();
+    }
+    MetaData::Element written;
+    record.copyToMetaData(written);
+    Detail::complete(fields, typeid(record), written);
+    return fields;
+}
+
+FieldDescription const* findField(std::vector<FieldDescription> const& fields,
+                                  std::string_view key) {
+    for (auto const& field : fields)
+        if (field.key == key)
+            return &field;
+    return nullptr;
+}
+
+std::optional<ClassDescription> describe(unsigned long long id) {
+    ClassDescription result;
+    result.id = id;
+    std::shared_ptr<Message> message;
+    if (auto const* const row = findMessage(id)) {
+        result.family = row->family;
+        result.alias = row->fullAlias();
+        result.className = row->className;
+        result.payloadName = row->payload;
+        result.role = row->role;
+        message = row->make();
+    } else {
+        message = frameOf(id);
+    }
+    if (message == nullptr)
+        return {};
+    auto const& built = *message;
+    if (result.className.empty())
+        result.className = Detail::nameOf(typeid(built));
+    result.fields = describeFields(*message);
+    return result;
+}
+
+} // namespace Tolv::Msgs::Introspection

@@ -1,0 +1,72 @@
+#include <algorithm>
+#include <charconv>
+
+#include <CLI/CLI.hpp>
+
+#include "commands.h"
+#include "filter.h"
+#include "ids.h"
+#include "text.h"
+
+namespace Tolv::Tool {
+
+namespace {
+
+unsigned int familyOf(unsigned long long id) { return Msgs::Identifier(id).family(); }
+
+/// True when one of the parts of the address under `key` is one of `wanted`.
+bool hasPart(ExaminedLine const& line, char const* key, std::vector<std::string> const& wanted) {
+    if (wanted.empty())
+        return true;
+    auto const* const address = line.input.find(key);
+    return address != nullptr && address->isArray() &&
+           std::any_of(address->array().begin(), address->array().end(), [&](auto const& part) {
+               return part.isString() &&
+                      std::find(wanted.begin(), wanted.end(), part.text()) != wanted.end();
+           });
+}
+
+} // namespace
+
+void Filter::addOptions(CLI::App& command) {
+    auto const add = [&](char const* name, std::vector<std::string>& to, char const* text) {
+        command.add_option(name, to, text)->expected(1)->take_all()->group("Filters");
+    };
+    add("--id", idTexts_, "Messages of this class: an id in any notation, or an alias");
+    add("--family", families_, "Messages of this family: a number, or a name such as App");
+    add("--from", senders_, "Messages with this text in the sender's address");
+    add("--to", destinations_, "Messages with this text in the destination's address");
+}
+
+void Filter::resolve(Classes const& classes) {
+    for (auto const& text : idTexts_) {
+        auto const id = parseId(text); // also one that is not registered
+        ids_.insert(id ? *id : resolveClass(classes, text).id);
+    }
+    for (auto const& text : families_) {
+        unsigned int number = 0;
+        auto const* const end = text.data() + text.size();
+        if (auto const parsed = std::from_chars(text.data(), end, number);
+            parsed.ec == std::errc() && parsed.ptr == end) {
+            familyNumbers_.insert(number);
+            continue;
+        }
+        auto const size = familyNumbers_.size();
+        for (auto const& known : classes.all())
+            if (known.alias.starts_with(text + "::"))
+                familyNumbers_.insert(familyOf(known.id));
+        if (familyNumbers_.size() == size)
+            throw UsageError("there is no family " + quoted(text, 200) +
+                             "; \"tolvmsg list\" shows all classes");
+    }
+}
+
+bool Filter::takes(ExaminedLine const& line) const {
+    if (!ids_.empty() && (!line.id || !ids_.contains(*line.id)))
+        return false;
+    if (!familyNumbers_.empty() && (!line.id || !familyNumbers_.contains(familyOf(*line.id))))
+        return false;
+    return hasPart(line, "Sender", senders_) && hasPart(line, "Destination", destinations_);
+}
+
+} // namespace Tolv::Tool

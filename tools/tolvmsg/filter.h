@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "classes.h"
+#include "examined_line.h"
+
+namespace CLI {
+class App;
+}
+
+namespace Tolv::Tool {
+
+/// Which lines of a log are looked at: those for which every option that was given holds.
+class Filter {
+public:
+    /// Adds --id, --family, --from and --to to a subcommand. The filter outlives it.
+    void addOptions(CLI::App& command);
+
+    /// Understands the ids. @throws UsageError
+    void resolve(Classes const& classes);
+
+    [[nodiscard]] bool takes(ExaminedLine const& line) const;
+
+private:
+    std::vector<std::string> idTexts_;
+    std::vector<std::string> families_; ///< number or name
+    std::vector<std::string> senders_;
+    std::vector<std::string> destinations_;
+    std::set<unsigned long long> ids_;
+    std::set<unsigned int> familyNumbers_;
+};
+
+} // namespace Tolv::Tool

@@ -1,0 +1,328 @@
+#include <array>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "attribute_view.h"
+#include "captured_cout.h"
+#include "commands.h"
+#include "examined_line.h"
+#include "filter.h"
+#include "ids.h"
+#include "input.h"
+#include "json_object.h"
+#include "line_reader.h"
+#include "style.h"
+#include "text.h"
+#include "tree_text.h"
+
+#include <tolv/core/metadata/read_hooks.h>
+
+namespace Tolv::Tool {
+
+namespace {
+
+using MetaData::Element;
+using Msgs::Introspection::Problem;
+using Msgs::Introspection::ProblemKind;
+
+/// What a log is judged for, in the order of the summary.
+enum Rule : std::size_t {
+    noMessage,
+    unknownId,
+    absent,
+    wrongValue,
+    unknownKey,
+    literal,
+    rounded,
+    invalid,
+    ruleCount
+};
+
+constexpr std::array<char const*, ruleCount> ruleNames{
+    "no-message",  "unknown-id", "absent",  "wrong-value",
+    "unknown-key", "literal",    "rounded", "invalid",
+};
+
+struct Finding {
+    Rule rule;
+    std::string path;
+    std::string text;
+    std::string found; ///< empty: nothing to show
+};
+
+Rule ruleOf(ProblemKind kind) {
+    switch (kind) {
+    case ProblemKind::absent:
+        return absent;
+    case ProblemKind::unknownLiteral:
+        return literal;
+    case ProblemKind::unknownId:
+        return unknownId;
+    case ProblemKind::unknownKey:
+        return unknownKey;
+    case ProblemKind::wrongValue:
+    case ProblemKind::consequence:
+        break;
+    }
+    return wrongValue;
+}
+
+/// Whether a reader that has doubles only, as JavaScript, takes another number for this integer.
+bool isRounded(Element const& value) {
+    if (value.isSigned()) {
+        auto const number = value.signedNumber();
+        auto const nearest = static_cast<double>(number);
+        return nearest >= 0x1p63 || static_cast<std::int64_t>(nearest) != number;
+    }
+    if (value.isUnsigned()) {
+        auto const number = value.unsignedNumber();
+        auto const nearest = static_cast<double>(number);
+        return nearest >= 0x1p64 || static_cast<std::uint64_t>(nearest) != number;
+    }
+    return false;
+}
+
+void addRounded(Element const& value, std::string const& path, std::vector<Finding>& out) {
+    if (isRounded(value)) {
+        out.push_back({rounded, path, "JavaScript rounds it", shortText(value, 60)});
+    } else if (value.isArray()) {
+        for (unsigned int i = 0; i < value.array().size(); ++i)
+            addRounded(value.array()[i], path + '[' + std::to_string(i) + ']', out);
+    } else if (value.isObject()) {
+        for (auto const& member : value.object())
+            addRounded(member.value, MetaData::Detail::pathBelow(path, member.key()), out);
+    }
+}
+
+void addProblem(Problem const& one, std::vector<Finding>& out) {
+    if (one.kind != ProblemKind::consequence) // its cause is there, too, unless the kind is unknown
+        out.push_back({ruleOf(one.kind), one.path, one.problem,
+                       one.value ? shortText(*one.value, 60) : std::string()});
+}
+
+std::vector<Finding> findingsOf(ExaminedLine const& line, Classes const& classes) {
+    std::vector<Finding> out;
+    if (!line.error.empty()) {
+        auto const isUnknown = line.id && classes.find(*line.id) == nullptr;
+        out.push_back(
+            {isUnknown ? unknownId : noMessage, isUnknown ? "MessageID" : "", line.error, ""});
+    } else {
+        for (auto const& one : line.problems)
+            addProblem(one, out);
+        if (out.empty() && !line.problems.empty()) {
+            auto const& one = line.problems.front();
+            out.push_back({wrongValue, one.path, one.problem,
+                           one.value ? shortText(*one.value, 60) : std::string()});
+        }
+        for (auto const& one : Msgs::Introspection::unknownLiterals(line.events))
+            addProblem(one, out);
+        if (auto const verdict = verdictOf(*line.message); verdict && !verdict->valid)
+            out.push_back({invalid, "Data", verdict->reason, ""});
+        for (auto const& one : verdictsInside(*line.message))
+            if (!one.verdict.valid)
+                out.push_back({invalid, one.path, one.verdict.reason, ""});
+    }
+    addRounded(line.input, "", out);
+    return out;
+}
+
+struct Options {
+    bool json = false;
+    bool quiet = false;
+    Filter filter;
+    std::vector<std::string> files;
+};
+
+/// What was found in the messages of one id.
+struct Summary {
+    std::uint64_t lines = 0;
+    std::uint64_t faulty = 0;
+    std::array<std::uint64_t, ruleCount> findings{};
+};
+
+class Linter {
+public:
+    Linter(Options const& options, Classes const& classes, Output& out)
+        : options_(options), classes_(classes), out_(out) {}
+
+    int run() {
+        int status = success;
+        for (auto const& file : options_.files) {
+            try {
+                judge(file);
+            } catch (std::system_error const& e) {
+                out_.flush(); // what was read before comes first
+                auto const text =
+                    "tolvmsg: cannot read " + Input::name(file) + ": " + e.code().message() + '\n';
+                std::fputs(text.c_str(), stderr);
+                status = wrongUsage;
+            }
+        }
+        if (options_.json)
+            summarizeAsJson();
+        else
+            summarize();
+        return status == success && anyFinding_ ? anyFinding : status;
+    }
+
+private:
+    void judge(std::string const& file) {
+        constexpr auto mostLineBytes = std::size_t{1} << 30U;
+        Input const input(file);
+        LineReader reader(input.descriptor(), mostLineBytes, [this] { out_.flush(); });
+        LineReader::Line line;
+        for (std::uint64_t number = 1; reader.next(line); ++number) {
+            if (line.text.find_first_not_of(" \t\r") == std::string_view::npos && !line.tooLong)
+                continue;
+            ExaminedLine examined;
+            if (line.tooLong)
+                examined.error = "the line is longer than 1 GiB";
+            else
+                examined = examine(printed_, line.text);
+            if (options_.filter.takes(examined))
+                judge(examined, Input::name(file), number);
+        }
+    }
+
+    void judge(ExaminedLine const& line, std::string const& file, std::uint64_t number) {
+        auto const findings = findingsOf(line, classes_);
+        auto& summary = summaries_[line.id];
+        ++summary.lines;
+        summary.faulty += findings.empty() ? 0 : 1;
+        anyFinding_ = anyFinding_ || !findings.empty();
+        for (auto const& one : findings) {
+            ++summary.findings[one.rule];
+            if (options_.json)
+                out_.write(asJson(one, line, file, number));
+            else if (!options_.quiet)
+                out_.write(file + ':' + std::to_string(number) + ": " +
+                           style_.warning(ruleNames[one.rule]) + ": " +
+                           (one.path.empty() ? "" : harmless(one.path) + ": ") +
+                           harmless(one.text) + (one.found.empty() ? "" : ": " + one.found) + '\n');
+        }
+    }
+
+    static std::string asJson(Finding const& one, ExaminedLine const& line, std::string const& file,
+                              std::uint64_t number) {
+        JsonObject row;
+        row.add("file", file).add("line", number);
+        if (line.id)
+            row.add("id", hexadecimal(*line.id));
+        row.add("rule", ruleNames[one.rule]).add("path", one.path).add("problem", one.text);
+        if (one.found.empty())
+            row.addNull("found");
+        else
+            row.add("found", one.found);
+        return row.text() + '\n';
+    }
+
+    [[nodiscard]] std::string nameOf(std::optional<unsigned long long> id) const {
+        if (!id)
+            return "no id";
+        auto const* const known = classes_.find(*id);
+        return dotted(*id) + "  " + (known != nullptr ? known->name() : "unknown");
+    }
+
+    void summarize() {
+        std::uint64_t lines = 0;
+        std::uint64_t faulty = 0;
+        std::size_t names = 0;
+        for (auto const& [id, one] : summaries_)
+            names = std::max(names, width(nameOf(id)));
+        for (auto const& [id, one] : summaries_) {
+            lines += one.lines;
+            faulty += one.faulty;
+            if (one.faulty == 0)
+                continue;
+            auto text = style_.name(padded(nameOf(id), names)) + "  " + std::to_string(one.faulty) +
+                        " of " + counted(one.lines, "message", "messages") + ':';
+            for (std::size_t rule = 0; rule < ruleCount; ++rule)
+                if (one.findings[rule] > 0)
+                    text += "  " + std::string(ruleNames[rule]) + ' ' +
+                            std::to_string(one.findings[rule]);
+            out_.write(text + '\n');
+        }
+        out_.write(counted(lines, "line", "lines") + ", " +
+                   (faulty == 0 ? "nothing found" : std::to_string(faulty) + " with findings") +
+                   '\n');
+    }
+
+    void summarizeAsJson() {
+        for (auto const& [id, one] : summaries_) {
+            JsonObject row;
+            JsonObject counts;
+            for (std::size_t rule = 0; rule < ruleCount; ++rule)
+                if (one.findings[rule] > 0)
+                    counts.add(ruleNames[rule], one.findings[rule]);
+            if (id)
+                row.add("summary", hexadecimal(*id));
+            else
+                row.addNull("summary");
+            row.add("lines", one.lines).add("faulty", one.faulty);
+            row.addJson("findings", counts.text());
+            out_.write(row.text() + '\n');
+        }
+    }
+
+    Options const& options_;
+    Classes const& classes_;
+    Output& out_;
+    Style const style_ = Style::ofStandardOutput();
+    CapturedCout printed_;
+    std::map<std::optional<unsigned long long>, Summary> summaries_;
+    bool anyFinding_ = false;
+};
+
+} // namespace
+
+void addLintCommand(CLI::App& app, Action& chosen) {
+    auto const options = std::make_shared<Options>();
+    auto* const command =
+        app.add_subcommand("lint", "Judges a log for what peers stumble over, and sums up by id");
+    command->add_flag("--json", options->json, "One JSON object a finding, then one an id");
+    command->add_flag("--quiet", options->quiet, "The summary only");
+    options->filter.addOptions(*command);
+    command->add_option("FILE", options->files, "Files to read; \"-\" is the standard input")
+        ->type_name("");
+    command->footer(
+        "The rules:\n"
+        "  no-message   a line is no JSON, or no message\n"
+        "  unknown-id   no class is registered for the id, or it does not belong there\n"
+        "  absent       a required key is not there\n"
+        "  wrong-value  of the wrong kind, or a number that does not fit\n"
+        "  unknown-key  nothing reads the key: perhaps a slip in its name\n"
+        "  literal      a word or number that is none of those with a meaning\n"
+        "  rounded      an integer that JavaScript, which has doubles only, takes for another\n"
+        "  invalid      an attribute whose value is outside of its own limits\n"
+        "\n"
+        "With --json a finding has \"file\", \"line\", \"id\", \"rule\", \"path\", \"problem\" "
+        "and\n"
+        "\"found\"; at the end, for each id, \"summary\" is the id (null: lines without one), "
+        "with\n"
+        "\"lines\", \"faulty\" and \"findings\", the number of each rule.\n"
+        "\n"
+        "Examples:\n"
+        "  tolvmsg lint session.ndjson\n"
+        "  tolvmsg lint --quiet --family App *.ndjson\n"
+        "  tolvmsg lint --json session.ndjson | jq -r 'select(.rule == \"rounded\") | .path'\n"
+        "\n"
+        "Exit status: 0 nothing found; 1 findings; 2 wrong usage, or a file that cannot be read;\n"
+        "3 the standard output cannot be written.");
+    command->callback([&chosen, options] {
+        chosen = [options](Output& out) {
+            if (options->files.empty())
+                options->files.emplace_back("-");
+            Classes const classes;
+            options->filter.resolve(classes);
+            return Linter(*options, classes, out).run();
+        };
+    });
+}
+
+} // namespace Tolv::Tool
