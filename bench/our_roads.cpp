@@ -98,6 +98,12 @@ public:
                 this, MetaData::Key::intern("Field" + std::to_string(i)), MetaData::Required,
                 static_cast<int>(i)));
     }
+    Wide(Wide const&) = delete;
+    Wide& operator=(Wide const&) = delete;
+    ~Wide() override {
+        while (!fields_.empty())
+            fields_.pop_back(); // the newest first, as members of a class
+    }
 
 private:
     std::vector<std::unique_ptr<MetaData::Reflector<int>>> fields_;
@@ -152,6 +158,15 @@ void enterScales() {
     enterSeries("batch entries", 1, 10'000, both([](auto count) { return batch(count, false); }));
     enterSeries("samples", 10, 10'000'000, both(&trace));
     enterSeries("plain samples", 10, 1'000'000, both(&plainTrace));
+    // What the memory alone costs.
+    enterSeries("samples", 10, 10'000'000,
+                [](string const& name, string const& size, std::size_t count) {
+                    roads().push_back({name + " copied/" + size, [=] {
+                                           return readingWith([from = std::vector(count, 1.5)] {
+                                               return std::vector(from);
+                                           });
+                                       }});
+                });
 }
 
 bool const entered = [] {
