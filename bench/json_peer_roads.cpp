@@ -114,7 +114,7 @@ Road cerealWrites(std::string const& road, TextOf text) {
 
 /// Memory from `operator new`, so that it gets counted.
 struct NewAllocator {
-    static constexpr bool kNeedFree = true;
+    [[maybe_unused]] static constexpr bool kNeedFree = true;
     static void* Malloc(std::size_t size) { return size != 0 ? ::operator new(size) : nullptr; }
     static void* Realloc(void* block, std::size_t oldSize, std::size_t newSize) {
         if (newSize <= oldSize && newSize != 0)
