@@ -20,6 +20,12 @@ if(TOLV_WERROR)
     add_compile_options(-Werror)
 endif()
 
+if(NOT TOLV_SIMD)
+    # Without these the sources, and Boost.JSON, take the ways of a processor that has none.
+    add_compile_definitions(TOLV_NO_SIMD)
+    add_compile_options(-U__SSE2__ -fno-tree-vectorize)
+endif()
+
 if(TOLV_FUZZ)
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         message(FATAL_ERROR "TOLV_FUZZ needs clang, the compiler is ${CMAKE_CXX_COMPILER_ID}")

@@ -8,4 +8,5 @@ option(TOLV_BUILD_FUZZ "Build the fuzz targets (as replayers unless TOLV_FUZZ is
 
 option(TOLV_WERROR "Treat warnings as errors" OFF)
 option(TOLV_FUZZ "Instrument everything for libFuzzer (needs clang)" OFF)
+option(TOLV_SIMD "Use the vector instructions of the processor" ON)
 set(TOLV_SANITIZE "" CACHE STRING "Sanitizers for everything, e.g. 'address,undefined' or 'thread'")

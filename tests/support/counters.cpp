@@ -12,6 +12,7 @@ thread_local Tolv::Testing::Counted::Totals totals;
 
 void* allocate(std::size_t size) noexcept {
     ++totals.allocations;
+    totals.bytes += size;
     totals.largest = std::max(totals.largest, size);
     void* const block = std::malloc(size != 0 ? size : 1);
     if (block != nullptr)
@@ -68,6 +69,8 @@ std::size_t Counted::exceptions() const noexcept { return totals.exceptions - st
 std::size_t Counted::allocations() const noexcept {
     return totals.allocations - start_.allocations;
 }
+
+std::size_t Counted::bytes() const noexcept { return totals.bytes - start_.bytes; }
 
 std::ptrdiff_t Counted::blocks() const noexcept { return totals.blocks - start_.blocks; }
 
