@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -17,6 +15,7 @@
 #include <tolv/messages.h>
 
 #include "support/captured_output.h"
+#include "support/examples.h"
 #include "support/messages.h"
 
 // All message classes of the library: which ids there are, and what each class makes of its golden
@@ -164,9 +163,6 @@ ByClass byClass() {
 
 // ---- Golden files ------------------------------------------------------------------------------
 
-std::filesystem::path const golden =
-    std::filesystem::path(__FILE__).parent_path().parent_path() / "golden";
-
 std::filesystem::path pathOf(MessageDescription const& row) {
     std::filesystem::path path;
     auto const name = row.fullAlias();
@@ -178,11 +174,7 @@ std::filesystem::path pathOf(MessageDescription const& row) {
     return path += ".json";
 }
 
-Element goldenOf(MessageDescription const& row) {
-    std::ifstream file(golden / pathOf(row));
-    EXPECT_TRUE(file) << "there is no tests/golden/" << pathOf(row).string();
-    return parsed(std::string(std::istreambuf_iterator<char>(file), {}));
-}
+Element goldenOf(MessageDescription const& row) { return parsedFile(goldenFolder / pathOf(row)); }
 
 unsigned long long idOf(Element const& message) {
     unsigned long long id = 0;
@@ -242,9 +234,9 @@ private:
 
 TEST(Golden, OneFileAClass) {
     std::set<std::string> files;
-    for (auto const& entry : std::filesystem::recursive_directory_iterator(golden))
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(goldenFolder))
         if (entry.path().extension() == ".json")
-            files.insert(entry.path().lexically_relative(golden).string());
+            files.insert(entry.path().lexically_relative(goldenFolder).string());
     std::set<std::string> expected;
     for (auto const& row : catalogue())
         expected.insert(pathOf(row).string());
