@@ -8,6 +8,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/core/msgs/nested_message.h>
 
 /// @file
 /// Lists of whole messages of any class, as payloads that convert themselves by hand write and read
@@ -15,9 +16,10 @@
 namespace Tolv::Msgs::MessageList {
 
 /// Makes `array` one entry a message.
-/// @throws Exception::InvalidOperation when a pointer is null.
+/// @throws Exception::InvalidOperation when a pointer is null, and beyond `Limits::messageNesting`.
 template <class M>
 void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& array) {
+    Detail::NestedMessage const nested;
     array.clear();
     array.reserve(static_cast<unsigned int>(messages.size()));
     for (unsigned int i = 0; i < messages.size(); ++i) {
@@ -30,9 +32,10 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
 
 /// The messages of `array`, each made by the factory.
 /// @throws Exception::InvalidOperation, naming the entry, when one is no message, its id isn't
-/// registered or its class doesn't derive from `M`.
+/// registered or its class doesn't derive from `M`; and beyond `Limits::messageNesting`.
 template <class M>
 std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
+    Detail::NestedMessage const nested;
     std::vector<std::shared_ptr<M>> messages;
     messages.reserve(array.size());
     auto const refuse = [&](std::string const& why) {

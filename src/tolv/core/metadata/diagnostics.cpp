@@ -1,17 +1,43 @@
-#include <iostream>
-
 #include <tolv/core/metadata/diagnostics.h>
+
+#include <cstddef>
+#include <initializer_list>
+#include <iostream>
 
 namespace Tolv::MetaData::Diagnostics {
 
-void arrayCorrupt(std::string const& key) {
-    std::cout << "Exception MetaDat::ReflectorArray MetaData Array corrupt for " + key + '\n';
+namespace {
+
+/// Prints one line, at once if it isn't long, and without an allocation: memory may have run out.
+void print(std::initializer_list<std::string_view> parts) noexcept {
+    char line[256];
+    std::size_t size = 0;
+    try {
+        for (auto const part : parts) {
+            if (part.size() <= sizeof line - size) {
+                size += part.copy(line + size, part.size());
+                continue;
+            }
+            std::cout << std::string_view(line, size) << part;
+            size = 0;
+        }
+        std::cout << std::string_view(line, size);
+    } catch (...) { // NOLINT(bugprone-empty-catch): whoever makes the stream throw knows why
+    }
 }
 
-void arrayExpected() {
-    std::cout << "Exception MetaDat::ReflectorArray Should have gotten an Array, but didn't\n";
+} // namespace
+
+void arrayCorrupt(std::string_view key) noexcept {
+    print({"Exception MetaDat::ReflectorArray MetaData Array corrupt for ", key, "\n"});
 }
 
-void wrongEncodedType() { std::cout << "Exception MetaData::ReflectorArray wrong encoded type\n"; }
+void arrayExpected() noexcept {
+    print({"Exception MetaDat::ReflectorArray Should have gotten an Array, but didn't\n"});
+}
+
+void wrongEncodedType() noexcept {
+    print({"Exception MetaData::ReflectorArray wrong encoded type\n"});
+}
 
 } // namespace Tolv::MetaData::Diagnostics
