@@ -19,13 +19,13 @@ namespace Tolv::Msgs::MessageList {
 /// @throws Exception::InvalidOperation when a pointer is null, and beyond `Limits::messageNesting`.
 template <class M>
 void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& array) {
-    Detail::NestedMessage const nested;
     array.clear();
     array.reserve(static_cast<unsigned int>(messages.size()));
     for (unsigned int i = 0; i < messages.size(); ++i) {
         if (messages[i] == nullptr)
             throw Exception::InvalidOperation("entry " + std::to_string(i) +
                                               " of the list holds no message");
+        Detail::NestedMessage const nested;
         messages[i]->copyToMetaData(array[i]);
     }
 }
@@ -35,7 +35,6 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
 /// registered or its class doesn't derive from `M`; and beyond `Limits::messageNesting`.
 template <class M>
 std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
-    Detail::NestedMessage const nested;
     std::vector<std::shared_ptr<M>> messages;
     messages.reserve(array.size());
     auto const refuse = [&](std::string const& why) {
@@ -43,6 +42,7 @@ std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
                                           " of the list: " + why);
     };
     for (auto const& entry : array) {
+        Detail::NestedMessage const nested;
         std::shared_ptr<M> message;
         try {
             message = std::dynamic_pointer_cast<M>(Message::CreateFromMetaData(entry));
