@@ -17,8 +17,8 @@ struct Limits {
     /// of one digit while they are read, 8 afterwards).
     std::size_t textBytes = std::size_t{256} << 20U;
 
-    /// Entries of one array, and keys of one object. Stops a text of "{},{}," from becoming a list of
-    /// records, each of which takes up to some kilobytes.
+    /// Entries of one array, and keys of one object. Stops a text of "{},{}," from becoming a list
+    /// of records, each of which takes up to 922 bytes (measured on 64 bits).
     std::size_t elements = std::size_t{1} << 22U;
 
     /// Bytes of a key. Stops one of megabytes from being hashed and compared with each lookup.
@@ -26,8 +26,8 @@ struct Limits {
 
     /// Messages in one another: an error within a message, parameters, attributes of an array. A
     /// text of the greatest depth holds 85. Stops a tree that was built by hand, or read with a
-    /// greater depth, and a message that holds itself, from exhausting the stack, of which each
-    /// takes up to 2 KB. No reader takes another bound for it.
+    /// greater depth, and a message that holds itself, from exhausting the stack: 1.4 KB of it for
+    /// each message (measured; g++ 12, not optimized). No reader takes another bound for it.
     std::size_t messageNesting = 128;
 
     // The four below bound "ValidCharacters", a regular expression that comes from a peer as does
