@@ -1,28 +1,16 @@
 // What the reader accepts, the writer must give back: the same tree, and then always the same text.
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 
-namespace {
-
-void require(bool holds, char const* what) {
-    if (!holds) {
-        std::fprintf(stderr, "%s\n", what);
-        std::abort();
-    }
-}
-
-} // namespace
+#include "fuzzing.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     using namespace Tolv::MetaData;
+    using Tolv::Fuzzing::require;
     Element element;
     try {
         ReaderJson::Read(element, {reinterpret_cast<char const*>(data), size});

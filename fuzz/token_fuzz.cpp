@@ -1,20 +1,15 @@
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
 #include <tolv/core/exceptions.h>
 #include <tolv/msgs/structs/json_web_token.h>
 
+#include "fuzzing.h"
+
 namespace {
 
 using namespace Tolv::Msgs::Structs;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
+using Tolv::Fuzzing::require;
 
 /// Accepts exactly the signature "ok".
 class FixedAlgorithm : public MacAlgorithm {
@@ -57,7 +52,7 @@ void readPayload(JsonWebToken const& token) {
     }
     JsonWebToken again(std::make_shared<FixedAlgorithm>());
     again.setPayload(payload);
-    require(again.payload()["msg"] == payload.message());
+    require(again.payload()["msg"] == payload.message(), "another message");
 }
 
 } // namespace
@@ -68,20 +63,20 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 
     JsonWebToken looked(nullptr);
     bool const isToken = accepts(looked, text);
-    require(!looked.verify());
+    require(!looked.verify(), "verified without an algorithm");
 
     JsonWebToken token(std::make_shared<FixedAlgorithm>());
     bool const isAccepted = accepts(token, text);
-    require(isAccepted == (isToken && looked.algorithm() == "HS256"));
+    require(isAccepted == (isToken && looked.algorithm() == "HS256"), "another algorithm");
     if (!isAccepted)
         return 0;
 
-    require(isAuthentic(token) == text.ends_with(".ok"));
+    require(isAuthentic(token) == text.ends_with(".ok"), "the signature decides");
     readPayload(token);
 
     // What was read is written as a token of the same content.
     JsonWebToken const again(std::make_shared<FixedAlgorithm>(), token.toJwtString());
-    require(isAuthentic(again));
-    require(again.payload() == token.payload());
+    require(isAuthentic(again), "what was signed is not authentic");
+    require(again.payload() == token.payload(), "another payload");
     return 0;
 }

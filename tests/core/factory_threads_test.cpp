@@ -1,8 +1,6 @@
 #include <array>
 #include <atomic>
-#include <latch>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -10,6 +8,8 @@
 
 #include <tolv/core/msgs/message.h>
 #include <tolv/msgs/message_helpers.h>
+
+#include "support/threads.h"
 #include "support/trees.h"
 
 namespace Tolv::Msgs {
@@ -17,18 +17,6 @@ namespace {
 
 constexpr unsigned int threads = 8;
 constexpr unsigned short family = 0x7EAD;
-
-/// Runs `work(number)` in all threads, from the same moment on.
-template <class Work>
-void inThreads(Work const& work) {
-    std::latch start(threads);
-    std::vector<std::jthread> running;
-    for (unsigned int i = 0; i < threads; ++i)
-        running.emplace_back([&, i] {
-            start.arrive_and_wait();
-            work(i);
-        });
-}
 
 constexpr unsigned long long idOf(unsigned int number) {
     return Identifier::toValue(family, 0, 0, static_cast<unsigned short>(number));
@@ -55,7 +43,7 @@ TEST(FactoryThreads, RegisterCreateAndDeregisterAtOnce) {
     std::atomic<int> won = 0;
     std::atomic<int> faults = 0;
 
-    inThreads([&](unsigned int number) {
+    Testing::inThreads(threads, [&](unsigned int number) {
         auto const own = Testing::parsed(textOf(number));
         auto const common = Testing::parsed(textOf(shared));
         auto const expect = [&](bool held) { faults += held ? 0 : 1; };
@@ -92,7 +80,7 @@ TEST(FactoryThreads, ManyNewIdsAtOnce) {
     auto const before = factory.size();
     constexpr unsigned int each = 500; // more than there are buckets, all in all
     std::atomic<int> faults = 0;
-    inThreads([&](unsigned int number) {
+    Testing::inThreads(threads, [&](unsigned int number) {
         std::vector<std::unique_ptr<Message::Registrar<Plain>>> mine;
         for (unsigned int i = 0; i < each; ++i) {
             auto const id = 1000 + number * each + i;
@@ -123,7 +111,7 @@ std::array<Identifier const*, sizeof...(I)> idsOf(std::integer_sequence<unsigned
 TEST(FactoryThreads, FirstCallsOfMsgIdGiveOneObject) {
     using Numbers = std::make_integer_sequence<unsigned short, 32>;
     std::array<decltype(idsOf(Numbers())), threads> seen{};
-    inThreads([&](unsigned int number) { seen[number] = idsOf(Numbers()); });
+    Testing::inThreads(threads, [&](unsigned int number) { seen[number] = idsOf(Numbers()); });
     for (auto const& ids : seen)
         EXPECT_EQ(ids, seen[0]);
     for (unsigned int i = 0; i < seen[0].size(); ++i)
@@ -133,7 +121,7 @@ TEST(FactoryThreads, FirstCallsOfMsgIdGiveOneObject) {
 TEST(FactoryThreads, KeysOfTheSameTextAreOne) {
     constexpr std::size_t keys = 200;
     std::array<std::vector<MetaData::Key const*>, threads> seen;
-    inThreads([&](unsigned int number) {
+    Testing::inThreads(threads, [&](unsigned int number) {
         for (std::size_t i = 0; i < keys; ++i) {
             auto const& key = MetaData::Key::intern("threads " + std::to_string(i));
             seen[number].push_back(&key);

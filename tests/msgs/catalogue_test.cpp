@@ -11,10 +11,10 @@
 
 #include <gtest/gtest.h>
 
-#include <tolv/messages.h>
-
 #include "support/captured_output.h"
+#include "support/examples.h"
 #include "support/golden.h"
+#include "support/message_classes.h"
 #include "support/messages.h"
 
 // All message classes of the library: which ids there are, and what each class makes of its golden
@@ -100,63 +100,10 @@ void expectOfClass(Message const& message, std::string const& text) {
 using ExpectOfClass = void (*)(Message const&, std::string const&);
 using ByClass = std::map<unsigned long long, ExpectOfClass>;
 
-// The tables of the families once more, as the names of the functions for their classes.
-#define TOLV_SIMPLE_MESSAGE(alias, number, role) {alias::MsgID(), expectOfClass<alias>},
-#define TOLV_DESTINATION_MESSAGE(alias, number, role) {alias::MsgID(), expectOfClass<alias>},
-#define TOLV_PAYLOAD_MESSAGE(alias, number, role, ...) {alias::MsgID(), expectOfClass<alias>},
-
-ByClass attributes() {
-    using namespace Attrs;
-    return {
-#include <tolv/msgs/attrs/messages.def>
-
-#include <tolv/msgs/attrs/structs_messages.def>
-
-#include <tolv/msgs/attrs/batches.def>
-    };
-}
-
-ByClass forwarder() {
-    using namespace Communications::Forwarder;
-    return {
-#include <tolv/msgs/communications/messages.def>
-    };
-}
-
-ByClass others() {
-    using namespace App;
-    using namespace Engine;
-    using namespace Errs;
-    using namespace Excepts;
-    using namespace Notifs;
-    using namespace Sys;
-    return {
-#include <tolv/msgs/app/messages.def>
-
-#include <tolv/msgs/engine/messages.def>
-
-#include <tolv/msgs/errs/messages.def>
-
-#include <tolv/msgs/excepts/messages.def>
-
-#include <tolv/msgs/notifs/app_messages.def>
-
-#include <tolv/msgs/notifs/attr_messages.def>
-
-#include <tolv/msgs/notifs/system_messages.def>
-
-#include <tolv/msgs/sys/messages.def>
-    };
-}
-
-#undef TOLV_SIMPLE_MESSAGE
-#undef TOLV_DESTINATION_MESSAGE
-#undef TOLV_PAYLOAD_MESSAGE
-
 ByClass byClass() {
-    auto all = attributes();
-    all.merge(forwarder());
-    all.merge(others());
+    ByClass all;
+    forEachMessageClass(
+        [&]<class M>(std::type_identity<M>) { all.emplace(M::MsgID(), expectOfClass<M>); });
     return all;
 }
 
@@ -220,9 +167,9 @@ private:
 
 TEST(Golden, OneFileAClass) {
     std::set<std::string> files;
-    for (auto const& entry : std::filesystem::recursive_directory_iterator(golden))
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(goldenFolder))
         if (entry.path().extension() == ".json")
-            files.insert(entry.path().lexically_relative(golden).string());
+            files.insert(entry.path().lexically_relative(goldenFolder).string());
     std::set<std::string> expected;
     for (auto const& row : catalogue())
         expected.insert(pathOf(row).string());

@@ -5,18 +5,26 @@
 #include <new>
 
 #include <dlfcn.h>
+#include <malloc.h>
 
 namespace {
 
 thread_local Tolv::Testing::Counted::Totals totals;
+/// Allocations that still succeed before one fails, and those behind it again; negative: all do.
+thread_local std::ptrdiff_t untilFailure = -1;
+
+bool allowed() noexcept { return untilFailure < 0 || untilFailure-- != 0; }
 
 void* allocate(std::size_t size) noexcept {
     ++totals.allocations;
     totals.bytes += size;
     totals.largest = std::max(totals.largest, size);
-    void* const block = std::malloc(size != 0 ? size : 1);
-    if (block != nullptr)
+    void* const block = allowed() ? std::malloc(size != 0 ? size : 1) : nullptr;
+    if (block != nullptr) {
         ++totals.blocks;
+        totals.bytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+        totals.peak = std::max(totals.peak, totals.bytes);
+    }
     return block;
 }
 
@@ -27,8 +35,10 @@ void* allocateOrThrow(std::size_t size) {
 }
 
 void release(void* block) noexcept {
-    if (block != nullptr)
+    if (block != nullptr) {
         --totals.blocks;
+        totals.bytes -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+    }
     std::free(block);
 }
 
@@ -61,6 +71,7 @@ namespace Tolv::Testing {
 
 Counted::Counted() noexcept {
     totals.largest = 0;
+    totals.peak = totals.bytes;
     start_ = totals;
 }
 
@@ -75,5 +86,17 @@ std::size_t Counted::bytes() const noexcept { return totals.bytes - start_.bytes
 std::ptrdiff_t Counted::blocks() const noexcept { return totals.blocks - start_.blocks; }
 
 std::size_t Counted::largestAllocation() const noexcept { return totals.largest; }
+
+std::ptrdiff_t Counted::bytes() const noexcept { return totals.bytes - start_.bytes; }
+
+std::ptrdiff_t Counted::peakBytes() const noexcept { return totals.peak - start_.bytes; }
+
+FailingAllocation::FailingAllocation(std::size_t number) noexcept {
+    untilFailure = static_cast<std::ptrdiff_t>(number);
+}
+
+FailingAllocation::~FailingAllocation() { untilFailure = -1; }
+
+bool FailingAllocation::happened() noexcept { return untilFailure < 0; }
 
 } // namespace Tolv::Testing

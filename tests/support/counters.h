@@ -14,6 +14,8 @@ public:
         std::ptrdiff_t blocks = 0;   ///< allocated and not freed
         std::size_t bytes = 0;       ///< in all these allocations
         std::size_t largest = 0;     ///< bytes of the largest allocation
+        std::ptrdiff_t bytes = 0;    ///< of the blocks, as the heap rounds them
+        std::ptrdiff_t peak = 0;     ///< the most of them at any time
     };
 
     Counted() noexcept;
@@ -27,8 +29,25 @@ public:
     /// Bytes of the largest allocation of the thread since the newest `Counted` was made.
     [[nodiscard]] std::size_t largestAllocation() const noexcept;
 
+    /// Bytes in blocks that are more than there were at the start.
+    [[nodiscard]] std::ptrdiff_t bytes() const noexcept;
+    /// The most of them at any time since the newest `Counted` was made.
+    [[nodiscard]] std::ptrdiff_t peakBytes() const noexcept;
+
 private:
     Totals start_;
+};
+
+/// As long as it lives, one allocation of this thread fails: that with this number, from 0.
+class FailingAllocation {
+public:
+    explicit FailingAllocation(std::size_t number) noexcept;
+    FailingAllocation(FailingAllocation const&) = delete;
+    FailingAllocation& operator=(FailingAllocation const&) = delete;
+    ~FailingAllocation();
+
+    /// Whether there were so many allocations.
+    [[nodiscard]] static bool happened() noexcept;
 };
 
 } // namespace Tolv::Testing

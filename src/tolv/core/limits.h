@@ -5,11 +5,30 @@
 namespace Tolv {
 
 /// Bounds on what is accepted from a peer. A text or tree beyond a bound is refused with
-/// `Exception::InvalidParameter`, a pattern with `std::regex_error`.
+/// `Exception::InvalidParameter`, a pattern with `std::regex_error`. `ReaderJson::Read` takes other
+/// bounds with a call; the others are the same for all.
 struct Limits {
     /// Levels of arrays and objects in one another. Stops a text such as a million "[" from
     /// exhausting the stack of whoever walks the tree.
     std::size_t depth = 256;
+
+    /// Bytes of a text. Stops one without end, and so bounds the memory of a tree: at most 30 bytes
+    /// for each byte of its text (measured on 64 bits: 28 for arrays of one array, 24 for numbers
+    /// of one digit while they are read, 8 afterwards).
+    std::size_t textBytes = std::size_t{256} << 20U;
+
+    /// Entries of one array, and keys of one object. Stops a text of "{},{}," from becoming a list
+    /// of records, each of which takes up to 922 bytes (measured on 64 bits).
+    std::size_t elements = std::size_t{1} << 24U;
+
+    /// Bytes of a key. Stops one of megabytes from being hashed and compared with each lookup.
+    std::size_t keyBytes = std::size_t{1} << 16U;
+
+    /// Messages in one another: an error within a message, parameters, attributes of an array. A
+    /// text of the greatest depth holds 85. Stops a tree that was built by hand, or read with a
+    /// greater depth, and a message that holds itself, from exhausting the stack: 1.4 KB of it for
+    /// each message (measured; g++ 12, not optimized). No reader takes another bound for it.
+    std::size_t messageNesting = 128;
 
     // The four below bound "ValidCharacters", a regular expression that comes from a peer as does
     // the text that it is matched with. The standard library's compiler and matcher recurse:

@@ -6,6 +6,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/read_hooks.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/core/msgs/nested_message.h>
 
 namespace Tolv::MetaData {
 
@@ -34,10 +35,12 @@ public:
     [[nodiscard]] std::shared_ptr<T> const& pointer() const noexcept { return message_; }
 
     /// Writes the message as a whole under the field's key into `parent`; nothing when there is
-    /// none.
+    /// none. @throws Exception::InvalidOperation beyond `Limits::messageNesting`.
     void copyToMetaData(Element& parent) const override {
-        if (initialized() && message_ != nullptr)
-            SetAs<PartiallySerializableInterface>(*message_, parent[key()]);
+        if (!initialized() || message_ == nullptr)
+            return;
+        Msgs::Detail::NestedMessage const nested;
+        SetAs<PartiallySerializableInterface>(*message_, parent[key()]);
     }
 
     /// As `assign(Element const&)` of the actual class.
@@ -46,8 +49,9 @@ public:
     /// Reads the message from the object `parent`. A missing key and an element that is no message
     /// reset the field, in silence.
     /// @throws Exception::InvalidOperation when the message's id is not registered or its class
-    /// doesn't derive from `T`; the field is then as it was.
+    /// doesn't derive from `T`, or beyond `Limits::messageNesting`; the field is then as it was.
     virtual void assign(Element const& parent) {
+        Msgs::Detail::NestedMessage const nested;
         std::shared_ptr<T> read;
         try {
             auto const* const child = parent.find(key());

@@ -59,9 +59,9 @@ public:
     /// Gives the value the type's default, whatever it was constructed with, and makes the field
     /// uninitialized.
     void reset() {
+        uninit();          // first: nobody reads what is left when memory runs out
         if (!isPristine()) // and never again, since somebody may still hold what `edit` gave
             value_ = DefaultOf<T>::make();
-        uninit();
     }
 
     /// Extension: the value, to be changed in place, and marks the field initialized. The checks of

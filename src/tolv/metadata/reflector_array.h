@@ -164,7 +164,7 @@ private:
         try {
             std::vector<T> read;
             if (!readEntries(array, read)) {
-                Diagnostics::arrayCorrupt(name());
+                Diagnostics::arrayCorrupt(key().text());
             } else if (listsMoveIn_ || typeid(*this) == typeid(ReflectorArray)) {
                 value_ = std::move(read);
                 init();
@@ -172,7 +172,7 @@ private:
                 assign(read);
             }
         } catch (...) {
-            Diagnostics::arrayCorrupt(name());
+            Diagnostics::arrayCorrupt(key().text());
         }
     }
 

@@ -8,6 +8,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/core/msgs/nested_message.h>
 
 /// @file
 /// Lists of whole messages of any class, as payloads that convert themselves by hand write and read
@@ -15,7 +16,7 @@
 namespace Tolv::Msgs::MessageList {
 
 /// Makes `array` one entry a message.
-/// @throws Exception::InvalidOperation when a pointer is null.
+/// @throws Exception::InvalidOperation when a pointer is null, and beyond `Limits::messageNesting`.
 template <class M>
 void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& array) {
     array.clear();
@@ -24,13 +25,14 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
         if (messages[i] == nullptr)
             throw Exception::InvalidOperation("entry " + std::to_string(i) +
                                               " of the list holds no message");
+        Detail::NestedMessage const nested;
         messages[i]->copyToMetaData(array[i]);
     }
 }
 
 /// The messages of `array`, each made by the factory.
 /// @throws Exception::InvalidOperation, naming the entry, when one is no message, its id isn't
-/// registered or its class doesn't derive from `M`.
+/// registered or its class doesn't derive from `M`; and beyond `Limits::messageNesting`.
 template <class M>
 std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
     std::vector<std::shared_ptr<M>> messages;
@@ -40,6 +42,7 @@ std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
                                           " of the list: " + why);
     };
     for (auto const& entry : array) {
+        Detail::NestedMessage const nested;
         std::shared_ptr<M> message;
         try {
             message = std::dynamic_pointer_cast<M>(Message::CreateFromMetaData(entry));

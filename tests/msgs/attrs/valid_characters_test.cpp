@@ -1,17 +1,18 @@
 #include <regex>
 #include <string>
 
-#include <pthread.h>
-
 #include <gtest/gtest.h>
 
 #include <tolv/core/limits.h>
 #include <tolv/msgs/attrs/values.h>
 
 #include "msgs/attrs/judged.h"
+#include "support/small_stack.h"
 
 namespace Tolv::Msgs::Attrs {
 namespace {
+
+using Testing::onSmallStack;
 
 enum class Outcome { matches, differs, refused };
 
@@ -32,39 +33,6 @@ std::string times(std::size_t count, std::string const& part) {
     for (std::size_t i = 0; i < count; ++i)
         text += part;
     return text;
-}
-
-constexpr bool sanitized =
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-    true;
-#else
-    false;
-#endif
-#else
-    false;
-#endif
-
-/// Runs `call` on a thread with as little stack as the bounds promise to be enough: 256 KB, and the
-/// usual 8 MB where a sanitizer makes frames large.
-template <class Call>
-void onSmallStack(Call call) {
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, sanitized ? 8U << 20U : 256U << 10U);
-    pthread_t thread;
-    ASSERT_EQ(pthread_create(
-                  &thread, &attributes,
-                  [](void* argument) -> void* {
-                      (*static_cast<Call*>(argument))();
-                      return nullptr;
-                  },
-                  &call),
-              0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
 }
 
 TEST(ValidCharacters, WhatIsNoExpressionIsRefused) {
@@ -126,7 +94,7 @@ TEST(ValidCharacters, HostilePatterns) {
         {"(a|a)*(a|aa)*c", times(2000, "a"), Outcome::differs, "exponential when backtracking"},
     };
     for (auto const& row : rows)
-        onSmallStack([&row] {
+        onSmallStack(256, [&row] {
             EXPECT_EQ(outcomeOf(row.pattern, row.value), row.outcome)
                 << row.why << ": " << row.pattern.substr(0, 60);
         });
@@ -138,7 +106,7 @@ TEST(ValidCharacters, HostileValues) {
 #else
     auto const many = std::string(2'000'000, 'a');
 #endif
-    onSmallStack([&many] {
+    onSmallStack(256, [&many] {
         EXPECT_EQ(outcomeOf("[0-9]*", many), Outcome::differs);
         EXPECT_EQ(outcomeOf("[a-z]*", many), Outcome::matches);
         // Too much work: as many steps as states times bytes.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include <tolv/core/export.h>
 
@@ -11,10 +11,10 @@
 namespace Tolv::MetaData::Diagnostics {
 
 /// An entry of a plain array could not be read, or memory ran out.
-TOLV_CORE_API void arrayCorrupt(std::string const& key);
+TOLV_CORE_API void arrayCorrupt(std::string_view key) noexcept;
 /// The element is no array, and the field's type has no encoded form.
-TOLV_CORE_API void arrayExpected();
+TOLV_CORE_API void arrayExpected() noexcept;
 /// The encoded form of another type.
-TOLV_CORE_API void wrongEncodedType();
+TOLV_CORE_API void wrongEncodedType() noexcept;
 
 } // namespace Tolv::MetaData::Diagnostics

@@ -133,9 +133,14 @@ public:
            std::shared_ptr<std::string const> const* owner)
         // Pointers are computed with even where there is no byte.
         : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits),
-          owner_(owner) {}
+          owner_(owner),
+          // The tree counts with 32 bits.
+          mostElements_(std::min<std::size_t>(limits.elements, 4'294'967'294)) {}
 
     void parse(Element& result) {
+        if (static_cast<std::size_t>(end_ - begin_) > limits_.textBytes)
+            refuse("text of more than " + std::to_string(limits_.textBytes) + " bytes",
+                   begin_ + limits_.textBytes);
         skipSpace();
         if (at_ == end_)
             refuse("there is no value", at_);
@@ -229,6 +234,8 @@ private:
         skipSpace();
         auto const byte = peek();
         if (byte == ',') {
+            if ((stack_.size() - mark_ - 1) >> (inObject_ ? 1U : 0U) >= mostElements_)
+                refuse("more than " + std::to_string(mostElements_) + " elements", at_);
             ++at_;
             skipSpace();
             if (inObject_)
@@ -265,8 +272,11 @@ private:
     void readKey() {
         if (peek() != '"')
             refuseByte();
-        ++at_;
-        readString(stack_.push());
+        auto const* const start = at_++;
+        auto& key = stack_.push();
+        readString(key);
+        if (key.text().size() > limits_.keyBytes)
+            refuse("key of more than " + std::to_string(limits_.keyBytes) + " bytes", start);
         skipSpace();
         if (peek() != ':')
             refuseByte();
@@ -546,6 +556,7 @@ private:
     char const* at_ = begin_;
     Limits const& limits_;
     std::shared_ptr<std::string const> const* owner_;
+    std::size_t mostElements_;
     ValueStack stack_;
     std::size_t mark_ = 0; ///< of the innermost open container
     std::size_t depth_ = 0;
@@ -553,8 +564,8 @@ private:
     std::string text_; ///< of a string with escapes
 };
 
-/// All that is left in `stream`.
-std::string readAll(std::istream& stream) {
+/// All that is left in `stream`, or, of one that may have no end, more than `most` bytes.
+std::string readAll(std::istream& stream, std::size_t most) {
     std::istream::sentry const ready(stream, true);
     if (!ready)
         throw Exception::InvalidParameter("JSON text refused: the stream cannot be read");
@@ -564,6 +575,8 @@ std::string readAll(std::istream& stream) {
     auto* const buffer = stream.rdbuf();
     for (;;) {
         if (used == text.size()) {
+            if (used > most)
+                break;
             // What the buffer holds is known to be there; beyond it, growing by half keeps this
             // linear.
             auto const held = std::max<std::streamsize>(buffer->in_avail(), 0);
@@ -577,11 +590,12 @@ std::string readAll(std::istream& stream) {
             throw Exception::InvalidParameter(
                 std::string("JSON text refused: the stream failed: ") + e.what());
         }
-        if (count <= 0)
+        if (count <= 0) {
+            stream.setstate(std::ios_base::eofbit);
             break;
+        }
         used += static_cast<std::size_t>(count);
     }
-    stream.setstate(std::ios_base::eofbit);
     text.resize(used);
     return text;
 }
@@ -601,7 +615,7 @@ void ReaderJson::Read(Element& element, std::shared_ptr<std::string const> const
 }
 
 void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limits) {
-    Read(element, readAll(stream), limits);
+    Read(element, readAll(stream, limits.textBytes), limits);
 }
 
 } // namespace Tolv::MetaData

@@ -1,0 +1,185 @@
+#include <algorithm>
+#include <iostream>
+#include <new>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "../fuzz/message_checks.h"
+#include "../fuzz/tree_mutations.h"
+#include "support/counters.h"
+#include "support/examples.h"
+#include "support/message_classes.h"
+#include "support/messages.h"
+
+namespace Tolv::Msgs {
+namespace {
+
+using MetaData::Element;
+using namespace Testing;
+
+/// As long as it lives, nothing is printed, and nothing allocated for it.
+class Silence {
+public:
+    Silence() : before_(std::cout.rdbuf(nullptr)) {}
+    Silence(Silence const&) = delete;
+    Silence& operator=(Silence const&) = delete;
+    ~Silence() { std::cout.rdbuf(before_); }
+
+private:
+    std::streambuf* before_;
+};
+
+// Each value of each golden file in turn is taken away, and replaced by a fifth of the strange
+// ones, another fifth than its neighbour: the message is then read, written and read again as the
+// same (see checkMessage, which aborts).
+TEST(HostileMessages, EveryFieldInTurn) {
+    Silence const silence;
+    std::size_t checked = 0;
+    for (auto const& example : examples()) {
+        auto root = example;
+        auto const count = Fuzzing::placesIn(root).size();
+        for (std::size_t i = 0; i < count; ++i) {
+            auto lacking = example;
+            Fuzzing::placesIn(lacking)[i].remove();
+            Fuzzing::checkMessage(lacking);
+            auto const places = Fuzzing::placesIn(root);
+            auto& value = places[i].value();
+            auto const before = value;
+            auto const& strange = Fuzzing::strangeValues();
+            for (auto at = i % 5; at < strange.size(); at += 5, ++checked) {
+                value = strange[at];
+                Fuzzing::checkMessage(root);
+            }
+            value = before;
+        }
+    }
+    EXPECT_GT(checked, 20'000U);
+}
+
+// The memory of a message for each byte of its text, with lists of what takes most.
+TEST(HostileMessages, MemoryOfAList) {
+    Silence const silence;
+    double most = 0;
+    std::string where;
+    for (auto const& example : examples()) {
+        auto root = example;
+        auto const count = Fuzzing::placesIn(root).size();
+        for (std::size_t i = 0; i < count; ++i) {
+            auto const places = Fuzzing::placesIn(root);
+            auto& value = places[i].value();
+            if (!value.isArray())
+                continue;
+            auto const before = value;
+            for (auto const* const entry : {"{}", "[]", "0", R"("")", "false"}) {
+                value = Element(MetaData::Array());
+                MetaData::Array& list = value;
+                for (int entries = 0; entries < 500; ++entries)
+                    list.push_back(parsed(entry));
+                auto const text = textOf(root);
+                Counted const counted;
+                auto const message = Message::CreateFromMetaData(root);
+                auto const perByte =
+                    static_cast<double>(counted.peakBytes()) / static_cast<double>(text.size());
+                if (perByte > most) {
+                    most = perByte;
+                    where = textOf(example).substr(0, 40) + " with " + entry;
+                }
+            }
+            value = before;
+        }
+    }
+    std::cerr << "most bytes of memory for a byte of text: " << most << ": " << where << '\n';
+    EXPECT_LT(most, 500) << where;
+}
+
+// ---- Allocations that fail ---------------------------------------------------------------------
+
+/// Runs `action` again and again, each time with another allocation that fails, until all were
+/// made; how many failed. Nothing may be left behind.
+template <class Action>
+std::size_t withEachFailure(Action const& action) {
+    for (std::size_t number = 0;; ++number) {
+        auto happened = false;
+        Counted const counted;
+        {
+            FailingAllocation const failing(number);
+            try {
+                action();
+            } catch (std::bad_alloc const&) {
+            } catch (Exception::Base const&) { // what it became, nested in something else
+            }
+            happened = FailingAllocation::happened();
+        }
+        EXPECT_EQ(counted.blocks(), 0) << "allocation " << number;
+        if (!happened || ::testing::Test::HasFailure())
+            return number;
+    }
+}
+
+/// The same for an action on a message, which must stay usable.
+template <class M, class Action>
+void withEachFailureOf(M const& original, std::string const& text, Action const& action) {
+    for (std::size_t number = 0;; ++number) {
+        Counted const counted;
+        auto happened = false;
+        {
+            M message;
+            {
+                FailingAllocation const failing(number);
+                try {
+                    action(message);
+                } catch (std::bad_alloc const&) {
+                } catch (Exception::Base const&) {
+                }
+                happened = FailingAllocation::happened();
+            }
+            (void)written(message);
+            message = original;
+            EXPECT_EQ(written(message), text) << "allocation " << number;
+        }
+        EXPECT_EQ(counted.blocks(), 0) << "allocation " << number;
+        if (!happened || ::testing::Test::HasFailure())
+            return;
+    }
+}
+
+TEST(AllocationFailures, OfEveryClass) {
+    Silence const silence;
+    std::size_t failures = 0;
+    std::size_t classes = 0;
+    forEachMessageClass([&]<class M>(std::type_identity<M>) {
+        if (HasFatalFailure() || HasFailure())
+            return;
+        auto const& row = *findMessage(M::MsgID());
+        SCOPED_TRACE(row.fullAlias());
+        auto const& trees = examples();
+        auto const example = std::find_if(trees.begin(), trees.end(), [&](Element const& tree) {
+            return tree["MessageID"].unsignedNumber() == row.id;
+        });
+        ASSERT_NE(example, trees.end());
+        auto const text = textOf(*example);
+        auto const original = received<M>(text);
+        ASSERT_NE(original, nullptr);
+        (void)written(M(*original)); // what is made once in a process is there from now on
+
+        ++classes;
+        failures += withEachFailure([&] { (void)row.make(); });
+        failures += withEachFailure([&] { M const copy(*original); });
+        failures += withEachFailure([&] { (void)written(*original); });
+        failures += withEachFailure([&] {
+            auto const message = received(text);
+            if (message != nullptr)
+                (void)written(*message);
+        });
+        auto const tree = parsed(text);
+        withEachFailureOf<M>(*original, text, [&](M& message) { message = *original; });
+        withEachFailureOf<M>(*original, text, [&](M& message) { message.copyFromMetaData(tree); });
+        EXPECT_EQ(written(*original), text);
+    });
+    EXPECT_EQ(classes, catalogue().size());
+    EXPECT_GT(failures, 5'000U);
+}
+
+} // namespace
+} // namespace Tolv::Msgs

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <latch>
+#include <thread>
+#include <vector>
+
+namespace Tolv::Testing {
+
+/// Runs `work(number)` in so many threads, from the same moment on, until all are done.
+template <class Work>
+void inThreads(unsigned int threads, Work const& work) {
+    std::latch start(static_cast<std::ptrdiff_t>(threads));
+    std::vector<std::jthread> running;
+    for (unsigned int i = 0; i < threads; ++i)
+        running.emplace_back([&, i] {
+            start.arrive_and_wait();
+            work(i);
+        });
+}
+
+} // namespace Tolv::Testing
