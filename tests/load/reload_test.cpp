@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <fstream>
+#include <ios>
 #include <iterator>
 #include <string>
 
@@ -16,7 +17,7 @@ constexpr auto file = TOLV_MESSAGES_FILE;
 /// What a process holds: a load that leaves something behind shows in one of the two.
 struct Holdings {
     std::size_t bytes = mallinfo2().uordblks; ///< of the heap
-    std::ptrdiff_t mappings = [] {
+    std::streamoff mappings = [] {
         std::ifstream maps("/proc/self/maps");
         return std::count(std::istreambuf_iterator<char>(maps), {}, '\n');
     }();
