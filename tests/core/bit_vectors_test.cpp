@@ -165,7 +165,7 @@ TYPED_TEST(BitVectors, refuseEverySpareBit) {
 TYPED_TEST(BitVectors, refuseCountsThatDoNotGoWithTheText) {
     constexpr unsigned long long perByte = Traits<TypeParam>::perByte;
     constexpr auto most = std::numeric_limits<unsigned long long>::max();
-    for (unsigned long long bytes = 0; bytes <= 7; ++bytes) {
+    for (unsigned int bytes = 0; bytes <= 7; ++bytes) {
         std::string const text = base64Of(std::vector<unsigned char>(bytes));
         unsigned long long const largest = bytes * perByte;
         unsigned long long const smallest = bytes == 0 ? 0 : largest - perByte + 1;

@@ -658,7 +658,7 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
 
 TEST(ReaderJson, LongTextsWithEscapes) {
     // The parser hands such texts over in pieces of its buffer: no character may be lost or cut.
-    std::mt19937_64 random(4);
+    std::mt19937 random(4);
     for (int i = 0; i < 300; ++i) {
         std::string escaped;
         std::string plain;
@@ -952,7 +952,7 @@ TEST(ReaderJson, AgreesWithAnotherReaderOnRandomTexts) {
     };
     std::string const alphabet =
         "{}[]:,\"\\/ \t\n\r0123456789+-.eEtrufalsnbx\x01\x1F\x7F\x80\xC3\xA4\xED\xA0\xFF"s + '\0';
-    std::mt19937_64 random(5);
+    std::mt19937 random(5);
     for (int i = 0; i < 60'000; ++i) {
         auto text = seeds[random() % seeds.size()];
         for (auto changes = random() % 3 + 1; changes > 0; --changes) {

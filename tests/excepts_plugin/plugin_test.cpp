@@ -11,6 +11,7 @@
 
 #include "excepts_plugin/overload.h"
 #include "support/messages.h"
+#include "support/second_copy.h"
 
 namespace Overload {
 namespace {
@@ -120,6 +121,18 @@ TEST_P(ExceptsPlugin, LeavesTreesAndMessagesOfTheLibraryBehind) {
     expectNoPlugin(GetParam());
     EXPECT_EQ(textOf(tree), R"({"MessageID":1688849860264536,"Sender":["slot1"],"Data":{)"
                             R"("what":"overload: 12.000000 V","VoltageAtTheInput":12.0}})");
+    EXPECT_EQ(thrownBy<Exception::InvalidHandle>([&] { ConverterFactory::throwException(known); }),
+              "h");
+}
+
+// The program's copy of the library is the first; the second shares its symbols.
+TEST(ExceptsSecondCopy, LeavesTheConvertersBehind) {
+    SecondCopy const copy(TOLV_MESSAGES_FILE);
+    auto const known = ConverterFactory::asMessage(Exception::InvalidHandle("h"));
+    { Plugin const second(copy.path()); }
+    EXPECT_EQ(dlopen(copy.path(), RTLD_NOW | RTLD_NOLOAD), nullptr);
+    EXPECT_EQ(written(*ConverterFactory::asMessage(Exception::InvalidHandle("h"))),
+              written(*known));
     EXPECT_EQ(thrownBy<Exception::InvalidHandle>([&] { ConverterFactory::throwException(known); }),
               "h");
 }

@@ -1,24 +1,15 @@
 #pragma once
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include <tolv/msgs/catalogue.h>
 
-#include "support/trees.h"
+#include "support/examples.h"
 
 namespace Tolv::Testing {
 
-/// One message of each class with all fields set: tests/golden/<family>/<alias>.json. The build
-/// file names the folder to the tests that include this.
-inline std::filesystem::path const golden = TOLV_GOLDEN;
-
-/// The path of a class's file below `golden`.
+/// The path of a class's file below `goldenFolder`.
 inline std::filesystem::path pathOf(Msgs::MessageDescription const& row) {
     std::filesystem::path path;
     auto const name = row.fullAlias();
@@ -31,9 +22,7 @@ inline std::filesystem::path pathOf(Msgs::MessageDescription const& row) {
 }
 
 inline MetaData::Element goldenOf(Msgs::MessageDescription const& row) {
-    std::ifstream file(golden / pathOf(row));
-    EXPECT_TRUE(file) << "there is no tests/golden/" << pathOf(row).string();
-    return parsed(std::string(std::istreambuf_iterator<char>(file), {}));
+    return parsedFile(goldenFolder / pathOf(row));
 }
 
 } // namespace Tolv::Testing

@@ -129,7 +129,7 @@ namespace MetaData {
 /// An enumeration that travels as a word. Beside it stands one function, which names its table:
 ///
 ///     enum class Slot { None = 0, Front = 1 };
-///     extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const SlotEnums;
+///     extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const& SlotEnums;
 ///     inline auto const& stringsOf(Slot) { return SlotEnums; }
 ///
 /// It can then be the type of a field, and `SetAs`, `GetAs` and `TryGetAs` take it.

@@ -107,7 +107,7 @@ std::string pathOf(Level const* level) {
     }
     // A NUL would end the message.
     std::replace_if(
-        path.begin(), path.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
+        path.begin(), path.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
     return path;
 }
 

@@ -1,14 +1,18 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstddef>
 #include <mutex>
+#include <new>
+#include <utility>
 
 #include <tolv/core/msgs/message.h>
 
 namespace Tolv::Msgs {
 
-/// The place of one id. Once made it stays for good and is used again when the id is registered
-/// anew, so that a lookup never meets memory that is being freed and needs no lock.
+/// The place of one id. Once made it stays as long as the library does and is used again when the
+/// id is registered anew, so that a lookup never meets memory that is being freed and needs no
+/// lock.
 struct Message::MsgFactory::Slot {
     unsigned long long id;
     Slot* next;                             ///< in the same bucket
@@ -18,12 +22,18 @@ struct Message::MsgFactory::Slot {
 
 namespace {
 
+/// Room for slots in the library itself: unloading it takes them along, and nothing is freed that a
+/// thread may still be looking at while the process ends. Far more than the classes in use; what
+/// comes on top lies on the heap, for good.
+constexpr std::size_t slotsInside = 1024;
+
 /// Constant-initialized and never destroyed: registration may come before, and deregistration
 /// after, any static object's turn.
 struct State {
     std::mutex mutex; ///< for changes and listings; lookups go without
     std::array<std::atomic<void*>, 1024> buckets{};
     std::atomic<std::size_t> size = 0;
+    std::size_t slots = 0; ///< made so far
 };
 
 union Immortal {
@@ -36,6 +46,14 @@ union Immortal {
 constinit Immortal immortal;
 
 State& state() noexcept { return immortal.state; }
+
+/// Memory for the next slot; the mutex is held.
+template <class Slot>
+void* roomForSlot() {
+    alignas(Slot) constinit static std::byte inside[slotsInside][sizeof(Slot)]{};
+    auto const index = state().slots++;
+    return index < slotsInside ? inside[index] : ::operator new(sizeof(Slot));
+}
 
 std::atomic<void*>& bucketOf(unsigned long long id) noexcept {
     // The family, the batch and the number of a message stand far apart in the id.
@@ -65,7 +83,9 @@ bool Message::MsgFactory::registerMessage(unsigned long long id, Creator creator
         return false;
     if (slot == nullptr) {
         auto& bucket = bucketOf(id);
-        slot = new Slot{id, static_cast<Slot*>(bucket.load()), nullptr, typeName};
+        auto name = typeName; // may fail, and a place must not be lost then
+        slot = new (roomForSlot<Slot>())
+            Slot{id, static_cast<Slot*>(bucket.load()), nullptr, std::move(name)};
         bucket.store(slot, std::memory_order_release);
     } else {
         slot->typeName = typeName;
@@ -79,7 +99,7 @@ void Message::MsgFactory::deregisterMessage(unsigned long long id) noexcept {
     std::lock_guard const lock(state().mutex);
     auto* const slot = slotOf(id);
     if (slot != nullptr && slot->creator.exchange(nullptr) != nullptr) {
-        slot->typeName = std::string(); // the memory, too
+        std::string().swap(slot->typeName); // the memory, too, which an assignment would keep
         --state().size;
     }
 }

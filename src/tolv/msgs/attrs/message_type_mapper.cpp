@@ -4,20 +4,28 @@
 
 namespace Tolv::Msgs {
 
+namespace {
+
 EnumStringsDefault<Identifier> const
-    messageTypeMapper(Attrs::AttrMessage::MsgID(), "Unknown",
-                      {
-                          {Attrs::LongMessage::MsgID(), "long"},
-                          {Attrs::DoubleMessage::MsgID(), "double"},
-                          {Attrs::BoolMessage::MsgID(), "boolean"},
-                          {Attrs::StringMessage::MsgID(), "string"},
-                          {Attrs::DoubleTraceMessage::MsgID(), "doublesequencetrace"},
-                          {Attrs::ComplexTraceMessage::MsgID(), "doublecomplexsequencetrace"},
-                          {Attrs::ComplexBoolTraceMessage::MsgID(), "booleancomplexsequencetrace"},
-                          {Attrs::BoolTraceMessage::MsgID(), "booleansequencetrace"},
-                          {Attrs::EnumMessage::MsgID(), "enumeration"},
-                          {Attrs::DoubleSequenceMessage::MsgID(), "doublesequence"},
-                          {Attrs::BoolSequenceMessage::MsgID(), "booleansequence"},
-                      });
+    mapper(Attrs::AttrMessage::MsgID(), "Unknown",
+           {
+               {Attrs::LongMessage::MsgID(), "long"},
+               {Attrs::DoubleMessage::MsgID(), "double"},
+               {Attrs::BoolMessage::MsgID(), "boolean"},
+               {Attrs::StringMessage::MsgID(), "string"},
+               {Attrs::DoubleTraceMessage::MsgID(), "doublesequencetrace"},
+               {Attrs::ComplexTraceMessage::MsgID(), "doublecomplexsequencetrace"},
+               {Attrs::ComplexBoolTraceMessage::MsgID(), "booleancomplexsequencetrace"},
+               {Attrs::BoolTraceMessage::MsgID(), "booleansequencetrace"},
+               {Attrs::EnumMessage::MsgID(), "enumeration"},
+               {Attrs::DoubleSequenceMessage::MsgID(), "doublesequence"},
+               {Attrs::BoolSequenceMessage::MsgID(), "booleansequence"},
+           });
+
+} // namespace
+
+// Where the library is loaded a second time, from another path, the two share what they export. An
+// exported object would be built and destroyed twice then; a reference needs neither.
+constinit EnumStringsDefault<Identifier> const& messageTypeMapper = mapper;
 
 } // namespace Tolv::Msgs

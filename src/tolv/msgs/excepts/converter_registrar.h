@@ -27,30 +27,37 @@ public:
 
     /// @param raise throws the exception that a message stands for
     /// @param make makes the message for an exception
-    ConverterRegistrar(Throw raise, Make make) {
-        ConverterFactory::registerMessageConverter(
-            Msg::MsgID(), [raise](std::shared_ptr<ExceptionMessage const> const& message) {
-                auto const own = std::dynamic_pointer_cast<Msg const>(message);
-                if (own == nullptr)
-                    throw Exception::InvalidOperation("bad cast");
-                raise(own);
-            });
-        ConverterFactory::registerExceptionConverter(
-            typeid(Exc).name(),
-            [make](std::exception const& error) -> std::shared_ptr<ExceptionMessage> {
-                if (auto const* const own = dynamic_cast<Exc const*>(&error))
-                    return make(*own);
-                // Two classes in unnamed namespaces may have the same name; this is the other.
-                return std::make_shared<UnknownExceptionMessage>(CommonExceptionData(error.what()));
-            });
-    }
+    ConverterRegistrar(Throw raise, Make make)
+        : raises_(ConverterFactory::registerMessageConverter(
+              Msg::MsgID(),
+              [raise](std::shared_ptr<ExceptionMessage const> const& message) {
+                  auto const own = std::dynamic_pointer_cast<Msg const>(message);
+                  if (own == nullptr)
+                      throw Exception::InvalidOperation("bad cast");
+                  raise(own);
+              })),
+          makes_(ConverterFactory::registerExceptionConverter(
+              typeid(Exc).name(),
+              [make](std::exception const& error) -> std::shared_ptr<ExceptionMessage> {
+                  if (auto const* const own = dynamic_cast<Exc const*>(&error))
+                      return make(*own);
+                  // Two classes in unnamed namespaces may have the same name; this is the other.
+                  return std::make_shared<UnknownExceptionMessage>(
+                      CommonExceptionData(error.what()));
+              })) {}
     ConverterRegistrar(ConverterRegistrar const&) = delete;
     ConverterRegistrar& operator=(ConverterRegistrar const&) = delete;
 
     ~ConverterRegistrar() {
-        ConverterFactory::unregisterMessageConverter(Msg::MsgID());
-        ConverterFactory::unregisterExceptionConverter(typeid(Exc).name());
+        if (raises_)
+            ConverterFactory::unregisterMessageConverter(Msg::MsgID());
+        if (makes_)
+            ConverterFactory::unregisterExceptionConverter(typeid(Exc).name());
     }
+
+private:
+    bool raises_; ///< the converter of the message is ours; false: another was there before
+    bool makes_;  ///< likewise that of the exception
 };
 
 } // namespace Tolv::Msgs::Excepts

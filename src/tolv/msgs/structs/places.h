@@ -62,14 +62,14 @@ enum class SensorType : int {
 /// Whether all PCIe devices of a chassis belong to one root.
 enum class PcieDomainConfigMode : int { singleDomain = 0, multiDomain = 1 };
 
-extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const SlotEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<Lun> const LunEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<Ports> const PortsEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<RootComplex> const RootComplexEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<PowerAction> const PowerActionEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<DeviceType> const DeviceTypeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<SensorType> const SensorTypeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<PcieDomainConfigMode> const PcieDomainConfigModeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const& SlotEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<Lun> const& LunEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<Ports> const& PortsEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<RootComplex> const& RootComplexEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PowerAction> const& PowerActionEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<DeviceType> const& DeviceTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<SensorType> const& SensorTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PcieDomainConfigMode> const& PcieDomainConfigModeEnums;
 
 // These five are the types of fields, and travel as words.
 inline auto const& stringsOf(Slot /*kind*/) noexcept { return SlotEnums; }

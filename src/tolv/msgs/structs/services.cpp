@@ -5,18 +5,20 @@
 
 namespace Tolv::Msgs::Structs {
 
-EnumStringsThrow<NetworkMode> const NetworkModeStrings{
+namespace {
+
+EnumStringsThrow<NetworkMode> const networkModeTable{
     {NetworkMode::staticAddress, "static"},
     {NetworkMode::dhcp, "dhcp"},
 };
 
-EnumStringsThrow<UpdateMode> const UpdateModeEnums{
+EnumStringsThrow<UpdateMode> const updateModeTable{
     {UpdateMode::ipAddress, "ipAddress"},
     {UpdateMode::usb, "usb"},
     {UpdateMode::filePath, "filePath"},
 };
 
-EnumStringsThrow<FileMode> const FileModeEnums{
+EnumStringsThrow<FileMode> const fileModeTable{
     {FileMode::input, "input"},
     {FileMode::output, "output"},
     {FileMode::append, "append"},
@@ -25,22 +27,32 @@ EnumStringsThrow<FileMode> const FileModeEnums{
     {FileMode::appendBinary, "appendBinary"},
 };
 
-EnumStringsThrow<SeekType> const SeekTypeEnums{
+EnumStringsThrow<SeekType> const seekTypeTable{
     {SeekType::input, "input"},
     {SeekType::output, "output"},
 };
 
-EnumStringsThrow<FileType> const FileTypeEnums{
+EnumStringsThrow<FileType> const fileTypeTable{
     {FileType::notFound, "notFound"},
     {FileType::regular, "regular"},
     {FileType::directory, "directory"},
     {FileType::unknown, "unknown"},
 };
 
-EnumStringsThrow<PtpUdpVersion> const PtpUdpVersionEnums{
+EnumStringsThrow<PtpUdpVersion> const ptpUdpVersionTable{
     {PtpUdpVersion::udp4, "udp4"},
     {PtpUdpVersion::udp6, "udp6"},
 };
+
+} // namespace
+
+// References, for the reason that `messageTypeMapper` is one.
+constinit EnumStringsThrow<NetworkMode> const& NetworkModeStrings = networkModeTable;
+constinit EnumStringsThrow<UpdateMode> const& UpdateModeEnums = updateModeTable;
+constinit EnumStringsThrow<FileMode> const& FileModeEnums = fileModeTable;
+constinit EnumStringsThrow<SeekType> const& SeekTypeEnums = seekTypeTable;
+constinit EnumStringsThrow<FileType> const& FileTypeEnums = fileTypeTable;
+constinit EnumStringsThrow<PtpUdpVersion> const& PtpUdpVersionEnums = ptpUdpVersionTable;
 
 VersionData::VersionData(std::string const& name, std::string const& version) {
     this->name = name;

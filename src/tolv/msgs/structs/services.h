@@ -35,12 +35,12 @@ enum class FileType : int { notFound = 0, regular = 1, directory = 2, unknown = 
 /// Which version of IP carries the time protocol.
 enum class PtpUdpVersion : int { udp4 = 0, udp6 = 1 };
 
-extern TOLV_MESSAGES_API EnumStringsThrow<NetworkMode> const NetworkModeStrings;
-extern TOLV_MESSAGES_API EnumStringsThrow<UpdateMode> const UpdateModeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<FileMode> const FileModeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<SeekType> const SeekTypeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<FileType> const FileTypeEnums;
-extern TOLV_MESSAGES_API EnumStringsThrow<PtpUdpVersion> const PtpUdpVersionEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<NetworkMode> const& NetworkModeStrings;
+extern TOLV_MESSAGES_API EnumStringsThrow<UpdateMode> const& UpdateModeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<FileMode> const& FileModeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<SeekType> const& SeekTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<FileType> const& FileTypeEnums;
+extern TOLV_MESSAGES_API EnumStringsThrow<PtpUdpVersion> const& PtpUdpVersionEnums;
 
 inline std::string_view wordOf(NetworkMode value) noexcept {
     return wordIn(NetworkModeStrings, value);
