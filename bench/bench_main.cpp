@@ -23,7 +23,7 @@ void run(benchmark::State& state, Road const& road) {
     Tolv::Testing::Counted const counted;
     prepared.step();
     auto const allocations = counted.allocations();
-    auto const bytes = counted.bytes();
+    auto const bytes = counted.allocatedBytes();
     auto const exceptions = counted.exceptions();
     auto const held = prepared.held ? prepared.held() : 0;
 

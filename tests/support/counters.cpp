@@ -17,7 +17,7 @@ bool allowed() noexcept { return untilFailure < 0 || untilFailure-- != 0; }
 
 void* allocate(std::size_t size) noexcept {
     ++totals.allocations;
-    totals.bytes += size;
+    totals.allocated += size;
     totals.largest = std::max(totals.largest, size);
     void* const block = allowed() ? std::malloc(size != 0 ? size : 1) : nullptr;
     if (block != nullptr) {
@@ -81,7 +81,7 @@ std::size_t Counted::allocations() const noexcept {
     return totals.allocations - start_.allocations;
 }
 
-std::size_t Counted::bytes() const noexcept { return totals.bytes - start_.bytes; }
+std::size_t Counted::allocatedBytes() const noexcept { return totals.allocated - start_.allocated; }
 
 std::ptrdiff_t Counted::blocks() const noexcept { return totals.blocks - start_.blocks; }
 

@@ -12,7 +12,7 @@ public:
         std::size_t exceptions = 0;  ///< thrown
         std::size_t allocations = 0; ///< by `operator new`
         std::ptrdiff_t blocks = 0;   ///< allocated and not freed
-        std::size_t bytes = 0;       ///< in all these allocations
+        std::size_t allocated = 0;   ///< bytes in all these allocations
         std::size_t largest = 0;     ///< bytes of the largest allocation
         std::ptrdiff_t bytes = 0;    ///< of the blocks, as the heap rounds them
         std::ptrdiff_t peak = 0;     ///< the most of them at any time
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] std::size_t exceptions() const noexcept;
     [[nodiscard]] std::size_t allocations() const noexcept;
     /// Bytes in all these allocations, freed since or not.
-    [[nodiscard]] std::size_t bytes() const noexcept;
+    [[nodiscard]] std::size_t allocatedBytes() const noexcept;
     /// Blocks that are more than there were at the start; zero when nothing leaks.
     [[nodiscard]] std::ptrdiff_t blocks() const noexcept;
     /// Bytes of the largest allocation of the thread since the newest `Counted` was made.
