@@ -1,6 +1,7 @@
 # Compiler settings of everything in this project. They are directory-scoped on purpose: nothing
 # of this leaks into a project that adds this one as a subdirectory.
 include(CheckCXXCompilerFlag)
+include(CheckIPOSupported)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -47,6 +48,7 @@ endif()
 # A symbol of "unique" binding pins its library in memory until the process ends, so that dlclose()
 # would not unload it.
 check_cxx_compiler_flag(-fno-gnu-unique TOLV_HAVE_NO_GNU_UNIQUE)
+check_ipo_supported(RESULT TOLV_HAVE_IPO OUTPUT tolv_ipo_output LANGUAGES CXX)
 check_cxx_compiler_flag(-fno-semantic-interposition TOLV_HAVE_NO_SEMANTIC_INTERPOSITION)
 
 find_program(TOLV_CCACHE ccache)

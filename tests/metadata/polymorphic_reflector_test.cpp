@@ -239,20 +239,6 @@ TEST(PolymorphicReflector, CausesInOneAnother) {
     expectAll(record, 127);
     EXPECT_EQ(written(record).size(), text.size());
 
-    // A tree made by hand may be deeper than what a text may be.
-    auto const deep = nested(300);
-    MayContainError other;
-    other.copyFromMetaData(deep);
-    expectAll(other, 300);
-    Element out;
-    other.copyToMetaData(out);
-    EXPECT_TRUE(out == deep);
-    std::string refused;
-    EXPECT_NE(thrownBy<Exception::InvalidParameter>([&] {
-                  MetaData::WriterJson::Write(out, refused);
-              }).find("deeper than 256"),
-              std::string::npos);
-
     std::string tooDeep;
     for (int i = 0; i < 300; ++i)
         tooDeep += R"({"Error":)";
