@@ -60,7 +60,7 @@ auto const* attributesOf(Attrs::ArrayDataPolymorphic<Attrs::AttrMessage> const& 
 
 template <class M, class ListOf>
 void expectBounded(char const* key, ListOf const& listOf) {
-    onSmallStack(512, [&] {
+    onSmallStack(1024, [&] {
         for (auto const& [messages, expected] :
              {std::pair{most - 1, Depth{most - 1, true}}, std::pair{most, Depth{most, true}},
               std::pair{most + 1, Depth{most, false}},
@@ -90,13 +90,13 @@ TEST(Nesting, EveryTextThatIsReadIsWithin) {
 
 template <class M, class List>
 void expectRefusesItself(List const& listOf) {
-    onSmallStack(512, [&] {
+    onSmallStack(1024, [&] {
         auto const message = std::make_shared<M>();
         auto& list = listOf(message->editPayload());
         list.push_back(message);
         for (int again = 0; again < 2; ++again) // the first failure leaves no trace
             EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { (void)written(*message); }),
-                      "more than 128 messages in one another");
+                      "more than 512 messages in one another");
         list.clear();
         EXPECT_NE(written(*message), "");
     });

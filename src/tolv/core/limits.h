@@ -22,13 +22,13 @@ struct Limits {
     std::size_t elements = std::size_t{1} << 24U;
 
     /// Bytes of a key. Stops one of megabytes from being hashed and compared with each lookup.
-    std::size_t keyBytes = std::size_t{1} << 16U;
+    std::size_t keyBytes = std::size_t{1} << 20U;
 
     /// Messages in one another: an error within a message, parameters, attributes of an array. A
-    /// text of the greatest depth holds 85. Stops a tree that was built by hand, or read with a
+    /// text of the greatest depth holds 127. Stops a tree that was built by hand, or read with a
     /// greater depth, and a message that holds itself, from exhausting the stack: 1.4 KB of it for
     /// each message (measured; g++ 12, not optimized). No reader takes another bound for it.
-    std::size_t messageNesting = 128;
+    std::size_t messageNesting = 512;
 
     // The four below bound "ValidCharacters", a regular expression that comes from a peer as does
     // the text that it is matched with. The standard library's compiler and matcher recurse:
