@@ -20,10 +20,10 @@ enum class ProblemKind {
 
 /// One thing in an input that is not, or not as it stands there, in what was read from it.
 struct Problem {
-    ProblemKind kind = ProblemKind::wrongValue;
-    std::string path;                       ///< "Data.ComponentList[3].Type"
-    std::string problem;                    ///< "expected a boolean", "required, but absent"
-    std::optional<MetaData::Element> value; ///< what stands there; empty when nothing does
+    ProblemKind kind = ProblemKind::wrongValue; ///< for programs; `problem` says it for people
+    std::string path;                           ///< "Data.ComponentList[3].Type"
+    std::string problem;                        ///< "expected a boolean", "required, but absent"
+    std::optional<MetaData::Element> value;     ///< what stands there; empty when nothing does
 
     /// The value as JSON, cut to about 60 bytes; empty when there is none.
     [[nodiscard]] TOLV_MESSAGES_API std::string found() const;
