@@ -9,6 +9,7 @@
 
 namespace Tolv::Msgs::Introspection {
 
+/// What kind of thing went wrong.
 enum class ProblemKind {
     absent,         ///< a required key is not there
     wrongValue,     ///< of the wrong kind, or a number that doesn't fit
@@ -40,6 +41,8 @@ TOLV_MESSAGES_API std::vector<Problem> explain(std::vector<MetaData::ReadEvent> 
 TOLV_MESSAGES_API std::vector<Problem>
 unknownLiterals(std::vector<MetaData::ReadEvent> const& events);
 
+/// What went wrong in the reads that `report` has recorded.
+/// @throws std::bad_alloc
 inline std::vector<Problem> explain(MetaData::ReadReport const& report) {
     return explain(report.events());
 }

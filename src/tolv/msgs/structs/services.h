@@ -97,9 +97,9 @@ public:
 /// the text is no number that fits, and Exception::InvalidOperation when the field did not read.
 class TOLV_MESSAGES_API FilesystemSpace : public MirroredObject {
 public:
-    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< in all
-    Reflector<std::string> free{this, "free"_key, Required};         ///< that nothing occupies
-    /// Bytes that the asker may occupy.
+    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< what there is in all
+    Reflector<std::string> free{this, "free"_key, Required};         ///< what nothing occupies
+    /// What the asker may occupy.
     Reflector<std::string> available{this, "available"_key, Required};
 
     FilesystemSpace() = default;
