@@ -1,5 +1,5 @@
 """Runs the commands of the guide and compares what they print with what the guide shows.
-Usage: console.py SOURCE_DIR FOLDER_OF_TOLVMSG"""
+Usage: console.py SOURCE_DIR FOLDER_OF_TOLVMSG [--write: puts it into the guide instead]"""
 import os
 import pathlib
 import re
@@ -8,20 +8,29 @@ import sys
 
 
 def main():
-    source, folder = map(pathlib.Path, sys.argv[1:])
-    environment = dict(os.environ, PATH=f"{folder}:{os.environ['PATH']}", LC_ALL="C.UTF-8")
-    commands = failures = 0
+    source, folder = map(pathlib.Path, sys.argv[1:3])
+    environment = dict(os.environ, PATH=f"{folder.resolve()}:{os.environ['PATH']}")
+    commands = 0
+    different = []
+
+    def run(block):
+        nonlocal commands
+        commands += 1
+        printed = subprocess.run(block[1], shell=True, cwd=source, env=environment, text=True,
+                                 stdout=subprocess.PIPE, check=False).stdout
+        if printed != block[2]:
+            different.append(f"{page}: $ {block[1]}\n{printed}"
+                             f"is what it prints, the page shows\n{block[2]}")
+        return f"```console\n$ {block[1]}\n{printed}```"
+
     for page in sorted((source / "docs" / "guide").glob("*.md")):
-        for command, shown in re.findall(r"^```console\n\$ (.*)\n(.*?)^```", page.read_text(),
-                                         re.M | re.S):
-            commands += 1
-            printed = subprocess.run(command, shell=True, cwd=source, env=environment, text=True,
-                                     stdout=subprocess.PIPE, check=False).stdout
-            if printed != shown:
-                failures += 1
-                print(f"{page}: $ {command}\n{printed}is what it prints, the page shows\n{shown}")
-    if failures or not commands:
-        sys.exit(f"{failures} of {commands} commands print something else")
+        shown = page.read_text()
+        printed = re.sub(r"^```console\n\$ ([^\n]*)\n(.*?)^```", run, shown, flags=re.M | re.S)
+        if sys.argv[3:] == ["--write"] and printed != shown:
+            page.write_text(printed)
+    print("\n".join(different))
+    if not commands or (different and sys.argv[3:] != ["--write"]):
+        sys.exit(f"{len(different)} of {commands} commands print something else")
 
 
 main()
