@@ -29,7 +29,7 @@ namespace Tolv {
 /// @throws Exception::InvalidParameter when the text would be longer than a string can be
 TOLV_CORE_API void encodeBits(std::vector<bool> const& in, std::string& base64);
 
-/// @copydoc encodeBits(std::vector<bool> const&, std::string&)
+/// The same for pairs of truth values.
 TOLV_CORE_API void encodeBits(std::vector<std::complex<bool>> const& in, std::string& base64);
 
 /// Unpacks @p count elements from @p base64 in place of what @p out held.
@@ -43,7 +43,7 @@ TOLV_CORE_API void encodeBits(std::vector<std::complex<bool>> const& in, std::st
 TOLV_CORE_API void decodeBits(std::string_view base64, unsigned long long count,
                               std::vector<bool>& out);
 
-/// @copydoc decodeBits(std::string_view, unsigned long long, std::vector<bool>&)
+/// The same for pairs of truth values.
 TOLV_CORE_API void decodeBits(std::string_view base64, unsigned long long count,
                               std::vector<std::complex<bool>>& out);
 

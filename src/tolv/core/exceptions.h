@@ -12,6 +12,7 @@ namespace Tolv::Exception {
 /// by itself.
 class TOLV_CORE_API Base : public std::runtime_error {
 public:
+    /// @param text says what has failed, for people.
     explicit Base(std::string const& text);
     Base(Base const&) = default;
     Base& operator=(Base const&) = default;

@@ -81,10 +81,13 @@ public:
 
     /// The pairs (literal, value), in the order of the literals' bytes.
     [[nodiscard]] auto begin() const noexcept { return map_.begin(); }
+    /// Behind the last pair.
     [[nodiscard]] auto end() const noexcept { return map_.end(); }
+    /// Number of pairs.
     [[nodiscard]] std::size_t size() const noexcept { return map_.size(); }
 
 protected:
+    /// Takes the pair with this literal out, if there is one.
     void removeLiteral(std::string const& literal) { map_.erase(literal); }
 
 private:
@@ -116,7 +119,9 @@ public:
         : EnumStringsDefault(defaultValue, defaultLiteral, EnumStringsThrow<E>(pairs)) {}
 
     // Extensions.
+    /// The value that stands for a missing entry.
     [[nodiscard]] E const& defaultValue() const noexcept { return defaultValue_; }
+    /// The literal that stands for a missing entry.
     [[nodiscard]] std::string const& defaultLiteral() const noexcept { return defaultLiteral_; }
 
 private:

@@ -7,6 +7,7 @@
 /// The fields of plain types, which libTolvMessages holds once for all of its users.
 namespace Tolv::MetaData {
 
+/// @cond
 #define TOLV_FIELD(...)                                                                            \
     extern template class TOLV_MESSAGES_API ReflectorNoWriteParend<__VA_ARGS__>;                   \
     extern template class TOLV_MESSAGES_API Reflector<__VA_ARGS__>;
@@ -14,5 +15,6 @@ namespace Tolv::MetaData {
 #include <tolv/metadata/instances.def>
 #undef TOLV_FIELD
 #undef TOLV_ARRAY_FIELD
+/// @endcond
 
 } // namespace Tolv::MetaData

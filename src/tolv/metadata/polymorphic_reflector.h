@@ -17,6 +17,7 @@ class PolymorphicReflector : public ReflectorBase {
     static_assert(OwnerApart, "only the form that never writes to its parent exists");
 
 public:
+    /// A field without a message.
     PolymorphicReflector(MirroredObject* owner, Key const& key, bool required)
         : ReflectorBase(owner, key, required) {
         uninit(); // there is no message yet, whatever the flag says
@@ -92,6 +93,7 @@ public:
         ReflectorBase::operator=(other);
         return *this;
     }
+    /// `assign`, for `record.field = message`.
     PolymorphicReflector& operator=(std::shared_ptr<T> message) {
         assign(std::move(message));
         return *this;

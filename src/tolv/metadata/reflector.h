@@ -88,12 +88,14 @@ public:
     ~ReflectorNoWriteParend() override = default;
 
 protected:
+    /// A field with the type's default as value, initialized when required.
     template <class Name>
     ReflectorNoWriteParend(MirroredObject* owner, Name const& key, bool required)
         : ReflectorBase(owner, key, required), value_(DefaultOf<T>::make()) {
         setPristine(true);
     }
 
+    /// A field with an initial value, initialized when required.
     template <class Name>
     ReflectorNoWriteParend(MirroredObject* owner, Name const& key, bool required, T const& initial)
         : ReflectorBase(owner, key, required), value_(initial) {}

@@ -30,9 +30,9 @@ public:
     ReflectorArray(MirroredObject* owner, std::string const& key, bool required)
         : ReflectorBase(owner, key, required) {}
 
-    /// The same.
-    /// @param encode whether the encoded form is written; of no effect for types that have none.
-    /// Only a `bool` is taken for it: in `{this, "k"_key, Required, {1}}` the last is a list.
+    /// The same. `encode` says whether the encoded form is written; it is of no effect for types
+    /// that have none. Only a `bool` is taken for it: in `{this, "k"_key, Required, {1}}` the last
+    /// is a list.
     template <std::same_as<bool> Flag>
     ReflectorArray(MirroredObject* owner, Key const& key, bool required, Flag encode)
         : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}

@@ -87,7 +87,9 @@ public:
         return *this;
     }
 
+    /// Accepts every value: what stands for an empty `PreValue`.
     static bool defaultPreValue(T const& /*value*/) { return true; }
+    /// Does nothing: what stands for an empty `Post`.
     static bool defaultPost(ReflectorLambda const& /*field*/) { return true; }
 
     /// Whether `parent` holds a value of this field that the check of values accepts. A check that

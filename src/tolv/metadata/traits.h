@@ -9,6 +9,7 @@ namespace Tolv::MetaData {
 /// from. A record without default constructor specialises it.
 template <class T>
 struct DefaultOf {
+    /// The type as it is built by default.
     static T make() { return T(); }
     using IsDefaultBuilt = void; ///< only here: it says that `make` is nothing but `T()`
 };

@@ -12,7 +12,7 @@ namespace Tolv::Msgs {
 
 /// What people want to know of a message class of this library.
 struct MessageDescription {
-    unsigned long long id;
+    unsigned long long id;      ///< of its messages
     std::string_view family;    ///< its namespace: "App"
     std::string_view alias;     ///< its short name there: "ConnectMessage"
     std::string_view className; ///< "PayloadMessageHelper<App::AppMessage, App::Connect, 1>"

@@ -28,6 +28,7 @@ public:
 /// Family 2 with `sub2` 1: requests to an engine's state machine.
 class TOLV_MESSAGES_API StateMessage : public MessageFamily<EngineMessage, 2, 0, 1> {
 public:
+    /// The id of a message of this family.
     static Identifier idBuilder(unsigned short type) {
         return EngineMessage::idBuilder(type, 0, 1);
     }

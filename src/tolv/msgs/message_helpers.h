@@ -56,6 +56,7 @@ class PayloadAccessorIf {
 public:
     /// @throws Exception::InvalidOperation when the payload did not read.
     [[nodiscard]] Payload const& payload() const { return self().Data(); }
+    /// Replaces the payload by a copy.
     void setPayload(Payload const& payload) { self().Data.assign(payload); }
     /// The payload, to be changed in place; it counts as set from now on.
     Payload& editPayload() { return self().Data.edit(); }
@@ -90,6 +91,7 @@ public:
     PayloadMessageHelper(Address const& sender, Address const& destination)
         : Base(static_cast<unsigned long long>(MsgID()), sender, destination),
           Data(this, key(), MetaData::Required) {}
+    /// A message with this payload.
     explicit PayloadMessageHelper(Payload const& payload, Address const& sender = {},
                                   Address const& destination = {})
         : PayloadMessageHelper(sender, destination) {

@@ -16,9 +16,11 @@ class isMessagesArray {};
 template <class Msg>
 class MessagesArray : public MirroredObject, public isMessagesArray {
 public:
+    /// Whole messages, addresses included.
     ReflectorArray<Msg> messages{this, "Messages"_key, Required};
 
     MessagesArray() = default;
+    /// A batch of these messages.
     explicit MessagesArray(std::vector<Msg> const& list) { messages = list; }
     MessagesArray(MessagesArray const& other) : MessagesArray() { *this = other; }
     MessagesArray& operator=(MessagesArray const&) = default;

@@ -32,8 +32,9 @@ inline constexpr bool isScalar =
 
 } // namespace Detail
 
-// Extension: `TryGetAs` is `GetAs` without the throw: false when the element is of the wrong kind
-// or its number doesn't fit, and then `value` is as it was. The list forms may run out of memory.
+/// @{
+/// Extension: `GetAs` without the throw: false when the element is of the wrong kind or its number
+/// doesn't fit, and then `value` is as it was. The forms for texts and lists may run out of memory.
 TOLV_CORE_API bool TryGetAs(Element const& element, bool& value) noexcept;
 TOLV_CORE_API bool TryGetAs(Element const& element, unsigned char& value) noexcept;
 TOLV_CORE_API bool TryGetAs(Element const& element, unsigned short& value) noexcept;
@@ -47,6 +48,7 @@ TOLV_CORE_API bool TryGetAs(Element const& element, std::complex<double>& value)
 TOLV_CORE_API bool TryGetAs(Element const& element, std::string& value);
 TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<int>& value);
 TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<std::string>& value);
+/// @}
 
 /// Reads `element` into `value`.
 /// @throws Exception::InvalidParameter when the element is of the wrong kind or its number doesn't
@@ -62,6 +64,7 @@ T GetAs(Element const& element);
 template <class T>
 void SetAs(T const& value, Element& element);
 
+/// @cond the templates above are what people look for
 #define TOLV_CONVERSION(...)                                                                       \
     template <>                                                                                    \
     TOLV_CORE_API void GetAs(Element const& element, __VA_ARGS__& value);                          \
@@ -90,6 +93,7 @@ template <>
 TOLV_CORE_API unsigned int GetAs<unsigned int>(Element const& element);
 template <>
 TOLV_CORE_API std::string GetAs<std::string>(Element const& element);
+/// @endcond
 
 /// Has `value` write itself, through its virtual `copyToMetaData`.
 template <>

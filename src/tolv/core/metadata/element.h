@@ -48,7 +48,9 @@ struct Null {};
 template <class T>
 class Trivial_T {
 public:
+    /// Holds `value`.
     explicit Trivial_T(T value) : value_(std::move(value)) {}
+    /// What it holds.
     [[nodiscard]] T const& value() const { return value_; }
 
 private:
@@ -68,9 +70,13 @@ public:
             release();
     }
 
+    /// The entries, to be walked over.
     [[nodiscard]] Element const* begin() const noexcept;
+    /// Behind the last entry.
     [[nodiscard]] Element const* end() const noexcept;
+    /// Number of entries.
     [[nodiscard]] unsigned int size() const noexcept;
+    /// Whether there is no entry.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// The element at `index`. An index at or past the end grows the array with null elements up to
@@ -82,6 +88,7 @@ public:
 
     /// Cuts the array or fills it with null elements.
     void resize(unsigned int size);
+    /// Takes all entries out.
     void clear() { resize(0); }
 
     /// Extension: makes room for `capacity` elements in all, without adding any.
@@ -118,6 +125,7 @@ public:
 
     /// Extension: number of keys.
     [[nodiscard]] unsigned int size() const noexcept;
+    /// Whether there is no key.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// Extension: the child of `key`, or null. Never throws. Constant time.
@@ -134,6 +142,7 @@ public:
 
     /// Extension: iterates over `Detail::Member` in insertion order.
     [[nodiscard]] ConstIterator begin() const noexcept;
+    /// Behind the last member.
     [[nodiscard]] ConstIterator end() const noexcept;
 
     /// Extension: equal when both have the same keys with equal children, in whatever order.
@@ -170,10 +179,13 @@ public:
     // NOLINTNEXTLINE(modernize-use-equals-default): with a default the union would have none
     Element() noexcept {}
     // NOLINTBEGIN(google-explicit-constructor): these make an element of a value
+    /// Null.
     Element(Null) noexcept {}
-    Element(Object object) noexcept;
-    Element(Array array) noexcept; ///< extension
+    Element(Object object) noexcept; ///< an object
+    Element(Array array) noexcept;   ///< extension
+    /// A boolean.
     Element(Trivial_T<bool> const& value) noexcept { setBoolean(value.value()); }
+    /// A string. @throws as `setString`.
     Element(Trivial_T<std::string> const& value) { setString(value.value()); }
     // NOLINTEND(google-explicit-constructor)
 
@@ -206,6 +218,7 @@ public:
             release();
     }
 
+    /// Exchanges the contents, in constant time.
     void swap(Element& other) noexcept {
         // Not by std::swap: an access through a reference to a word tells the compiler that it does
         // not touch the pointer in `array_` or `object_`.
@@ -235,6 +248,7 @@ public:
     /// @throws Exception::InvalidParameter when this is neither an object nor null.
     Element& operator[](std::string const& key) { return child(KeyView(key)); }
     Element& operator[](KeyView const& key) { return child(key); } ///< extension
+    /// The same.
     Element& operator[](char const* key) { return child(KeyView(key)); }
     Element& operator[](int) = delete; ///< entries are reached through `Array&`
 
@@ -242,6 +256,7 @@ public:
     /// @throws Exception::InvalidParameter when this is no object or the key is absent.
     Element const& operator[](std::string const& key) const { return child(KeyView(key)); }
     Element const& operator[](KeyView const& key) const { return child(key); } ///< extension
+    /// The same.
     Element const& operator[](char const* key) const { return child(KeyView(key)); }
     Element const& operator[](int) const = delete;
 
@@ -264,8 +279,9 @@ public:
     /// @throws Exception::InvalidParameter when this is neither an object nor null.
     Object& makeObject(unsigned int members);
 
-    // Extensions: tests and access without a throw. The unchecked accessors may only be used
-    // after the test of the same name.
+    /// @{
+    /// Extension: whether it is of this kind. Of the numbers, which kind a value has says how it
+    /// was written, not what fits: use `TryGetAs` for that.
     [[nodiscard]] bool isNull() const noexcept { return tag() == tagNull; }
     [[nodiscard]] bool isBoolean() const noexcept { return tag() == tagBoolean; }
     [[nodiscard]] bool isSigned() const noexcept { return tag() == tagSigned; }
@@ -277,6 +293,10 @@ public:
         return tag() == tagText || tag() == tagLongText;
     }
 
+    /// @}
+    /// @{
+    /// Extension: the content, without a check: only after the test of the same name was true.
+    /// Texts, arrays and objects are those of the element, and live as long as it is not changed.
     [[nodiscard]] bool boolean() const noexcept { return words_[0] != 0; }
     [[nodiscard]] std::int64_t signedNumber() const noexcept {
         return static_cast<std::int64_t>(words_[0]);
@@ -288,8 +308,10 @@ public:
     [[nodiscard]] std::string_view text() const noexcept;
     [[nodiscard]] Array const& array() const noexcept { return array_; }
     [[nodiscard]] Object const& object() const noexcept { return object_; }
+    /// @}
 
-    // Extensions: replace the content.
+    /// @{
+    /// Extension: replaces the content.
     void setNull() noexcept { reset(0, tagNull); }
     void setBoolean(bool value) noexcept { reset(value ? 1 : 0, tagBoolean); }
     void setSigned(std::int64_t value) noexcept {
@@ -299,11 +321,14 @@ public:
     void setFloating(double value) noexcept {
         reset(std::bit_cast<std::uint64_t>(value), tagFloating);
     }
+    /// @}
+    /// Extension: replaces the content by a string.
     /// @throws std::bad_alloc for a text of more than 14 bytes, and Exception::InvalidParameter
     /// for one of 4 GiB or more; the content is then as it was.
     void setString(std::string_view text);
     /// Makes this a string of `size` bytes, which the caller writes at once to where the result
     /// points. @throws as `setString`.
+    /// @param size in bytes
     /// @param isPlain the caller promises that each byte is ASCII and needs no escape in JSON, so
     /// that no writer looks.
     char* makeString(std::size_t size, bool isPlain = false);
@@ -377,15 +402,21 @@ struct Member {
 /// not available, since the key is a text inside the member: use `member.key()`, `member.value`.
 class TOLV_CORE_API Object::ConstIterator {
 public:
+    /// @{
+    /// What the standard asks of an iterator.
     using iterator_category = std::forward_iterator_tag;
     using value_type = Detail::Member;
     using difference_type = std::ptrdiff_t;
     using pointer = Detail::Member const*;
     using reference = Detail::Member const&;
+    /// @}
 
     ConstIterator() noexcept = default;
+    /// Internal: the member `at` of this part of the storage.
     ConstIterator(void const* chunk, Detail::Member const* at) noexcept : chunk_(chunk), at_(at) {}
 
+    /// @{
+    /// What the standard asks of an iterator.
     reference operator*() const noexcept { return *at_; }
     pointer operator->() const noexcept { return at_; }
     ConstIterator& operator++() noexcept;
@@ -395,6 +426,7 @@ public:
         return before;
     }
     bool operator==(ConstIterator const& other) const noexcept { return at_ == other.at_; }
+    /// @}
 
 private:
     void const* chunk_ = nullptr;
@@ -403,9 +435,11 @@ private:
 
 /// True when `element` is an object that has `key`. Never throws.
 TOLV_CORE_API bool HasElement(Element const& element, std::string const& key) noexcept;
-inline bool HasElement(Element const& element, KeyView const& key) noexcept { ///< extension
+/// Extension: the same.
+inline bool HasElement(Element const& element, KeyView const& key) noexcept {
     return element.find(key) != nullptr;
 }
+/// The same.
 inline bool HasElement(Element const& element, char const* key) noexcept {
     return element.find(KeyView(key)) != nullptr;
 }

@@ -40,6 +40,8 @@ struct TOLV_CORE_API ReaderJson {
 /// the strings "NaN", "Infinity" and "-Infinity".
 struct TOLV_CORE_API WriterJson {
     /// Replaces `text`, whose memory is used again.
+    /// @param element the tree
+    /// @param text receives the JSON
     /// @param compact true: one line without white space; false: indented for people.
     /// @throws Exception::InvalidParameter when a string is not valid UTF-8, with the path to it,
     /// or when the tree is deeper than `Limits::depth`.

@@ -67,17 +67,23 @@ static_assert(std::endian::native == std::endian::little,
 /// holds short texts. It owns nothing: the text must outlive it.
 class KeyView {
 public:
+    /// A key of this text, which must be shorter than 4 GiB.
     // NOLINTNEXTLINE(google-explicit-constructor): a lookup takes any text
     constexpr KeyView(std::string_view text)
         : image_(Detail::imageOf(text)), text_(text.data()),
           size_(static_cast<std::uint32_t>(text.size())) {}
+    /// The same.
     // NOLINTNEXTLINE(google-explicit-constructor)
     KeyView(std::string const& text) : KeyView(std::string_view(text)) {}
+    /// The same.
     // NOLINTNEXTLINE(google-explicit-constructor)
     constexpr KeyView(char const* text) : KeyView(std::string_view(text)) {}
 
+    /// The text.
     [[nodiscard]] constexpr std::string_view text() const { return {text_, size_}; }
+    /// The form in which the tree holds a short text; of no use for a long one.
     [[nodiscard]] constexpr Detail::TextImage const& image() const { return image_; }
+    /// Whether the text is one of up to 14 bytes, which the tree holds in place.
     [[nodiscard]] constexpr bool isShort() const { return size_ <= Detail::inlineTextCapacity; }
 
 private:
@@ -91,6 +97,7 @@ private:
 /// at compile time, or by `intern`.
 class Key : public KeyView {
 public:
+    /// A key of this text, which must live as long as the key: a literal.
     constexpr explicit Key(std::string_view staticText) : KeyView(staticText) {}
     Key(Key const&) = delete;
     Key& operator=(Key const&) = delete;

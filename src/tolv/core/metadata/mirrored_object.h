@@ -17,6 +17,7 @@ class ReflectorBase;
 /// Whether a field is there from the start. A required field starts initialized with its default;
 /// an optional one starts uninitialized and has no key in the tree until it is set.
 inline constexpr bool Required = true;
+/// The opposite of `Required`.
 inline constexpr bool Optional = false;
 
 /// A record: the list of its fields in declaration order. Writing or reading it is a walk over
@@ -86,6 +87,7 @@ class TOLV_CORE_API ReflectorBase : public virtual PartiallySerializableInterfac
 public:
     /// Appends this field to the members of `owner`, which may be null.
     ReflectorBase(MirroredObject* owner, Key const& key, bool required) noexcept;
+    /// The same with the key as text, which is kept until the process ends.
     ReflectorBase(MirroredObject* owner, std::string const& name, bool required);
     ReflectorBase(ReflectorBase const&) = delete; ///< a copy would have no owner
     /// Leaves the owner, if that is still there.
@@ -98,9 +100,13 @@ public:
         return *this;
     }
 
+    /// Marks the field initialized; the value stays.
     void init() noexcept { state_ |= initializedBit; }
+    /// Marks the field uninitialized; the value stays, out of reach.
     void uninit() noexcept { state_ &= ~initializedBit; }
+    /// Whether the field has a value to be read and written.
     [[nodiscard]] bool initialized() const noexcept { return (state_ & initializedBit) != 0; }
+    /// Whether the field is a required one.
     [[nodiscard]] bool isRequired() const noexcept { return (state_ & requiredBit) != 0; }
     /// Sets the required flag; the value and the initialized flag stay.
     void makeRequired() noexcept { state_ |= requiredBit; }
@@ -118,6 +124,7 @@ protected:
     /// Whether nobody has touched the value since construction and it is the one that `reset`
     /// gives, so that resetting can be left out. Kept by the derived classes.
     [[nodiscard]] bool isPristine() const noexcept { return (state_ & pristineBit) != 0; }
+    /// Sets what `isPristine` gives.
     void setPristine(bool pristine) noexcept { set(pristineBit, pristine); }
 
 private:

@@ -13,8 +13,9 @@ namespace Tolv::MetaData {
 
 /// What became of one field of a record that was read, or of one key that no field has.
 struct ReadEvent {
+    /// How the read ended.
     enum class Outcome {
-        read,
+        read,       ///< the field has the value that stands there
         absent,     ///< there is no such key; the field is unset, or keeps its value if it checks
         unset,      ///< the key is there, and the field is unset
         kept,       ///< the key is there, and the field, a list or a checked value, is as it was
@@ -23,10 +24,11 @@ struct ReadEvent {
         unknownKey  ///< no field, but a key that nothing read
     };
 
+    /// The key alone; empty for a record that isn't under one.
     std::string key;
     std::string path; ///< "Data.ComponentList[3].Type"; a key that is no plain word in quotes
-    Outcome outcome = Outcome::read;
-    bool required = false;
+    Outcome outcome = Outcome::read;       ///< how it ended
+    bool required = false;                 ///< whether the field is a required one
     std::type_index field = typeid(void);  ///< the class of the field
     std::type_index record = typeid(void); ///< the class of its record; void where not known
     Element found;                         ///< what stands under the key; null when absent

@@ -18,6 +18,7 @@ using Address = std::vector<std::string>;
 /// A mirrored address. Lists that are read are moved in past `assign`, so nobody may override that.
 class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
+    /// An empty list, initialized when required.
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name, bool required);
     ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name, bool required);
 

@@ -11,20 +11,26 @@ namespace Tolv::Msgs {
 /// family, sub1, sub2 and type.
 class TOLV_CORE_API Identifier {
 public:
+    /// The identifier with this value.
     // NOLINTNEXTLINE(google-explicit-constructor): a number is an identifier
     Identifier(unsigned long long value = 0) noexcept : value_(value) {}
     Identifier(Identifier const&) = default;
     Identifier& operator=(Identifier const&) = default;
     virtual ~Identifier();
 
+    /// The value.
     // NOLINTNEXTLINE(google-explicit-constructor): and the other way round
     operator unsigned long long() const noexcept { return value_; }
 
     [[nodiscard]] unsigned short family() const noexcept { return field(48); } ///< extension
+    /// the second field from the top; in most families 0
     [[nodiscard]] unsigned short sub1() const noexcept { return field(32); }
+    /// the third field; in family 7 the category
     [[nodiscard]] unsigned short sub2() const noexcept { return field(16); }
+    /// the lowest field: the number of the message in its family
     [[nodiscard]] unsigned short type() const noexcept { return field(0); }
 
+    /// The value of four fields.
     [[nodiscard]] static constexpr unsigned long long toValue(unsigned short family,
                                                               unsigned short sub1,
                                                               unsigned short sub2,

@@ -69,12 +69,13 @@ public:
 /// creating messages takes no lock.
 class TOLV_CORE_API Message::MsgFactory {
 public:
+    /// Makes a message of one class from its tree, with `new`.
     using Creator = Message* (*)(MetaData::Element const&);
 
     /// What is known of a registered class.
     struct Entry {
-        unsigned long long id;
-        std::string typeName; ///< mangled name of the class
+        unsigned long long id; ///< of the messages of this class
+        std::string typeName;  ///< mangled name of the class
     };
 
     MsgFactory(MsgFactory const&) = delete;
@@ -116,6 +117,7 @@ private:
 template <class M>
 class Message::Registrar {
 public:
+    /// Enters `M` for this id, unless that is taken.
     explicit Registrar(unsigned long long id)
         : id_(id),
           registered_(MsgFactory::Instance().registerMessage(id, &create, typeid(M).name())) {}
@@ -127,6 +129,7 @@ public:
             MsgFactory::Instance().deregisterMessage(id_);
     }
 
+    /// The id that was given to the constructor.
     [[nodiscard]] unsigned long long id() const noexcept { return id_; }
     /// False when another class had taken the id before.
     [[nodiscard]] bool registered() const noexcept { return registered_; }

@@ -15,9 +15,10 @@ namespace Tolv::Msgs::App {
 /// Names one application.
 class TOLV_MESSAGES_API AppIdData : public MirroredObject {
 public:
+    /// The application, as `AppListData` lists it.
     ReflectorArray<std::string> appId{this, "AppID"_key, Required};
-    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
-    Reflector<std::string> appName{this, "AppName"_key, Required};
+    Reflector<std::string> uuid{this, "UUID"_key, Required};       ///< of the instance
+    Reflector<std::string> appName{this, "AppName"_key, Required}; ///< for people
 
     AppIdData() = default;
     AppIdData(AppIdData const& other) : AppIdData() { *this = other; }
@@ -38,10 +39,12 @@ public:
 /// One installed application.
 class TOLV_MESSAGES_API InstalledAppData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required};
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
+    /// What `InstantiateAppCommandData` names it by.
     Reflector<std::string> id{this, "ID"_key, Required};
 
     InstalledAppData() = default;
+    /// An application of this name and id.
     InstalledAppData(std::string const& name, std::string const& id);
     InstalledAppData(InstalledAppData const& other) : InstalledAppData() { *this = other; }
     InstalledAppData& operator=(InstalledAppData const&) = default;
@@ -50,7 +53,7 @@ public:
 /// The installed applications. The list may be left out, which says that there are none.
 class TOLV_MESSAGES_API InstalledAppsResponseData : public MirroredObject {
 public:
-    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional};
+    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional}; ///< unset: none
 
     InstalledAppsResponseData() = default;
     InstalledAppsResponseData(InstalledAppsResponseData const& other)
@@ -63,10 +66,11 @@ public:
 /// Starts an instance of an installed application.
 class TOLV_MESSAGES_API InstantiateAppCommandData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required};
-    Reflector<std::string> id{this, "ID"_key, Required};
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< as `InstalledAppData::name`
+    Reflector<std::string> id{this, "ID"_key, Required};     ///< as `InstalledAppData::id`
 
     InstantiateAppCommandData() = default;
+    /// A command for the application of this name and id.
     InstantiateAppCommandData(std::string const& name, std::string const& id);
     InstantiateAppCommandData(InstantiateAppCommandData const& other)
         : InstantiateAppCommandData() {
@@ -81,6 +85,7 @@ public:
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
 
     ConnectToAppCommandData() = default;
+    /// A command for the instance of this id.
     explicit ConnectToAppCommandData(std::string const& uuid);
     ConnectToAppCommandData(ConnectToAppCommandData const& other) : ConnectToAppCommandData() {
         *this = other;
@@ -96,7 +101,9 @@ public:
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
 
     ConnectToAppResultData() = default;
+    /// A result with the port, without an id.
     ConnectToAppResultData(bool result, int port);
+    /// A result without a port.
     explicit ConnectToAppResultData(bool result) : ConnectToAppResultData(result, 0) {}
     /// A success.
     explicit ConnectToAppResultData(int port) : ConnectToAppResultData(true, port) {}
@@ -109,6 +116,7 @@ public:
 /// The application list: one list of texts an application.
 class TOLV_MESSAGES_API AppListData : public MirroredObject {
 public:
+    /// Each entry names one application, as `AppIdData::appId`.
     ReflectorArray<std::vector<std::string>> applications{this, "Applications"_key, Required};
 
     AppListData() = default;
@@ -119,7 +127,9 @@ public:
 /// Installs an application from a location. The key must be there for it to read.
 class TOLV_MESSAGES_API AppLocationData : public SerializablePayloadInterface {
 public:
+    /// Where the application is, in the instrument's own form.
     [[nodiscard]] std::string const& location() const noexcept { return location_; }
+    /// Sets what `location` gives.
     void setLocation(std::string const& location) { location_ = location; }
 
     void copyToMetaData(MetaData::Element& element) const override;
@@ -136,10 +146,12 @@ public:
     /// The picture that stands for an application.
     class TOLV_MESSAGES_API IconData : public MirroredObject {
     public:
-        Reflector<std::string> type{this, "Type"_key, Required, "category"};
+        Reflector<std::string> type{this, "Type"_key, Required, "category"}; ///< the kind of icon
+        /// Which icon of this kind.
         Reflector<std::string> image{this, "Image"_key, Required, "name"};
 
         IconData() = default;
+        /// An icon of this kind.
         IconData(std::string const& type, std::string const& image);
         IconData(IconData const& other) : IconData() { *this = other; }
         IconData& operator=(IconData const&) = default;
@@ -148,9 +160,10 @@ public:
     /// A resource that the application asks for.
     class TOLV_MESSAGES_API ResourceDefinition : public MirroredObject {
     public:
-        Reflector<std::string> name{this, "Name"_key, Required};
-        Reflector<std::string> id{this, "ID"_key, Required};
-        Reflector<std::string> description{this, "Description"_key, Required};
+        Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
+        Reflector<std::string> id{this, "ID"_key, Required};     ///< of the requirement
+        Reflector<std::string> description{this, "Description"_key, Required}; ///< for people
+        /// False: the application runs without it.
         Reflector<bool> required{this, "Required"_key, Required, true};
         /// Ids of the resources that would serve it (`ResourceData::id`).
         ReflectorArray<std::string> matchingIds{this, "MatchingIDs"_key, Required};
@@ -162,10 +175,12 @@ public:
         ResourceDefinition& operator=(ResourceDefinition const&) = default;
     };
 
-    Reflector<std::string> name{this, "Name"_key, Required};
-    Reflector<std::string> description{this, "Description"_key, Required};
+    Reflector<std::string> name{this, "Name"_key, Required};               ///< for people
+    Reflector<std::string> description{this, "Description"_key, Required}; ///< for people
+    /// What stands for the application on a screen.
     Reflector<IconData> icon{this, "Icon"_key, Required};
-    Reflector<std::string> version{this, "Version"_key, Required};
+    Reflector<std::string> version{this, "Version"_key, Required}; ///< for people
+    /// What the application needs of the instrument.
     ReflectorArray<ResourceDefinition> requiredResources{this, "RequiredResources"_key, Required};
 
     AppPropertiesResponseData() = default;

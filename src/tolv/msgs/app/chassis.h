@@ -13,14 +13,22 @@ namespace Tolv::Msgs::App {
 /// The identity of the system. All four keys must be there for it to read.
 class TOLV_MESSAGES_API SystemInfoResponseData : public SerializablePayloadInterface {
 public:
+    /// What people call the system.
     [[nodiscard]] std::string const& name() const noexcept { return name_; }
+    /// The id of the system.
     [[nodiscard]] std::string const& uuid() const noexcept { return uuid_; }
+    /// What it is, for people.
     [[nodiscard]] std::string const& description() const noexcept { return description_; }
+    /// The serial number of the system.
     [[nodiscard]] std::string const& serialNumber() const noexcept { return serialNumber_; }
 
+    /// Sets what `name` gives.
     void setName(std::string const& name) { name_ = name; }
+    /// Sets what `uuid` gives.
     void setUuid(std::string const& uuid) { uuid_ = uuid; }
+    /// Sets what `description` gives.
     void setDescription(std::string const& description) { description_ = description; }
+    /// Sets what `serialNumber` gives.
     void setSerialNumber(std::string const& serialNumber) { serialNumber_ = serialNumber; }
 
     void copyToMetaData(MetaData::Element& element) const override;
@@ -38,13 +46,16 @@ private:
 /// One resource of the instrument.
 class TOLV_MESSAGES_API ResourceData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required};
-    Reflector<std::string> id{this, "ID"_key, Required};
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
+    Reflector<std::string> id{this, "ID"_key, Required};     ///< by which others refer to it
+    /// What it is, in the instrument's own words.
     Reflector<std::string> type{this, "Type"_key, Required};
+    /// Where it is, in the instrument's own words.
     Reflector<std::string> position{this, "Position"_key, Required};
     Reflector<std::string> inUseBy{this, "InUseBy"_key, Required}; ///< empty: free
 
     ResourceData() = default;
+    /// A resource with all fields.
     ResourceData(std::string name, std::string id, std::string type, std::string position,
                  std::string inUseBy);
     ResourceData(ResourceData const& other) : ResourceData() { *this = other; }
@@ -54,6 +65,7 @@ public:
 /// All resources.
 class TOLV_MESSAGES_API Resources : public MirroredObject {
 public:
+    /// In no particular order.
     ReflectorArray<ResourceData> resources{this, "Resources"_key, Required};
 
     Resources() = default;
@@ -72,14 +84,15 @@ public:
         control = 3  ///< a switch or a button
     };
 
-    Reflector<int> type{this, "Type"_key, Required, 1}; ///< a `HardwareComponentType`
-    Reflector<int> position{this, "Position"_key, Required};
-    Reflector<int> width{this, "Width"_key, Required};
+    Reflector<int> type{this, "Type"_key, Required, 1};      ///< a `HardwareComponentType`
+    Reflector<int> position{this, "Position"_key, Required}; ///< in divisions of the module's front
+    Reflector<int> width{this, "Width"_key, Required};       ///< in divisions
     Reflector<std::string> resourceId{this, "ResourceID"_key, Optional}; ///< a `ResourceData::id`
 
     HardwareComponent() = default;
     /// A component without resource.
     HardwareComponent(HardwareComponentType type, int position, int width);
+    /// A component that a resource stands for.
     HardwareComponent(HardwareComponentType type, int position, int width, std::string resourceId);
     HardwareComponent(HardwareComponent const& other) : HardwareComponent() { *this = other; }
     HardwareComponent& operator=(HardwareComponent const&) = default;
@@ -88,10 +101,13 @@ public:
 /// How a module's front is divided, and what sits there.
 class TOLV_MESSAGES_API HardwareConfiguration : public MirroredObject {
 public:
+    /// Into how many parts the front is divided.
     Reflector<int> divisions{this, "Divisions"_key, Required};
+    /// What sits there.
     ReflectorArray<HardwareComponent> componentList{this, "ComponentList"_key, Required};
 
     HardwareConfiguration() = default;
+    /// A front without components.
     explicit HardwareConfiguration(int divisions);
     HardwareConfiguration(HardwareConfiguration const& other) : HardwareConfiguration() {
         *this = other;
@@ -102,11 +118,13 @@ public:
 /// One module.
 class TOLV_MESSAGES_API HardwareModule : public MirroredObject {
 public:
-    Reflector<std::string> make{this, "Make"_key, Required};
-    Reflector<std::string> model{this, "Model"_key, Required};
+    Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
+    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's name for it
+    /// Unset: unknown.
     Reflector<HardwareConfiguration> configuration{this, "Configuration"_key, Optional};
 
     HardwareModule() = default;
+    /// A module of unknown configuration.
     HardwareModule(std::string make, std::string model);
     HardwareModule(HardwareModule const& other) : HardwareModule() { *this = other; }
     HardwareModule& operator=(HardwareModule const&) = default;
@@ -115,11 +133,12 @@ public:
 /// The chassis.
 class TOLV_MESSAGES_API ChassisInformation : public MirroredObject {
 public:
-    Reflector<std::string> make{this, "Make"_key, Required};
-    Reflector<std::string> model{this, "Model"_key, Required};
-    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional};
+    Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
+    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's name for it
+    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional}; ///< unset: unknown
 
     ChassisInformation() = default;
+    /// A chassis without a list of modules.
     ChassisInformation(std::string make, std::string model);
     ChassisInformation(ChassisInformation const& other) : ChassisInformation() { *this = other; }
     ChassisInformation& operator=(ChassisInformation const&) = default;

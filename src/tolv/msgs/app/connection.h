@@ -11,11 +11,15 @@ namespace Tolv::Msgs::App {
 /// binary transmission.
 class TOLV_MESSAGES_API Connect : public MirroredObject {
 public:
+    /// The highest that the client speaks.
     Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+    /// The lowest that the client speaks.
     Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
+    /// Whether the client wants it.
     Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
 
     Connect() = default;
+    /// A request with all fields.
     Connect(int maxVersion, int minVersion, bool binaryTransmission);
     Connect(Connect const& other) : Connect() { *this = other; }
     Connect& operator=(Connect const&) = default;
@@ -25,12 +29,17 @@ public:
 /// transmission form.
 class TOLV_MESSAGES_API Connected : public MirroredObject {
 public:
+    /// The highest that the service speaks.
     Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+    /// The lowest that the service speaks.
     Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
+    /// By both sides from now on.
     Reflector<int> versionToUse{this, "VersionToUse"_key, Required, 1};
+    /// Whether both sides use it from now on.
     Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
 
     Connected() = default;
+    /// An answer with all fields.
     Connected(int maxVersion, int minVersion, int versionToUse, bool binaryTransmission);
     Connected(Connected const& other) : Connected() { *this = other; }
     Connected& operator=(Connected const&) = default;
@@ -40,14 +49,22 @@ public:
 /// transmission. All four keys must be there for it to read.
 class TOLV_MESSAGES_API PingData : public SerializablePayloadInterface {
 public:
+    /// The highest protocol version that the peer speaks.
     [[nodiscard]] unsigned int maxVersion() const noexcept { return maxVersion_; }
+    /// The lowest protocol version that the peer speaks.
     [[nodiscard]] unsigned int minVersion() const noexcept { return minVersion_; }
+    /// A number that the peers agree on.
     [[nodiscard]] unsigned int messageType() const noexcept { return messageType_; }
+    /// Whether the peer supports binary transmission.
     [[nodiscard]] bool supportsBinary() const noexcept { return supportsBinary_; }
 
+    /// Sets what `maxVersion` gives.
     void setMaxVersion(unsigned int version) noexcept { maxVersion_ = version; }
+    /// Sets what `minVersion` gives.
     void setMinVersion(unsigned int version) noexcept { minVersion_ = version; }
+    /// Sets what `messageType` gives.
     void setMessageType(unsigned int type) noexcept { messageType_ = type; }
+    /// Sets what `supportsBinary` gives.
     void setSupportsBinary(bool supports) noexcept { supportsBinary_ = supports; }
 
     void copyToMetaData(MetaData::Element& element) const override;

@@ -15,7 +15,8 @@ namespace Tolv::Msgs::Attrs {
 template <class M>
 class ArrayDataConcrete : public MirroredObject {
 public:
-    ReflectorArray<M> attributes{this, "Attributes"_key, Required};
+    ReflectorArray<M> attributes{this, "Attributes"_key, Required}; ///< whole messages
+    /// Their number in the family.
     Reflector<unsigned short> attrType{this, "AttrType"_key, Required, M::MsgID().type()};
     Reflector<unsigned short> attrSub1{this, "AttrSub1"_key,
                                        Optional}; ///< required unless 0 in `M`
@@ -58,7 +59,9 @@ public:
 /// Asks for a part of a list.
 class TOLV_MESSAGES_API ArrayWithRangeRequestData : public SerializablePayloadInterface {
 public:
+    /// Which element of the list is the first one wanted, counted from 0.
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
+    /// How many are wanted.
     [[nodiscard]] unsigned int number() const noexcept { return number_; }
     void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
     void setNumber(unsigned int number) noexcept { number_ = number; } ///< of elements
@@ -77,6 +80,7 @@ extern template class TOLV_MESSAGES_API ArrayDataPolymorphic<AttrMessage>;
 /// A part of a list, and where it starts.
 class TOLV_MESSAGES_API ArrayWithRangeResponseData : public ArrayDataPolymorphic<AttrMessage> {
 public:
+    /// Which element of the list is the first one here, counted from 0.
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
     void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
 

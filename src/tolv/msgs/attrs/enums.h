@@ -12,10 +12,11 @@ namespace Tolv::Msgs::Attrs {
 /// One entry of an enumeration: a number and its text.
 class TOLV_MESSAGES_API EnumVal : public MirroredObject {
 public:
-    Reflector<int> value{this, "Value"_key, Required};
-    Reflector<std::string> literal{this, "Literal"_key, Required};
+    Reflector<int> value{this, "Value"_key, Required};             ///< the number
+    Reflector<std::string> literal{this, "Literal"_key, Required}; ///< its text
 
     EnumVal() = default;
+    /// An entry with number and text.
     EnumVal(int value, std::string const& literal);
     EnumVal(EnumVal const& other) : EnumVal() { *this = other; }
     EnumVal& operator=(EnumVal const&) = default;

@@ -13,8 +13,10 @@ namespace Tolv::Msgs::Attrs {
 /// message that carries the value.
 class TOLV_MESSAGES_API AttrInfoData : public MirroredObject {
 public:
-    Reflector<std::string> scaName{this, "ScaName"_key, Required};
+    Reflector<std::string> scaName{this, "ScaName"_key, Required}; ///< the attribute's name
+    /// A literal of `messageTypeMapper`: "double".
     Reflector<std::string> scaType{this, "ScaType"_key, Required};
+    /// The id of the message that carries the value.
     Reflector<Identifier> type{this, "Type"_key, Required};
 
     /// An attribute without name, of the type whose values the message `id` carries. An id that is
@@ -34,9 +36,10 @@ public:
 /// Answers a registration.
 class TOLV_MESSAGES_API RegistrationData : public MirroredObject {
 public:
-    Reflector<bool> ok{this, "OK"_key, Required, true};
+    Reflector<bool> ok{this, "OK"_key, Required, true}; ///< false: refused
 
     RegistrationData() = default;
+    /// An answer.
     explicit RegistrationData(bool ok) { this->ok = ok; }
     RegistrationData(RegistrationData const& other) : RegistrationData() { *this = other; }
     RegistrationData& operator=(RegistrationData const&) = default;

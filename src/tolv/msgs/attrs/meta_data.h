@@ -14,7 +14,7 @@ namespace Tolv::Msgs::Attrs {
 /// What any attribute can say of itself.
 class TOLV_MESSAGES_API AttrMetaDataBase : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Optional};
+    Reflector<std::string> name{this, "Name"_key, Optional};             ///< for people
     ReflectedAddress controlAttrId{this, "ControlAttrID"_key, Optional}; ///< carried, not used here
 
     AttrMetaDataBase() = default;
@@ -25,8 +25,11 @@ public:
 /// How a number is shown.
 class TOLV_MESSAGES_API NumericMetaData : public AttrMetaDataBase {
 public:
+    /// The units that the value can be had in.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
+    /// The unit that the value is in now: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
+    /// Digits behind the point, for displays.
     Reflector<int> precision{this, "Precision"_key, Optional};
 
     NumericMetaData() = default;
@@ -39,9 +42,10 @@ public:
 template <class T>
 class RangedMetaData : public NumericMetaData {
 public:
-    Reflector<T> minimum{this, "Minimum"_key, Optional};
-    Reflector<T> maximum{this, "Maximum"_key, Optional};
-    Reflector<T> step{this, "Step"_key, Optional};
+    Reflector<T> minimum{this, "Minimum"_key, Optional}; ///< inclusive
+    Reflector<T> maximum{this, "Maximum"_key, Optional}; ///< inclusive
+    Reflector<T> step{this, "Step"_key, Optional};       ///< between values; not checked
+    /// Whether "Step" is a plain number, not in the unit of the value.
     Reflector<bool> stepDimensionless{this, "StepDimensionless"_key, Optional};
 
     RangedMetaData() = default;
@@ -52,13 +56,16 @@ public:
 /// Statistics of a measured number. "Minimum" and "Maximum" are measured values, no limits.
 class TOLV_MESSAGES_API NumericMeasMetaData : public AttrMetaDataBase {
 public:
+    /// The units that the value can be had in.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
+    /// The unit that the value is in now: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
+    /// Digits behind the point, for displays.
     Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional};
-    Reflector<double> minimum{this, "Minimum"_key, Optional};
-    Reflector<double> maximum{this, "Maximum"_key, Optional};
-    Reflector<double> percent{this, "Percent"_key, Optional};
+    Reflector<double> average{this, "Average"_key, Optional}; ///< of the values measured
+    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest value measured
+    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest value measured
+    Reflector<double> percent{this, "Percent"_key, Optional}; ///< as the producer means it
 
     NumericMeasMetaData() = default;
     NumericMeasMetaData(NumericMeasMetaData const& other) : NumericMeasMetaData() { *this = other; }
@@ -68,13 +75,17 @@ public:
 /// The same with the outcome of a limit test.
 class TOLV_MESSAGES_API NumericMeasMetaDataWithStatus : public AttrMetaDataBase {
 public:
+    /// The units that the value can be had in.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
+    /// The unit that the value is in now: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
+    /// Digits behind the point, for displays.
     Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional};
-    Reflector<double> minimum{this, "Minimum"_key, Optional};
-    Reflector<double> maximum{this, "Maximum"_key, Optional};
-    Reflector<double> percent{this, "Percent"_key, Optional};
+    Reflector<double> average{this, "Average"_key, Optional}; ///< of the values measured
+    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest value measured
+    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest value measured
+    Reflector<double> percent{this, "Percent"_key, Optional}; ///< as the producer means it
+    /// The outcome, a number that the peers agree on.
     Reflector<int> limitStatus{this, "LimitStatus"_key, Optional};
 
     NumericMeasMetaDataWithStatus() = default;
@@ -89,6 +100,7 @@ public:
 /// not have the length of "enums": missing flags count as false, surplus ones are ignored.
 class TOLV_MESSAGES_API EnumMetaData : public AttrMetaDataBase {
 public:
+    /// True: the entry at this position is switched off.
     ReflectorArray<bool> disabledList{this, "DisabledList"_key, Required, true};
 
     EnumMetaData() = default;
@@ -123,6 +135,7 @@ public:
 template <class M>
 class HasMetaData : public MirroredObject {
 public:
+    /// The record; unset: the attribute says nothing but its value.
     Reflector<M> attributeMetaData{this, "AttributeMetaData"_key, Optional};
 
     HasMetaData() = default;

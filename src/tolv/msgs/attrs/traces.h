@@ -17,6 +17,7 @@ public:
     Reflector<unsigned long long> length{this, "length"_key, Required}; ///< samples
 
     TraceSegment() = default;
+    /// A run of `length` samples that starts at `offset`.
     TraceSegment(unsigned long long offset, unsigned long long length);
     TraceSegment(TraceSegment const& other) : TraceSegment() { *this = other; }
     TraceSegment& operator=(TraceSegment const&) = default;
@@ -37,6 +38,7 @@ class isTrace {};
 template <class T, class M>
 class TracePayload : public HasMetaData<M>, public isTrace {
 public:
+    /// The samples.
     ReflectorArray<T> trace{this, "trace"_key, Required, true};
 
     TracePayload() = default;
@@ -54,6 +56,7 @@ public:
 template <class T, class M>
 class TraceWithSegmentsPayload : public TracePayload<T, M> {
 public:
+    /// The runs, in the order in which they were taken.
     ReflectorArray<TraceSegment> segments{this, "segments"_key, Required};
 
     TraceWithSegmentsPayload() = default;
@@ -62,6 +65,7 @@ public:
     }
     TraceWithSegmentsPayload& operator=(TraceWithSegmentsPayload const&) = default;
 
+    /// True, as for a trace without segments.
     [[nodiscard]] bool validate() const override;
 };
 

@@ -21,8 +21,9 @@ public:
     /// The key of the value: "b", "d", "dc", "i", "iv", "s", "m" or "value".
     static std::string const valMirrorName;
 
-    Reflector<T> value;
+    Reflector<T> value; ///< under the key `valMirrorName`
 
+    /// An attribute with this value and without metadata.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
     AttrWithMetaData(T const& initial = initialValue())
         : value(this, valueKey(), Required, initial) {}
@@ -88,6 +89,7 @@ extern template class TOLV_MESSAGES_API AttrWithMetaData<bool, AttrMetaDataBase>
 /// A truth value.
 class TOLV_MESSAGES_API BoolData : public AttrWithMetaData<bool, AttrMetaDataBase> {
 public:
+    /// An attribute with this value and without metadata.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
     BoolData(bool initial = true) : AttrWithMetaData(initial) {}
 };

@@ -9,11 +9,13 @@ namespace Tolv::Msgs::Structs {
 /// whoever makes it.
 class TOLV_MESSAGES_API MessageKeyData : public MirroredObject {
 public:
-    Reflector<Identifier> messageId;
-    ReflectedAddress sender;
-    ReflectedAddress destination;
+    Reflector<Identifier> messageId; ///< which messages
+    ReflectedAddress sender;         ///< who sends them
+    ReflectedAddress destination;    ///< to whom they go
 
+    /// A key of three parts.
     MessageKeyData(Identifier const& id, Address const& sender, Address const& destination);
+    /// The three parts of `key`.
     // NOLINTNEXTLINE(google-explicit-constructor): it is the key, in its form for the wire
     MessageKeyData(MessageKey const& key);
     MessageKeyData(MessageKeyData const& other) : MessageKeyData(0, {}, {}) { *this = other; }
@@ -27,6 +29,7 @@ namespace Tolv::MetaData {
 /// Id 0, and two addresses that are set and empty.
 template <>
 struct DefaultOf<Msgs::Structs::MessageKeyData> {
+    /// The key that stands for none.
     static Msgs::Structs::MessageKeyData make() { return {Msgs::Identifier(0), {}, {}}; }
 };
 

@@ -26,8 +26,9 @@ public:
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 
+    /// Which transition, as the engine numbers them.
     Reflector<int> event{this, "event"_key, Required, 1};
-    Reflector<ParamList> param{this, "param"_key, Required};
+    Reflector<ParamList> param{this, "param"_key, Required}; ///< what it needs
 
     TransitionData() = default;
     TransitionData(TransitionData const& other) : TransitionData() { *this = other; }

@@ -31,18 +31,24 @@ public:
 
     Reflector<int> errorLevel{this, "ErrorLevel"_key, Required};       ///< an `ErrorLevel`
     Reflector<int> errorCategory{this, "ErrorCategory"_key, Required}; ///< an `ErrorCategory`
+    /// Which error of its category, as the reporter numbers them.
     Reflector<int> errorNumber{this, "ErrorNumber"_key, Required};
+    /// For people.
     Reflector<std::string> errorDescription{this, "ErrorDescription"_key, Required};
     Reflector<std::string> timestamp{this, "Timestamp"_key, Required}; ///< the reporter's own form
 
     GenericErrorData() = default;
+    /// A report with all fields.
     GenericErrorData(ErrorLevel level, ErrorCategory category, int number,
                      std::string const& description, std::string const& timestamp);
     /// @throws Exception::InvalidOperation when a field of `other` is uninitialized.
     GenericErrorData(GenericErrorData const& other);
     GenericErrorData& operator=(GenericErrorData const&) = default;
 
+    /// "ErrorLevel" typed; a value out of the enumeration if the peer sent one. @throws
+    /// Exception::InvalidOperation when it did not read.
     [[nodiscard]] ErrorLevel level() const { return static_cast<ErrorLevel>(errorLevel()); }
+    /// "ErrorCategory" likewise.
     [[nodiscard]] ErrorCategory category() const {
         return static_cast<ErrorCategory>(errorCategory());
     }

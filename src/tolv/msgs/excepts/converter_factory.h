@@ -31,10 +31,12 @@ public:
     /// @return false when the id has a converter, which then stays.
     static bool registerMessageConverter(unsigned long long id, MessageConverter converter);
     /// @param typeName `typeid(Exc).name()`
+    /// @param converter makes the message; what it throws passes through `asMessage`
     /// @return false when the class has a converter, which then stays.
     static bool registerExceptionConverter(char const* typeName, ExceptionConverter converter);
     /// Takes a converter out; one that isn't there is ignored.
     static void unregisterMessageConverter(unsigned long long id);
+    /// The same for the converter of an exception class.
     static void unregisterExceptionConverter(char const* typeName);
 
     /// Throws the exception that `message` stands for.

@@ -22,7 +22,9 @@ namespace Tolv::Msgs::Excepts {
 template <class Msg, class Exc>
 class ConverterRegistrar {
 public:
+    /// Throws the exception that a message stands for.
     using Throw = void (*)(std::shared_ptr<Msg const> const&);
+    /// Makes the message for an exception.
     using Make = std::shared_ptr<Msg> (*)(Exc const&);
 
     /// @param raise throws the exception that a message stands for

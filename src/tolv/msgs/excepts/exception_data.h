@@ -13,6 +13,7 @@ public:
     Reflector<std::string> what{this, "what"_key, Required}; ///< the exception's text
 
     CommonExceptionData() = default;
+    /// The text of an exception.
     explicit CommonExceptionData(std::string const& text) { what = text; }
     CommonExceptionData(CommonExceptionData const& other) : CommonExceptionData() { *this = other; }
     CommonExceptionData& operator=(CommonExceptionData const&) = default;
@@ -22,8 +23,9 @@ public:
 /// library carries it; it is there for messages of its users.
 class TOLV_MESSAGES_API GenericExceptionData : public Utils::MayContainError {
 public:
+    /// As the sender numbers them.
     Reflector<unsigned int> exceptionType{this, "ExceptionType"_key, Required};
-    Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required};
+    Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required}; ///< the text
 
     GenericExceptionData() = default;
     GenericExceptionData(GenericExceptionData const& other) : GenericExceptionData() {
@@ -31,7 +33,9 @@ public:
     }
     GenericExceptionData& operator=(GenericExceptionData const&) = default;
 
+    /// Sets "ExceptionType".
     void setType(unsigned int type) { exceptionType = type; }
+    /// Sets "ExceptionMessage".
     void setMessage(std::string const& text) { exceptionMessage = text; }
 };
 

@@ -24,12 +24,13 @@ struct FieldDescription;
 /// One name for one value: a word and the number that it stands for, or, where a field takes any
 /// number or any text, what one of them means.
 struct Literal {
-    std::string word;
-    long long value = 0;
+    std::string word;    ///< the name
+    long long value = 0; ///< what it stands for
 };
 
+/// What stands on the wire.
 enum class TypeKind {
-    boolean,
+    boolean, ///< true or false
     integer, ///< from `minimum` to `maximum`
     number,  ///< also "NaN", "Infinity" and "-Infinity", as texts
     text,
@@ -42,7 +43,7 @@ enum class TypeKind {
 
 /// What values a field takes. Types live until the process ends.
 struct Type {
-    TypeKind kind = TypeKind::record;
+    TypeKind kind = TypeKind::record; ///< what stands on the wire
     std::string name; ///< as in C++, seen from Tolv::Msgs: "int", "App::HardwareComponent"
 
     long long minimum = 0;          ///< of an integer
@@ -63,6 +64,7 @@ struct Type {
     /// Of a message: whether one of this class may stand there.
     bool (*admits)(Message const& message) = nullptr;
 
+    /// What `fields` calls; null for types without any.
     std::vector<FieldDescription> (*makeFields)() = nullptr;
     /// The fields of a record, in the order in which they are written; empty for other types.
     /// @throws std::bad_alloc
@@ -71,7 +73,7 @@ struct Type {
 
 /// One key of a record.
 struct FieldDescription {
-    std::string key;
+    std::string key;            ///< on the wire
     Type const* type = nullptr; ///< null: of a type that nobody has made known (see types.h)
     bool required = false;      ///< a message as it is built has the key
     /// What a record writes as it is built; empty when it leaves the key out.
@@ -84,13 +86,15 @@ struct FieldDescription {
 
 /// One message class.
 struct ClassDescription {
-    unsigned long long id = 0;
-    // As in the catalogue; empty for a class that is not in there.
+    unsigned long long id = 0; ///< of its messages
+    /// @{
+    /// As in the catalogue, the alias with its family; empty for a class that is not in there.
     std::string family;
-    std::string alias; ///< with its family: "App::ConnectMessage"
+    std::string alias;
     std::string className;
     std::string payloadName;
     std::string role;
+    /// @}
 
     std::vector<FieldDescription> fields; ///< id, addresses and "Data", where there is one
 

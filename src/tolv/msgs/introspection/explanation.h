@@ -9,6 +9,7 @@
 
 namespace Tolv::Msgs::Introspection {
 
+/// What kind of thing went wrong.
 enum class ProblemKind {
     absent,         ///< a required key is not there
     wrongValue,     ///< of the wrong kind, or a number that doesn't fit
@@ -20,10 +21,10 @@ enum class ProblemKind {
 
 /// One thing in an input that is not, or not as it stands there, in what was read from it.
 struct Problem {
-    ProblemKind kind = ProblemKind::wrongValue;
-    std::string path;                       ///< "Data.ComponentList[3].Type"
-    std::string problem;                    ///< "expected a boolean", "required, but absent"
-    std::optional<MetaData::Element> value; ///< what stands there; empty when nothing does
+    ProblemKind kind = ProblemKind::wrongValue; ///< for programs; `problem` says it for people
+    std::string path;                           ///< "Data.ComponentList[3].Type"
+    std::string problem;                        ///< "expected a boolean", "required, but absent"
+    std::optional<MetaData::Element> value;     ///< what stands there; empty when nothing does
 
     /// The value as JSON, cut to about 60 bytes; empty when there is none.
     [[nodiscard]] TOLV_MESSAGES_API std::string found() const;
@@ -40,6 +41,8 @@ TOLV_MESSAGES_API std::vector<Problem> explain(std::vector<MetaData::ReadEvent> 
 TOLV_MESSAGES_API std::vector<Problem>
 unknownLiterals(std::vector<MetaData::ReadEvent> const& events);
 
+/// What went wrong in the reads that `report` has recorded.
+/// @throws std::bad_alloc
 inline std::vector<Problem> explain(MetaData::ReadReport const& report) {
     return explain(report.events());
 }

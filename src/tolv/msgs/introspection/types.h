@@ -30,6 +30,7 @@ namespace Tolv::Msgs::Introspection {
 template <class T>
 struct HandWritten;
 
+/// The description of `T`, made on first use.
 template <class T>
 Type const& typeOf();
 
@@ -158,12 +159,13 @@ Type makeListType() {
 
 } // namespace Detail
 
-/// The type of the values of `T`.
+/// @cond doxygen takes it for another function than the one above
 template <class T>
 Type const& typeOf() {
     static Type const type = Detail::makeType<T>();
     return type;
 }
+/// @endcond
 
 /// The type of a `ReflectorArray<T>`.
 template <class T>

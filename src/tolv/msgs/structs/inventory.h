@@ -12,19 +12,22 @@ namespace Tolv::Msgs::Structs {
 /// One replaceable unit.
 class TOLV_MESSAGES_API FruData : public MirroredObject {
 public:
-    Reflector<bool> isPlaceholder{this, "isPlaceholder"_key, Required, true};
-    Reflector<std::string> name{this, "name"_key, Required};
-    Reflector<std::string> description{this, "description"_key, Required};
-    Reflector<std::string> manufacturer{this, "manufacturer"_key, Required};
-    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required};
-    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};
-    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};
+    Reflector<bool> isPlaceholder{this, "isPlaceholder"_key, Required, true}; ///< nothing is there
+    Reflector<std::string> name{this, "name"_key, Required};                  ///< for people
+    Reflector<std::string> description{this, "description"_key, Required};    ///< for people
+    Reflector<std::string> manufacturer{this, "manufacturer"_key, Required};  ///< for people
+    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required}; ///< the manufacturer's
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};             ///< where it is
+    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0}; ///< which unit of the slot
+    /// Which device of the unit.
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 0};
+    /// Whether an application may claim it.
     Reflector<bool> isAssignable{this, "isAssignable"_key, Required, true};
+    /// What it is.
     Reflector<DeviceType> deviceType{this, "deviceType"_key, Required, DeviceType::fru};
-    Reflector<std::string> state{this, "state"_key, Required};
-    Reflector<std::string> version{this, "version"_key, Required};
-    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required};
+    Reflector<std::string> state{this, "state"_key, Required};     ///< as the producer words it
+    Reflector<std::string> version{this, "version"_key, Required}; ///< of its hardware or firmware
+    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required}; ///< empty: none
 
     FruData() = default;
     FruData(FruData const& other) : FruData() { *this = other; }
@@ -38,12 +41,14 @@ public:
 /// One reading of a sensor.
 class TOLV_MESSAGES_API SensorData : public MirroredObject {
 public:
-    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};
-    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where it is
+    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};    ///< which unit of the slot
+    /// Which device of the unit.
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 0};
-    Reflector<int> number{this, "number"_key, Required, 0};
-    Reflector<std::string> name{this, "name"_key, Required};
-    Reflector<int> bank{this, "bank"_key, Required, -1}; ///< the fan bank; -1: none
+    Reflector<int> number{this, "number"_key, Required, 0};  ///< which sensor of the device
+    Reflector<std::string> name{this, "name"_key, Required}; ///< for people
+    Reflector<int> bank{this, "bank"_key, Required, -1};     ///< the fan bank; -1: none
+    /// What it measures.
     Reflector<SensorType> type{this, "type"_key, Required, SensorType::unknown};
     Reflector<std::string> reading{this, "reading"_key, Required}; ///< as the producer words it
 
@@ -59,10 +64,12 @@ public:
 /// The speed of a bank of fans.
 class TOLV_MESSAGES_API FanBankData : public MirroredObject {
 public:
-    Reflector<int> bank{this, "bank"_key, Required, -1};
+    Reflector<int> bank{this, "bank"_key, Required, -1}; ///< which bank; -1: none
+    /// As the producer scales it; -1: unknown.
     Reflector<int> speed{this, "speed"_key, Required, -1};
 
     FanBankData() = default;
+    /// The speed of this bank.
     FanBankData(int bank, int speed);
     FanBankData(FanBankData const& other) : FanBankData() { *this = other; }
     FanBankData& operator=(FanBankData const&) = default;

@@ -106,11 +106,17 @@ public:
     Payload(Payload const&) = default;
     Payload& operator=(Payload const&) = default;
 
+    /// For whom the token is: "aud".
     [[nodiscard]] int getAudience() const noexcept { return audience_; }
+    /// Until when it holds: "exp".
     [[nodiscard]] std::string const& getExpirationTime() const noexcept { return expiration_; }
+    /// When it was made: "iat".
     [[nodiscard]] std::string const& getIssuedAt() const noexcept { return issuedAt_; }
+    /// Sets "aud".
     void setAudience(int audience) noexcept { audience_ = audience; }
+    /// Sets "exp".
     void setExpirationTime(std::string const& expiration) { expiration_ = expiration; }
+    /// Sets "iat".
     void setIssuedAt(std::string const& issuedAt) { issuedAt_ = issuedAt; }
 
     /// The message's tree, from which `Message::CreateFromMetaData` makes the message. It lives as

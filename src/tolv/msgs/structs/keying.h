@@ -10,11 +10,12 @@ namespace Tolv::Msgs::Structs {
 /// One end of a link.
 class TOLV_MESSAGES_API EKeyingEndpoint : public MirroredObject {
 public:
-    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm};
-    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where it is
+    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};    ///< which unit of the slot
+    /// Which device of the unit.
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 0};
-    Reflector<int> channel{this, "channel"_key, Required, 0};
-    Reflector<int> group{this, "group"_key, Required, 0};
+    Reflector<int> channel{this, "channel"_key, Required, 0}; ///< of the device
+    Reflector<int> group{this, "group"_key, Required, 0};     ///< of links
 
     EKeyingEndpoint() = default;
     EKeyingEndpoint(EKeyingEndpoint const& other) : EKeyingEndpoint() { *this = other; }
@@ -28,9 +29,9 @@ public:
 /// What kind of link it is.
 class TOLV_MESSAGES_API EKeyingLink : public MirroredObject {
 public:
-    Reflector<int> extension{this, "extension"_key, Required, 0};
-    Reflector<int> type{this, "type"_key, Required, 0};
-    Reflector<int> iface{this, "iface"_key, Required, 0};
+    Reflector<int> extension{this, "extension"_key, Required, 0}; ///< as the backplane numbers them
+    Reflector<int> type{this, "type"_key, Required, 0};           ///< as the backplane numbers them
+    Reflector<int> iface{this, "iface"_key, Required, 0};         ///< as the backplane numbers them
 
     EKeyingLink() = default;
     EKeyingLink(EKeyingLink const& other) : EKeyingLink() { *this = other; }
@@ -44,12 +45,12 @@ public:
 /// A link between two endpoints, and whether it is enabled.
 class TOLV_MESSAGES_API EKeyingData : public MirroredObject {
 public:
-    Reflector<bool> enabled{this, "enabled"_key, Required, false};
-    Reflector<EKeyingEndpoint> source{this, "source"_key, Required};
-    Reflector<EKeyingEndpoint> destination{this, "destination"_key, Required};
-    Reflector<EKeyingLink> link{this, "link"_key, Required};
-    Reflector<int> group{this, "group"_key, Required, 0}; ///< apart from those of the endpoints
-    Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1};
+    Reflector<bool> enabled{this, "enabled"_key, Required, false}; ///< whether the link may be used
+    Reflector<EKeyingEndpoint> source{this, "source"_key, Required};           ///< one end
+    Reflector<EKeyingEndpoint> destination{this, "destination"_key, Required}; ///< the other end
+    Reflector<EKeyingLink> link{this, "link"_key, Required}; ///< what kind of link it is
+    Reflector<int> group{this, "group"_key, Required, 0};    ///< apart from those of the endpoints
+    Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1}; ///< its lanes
 
     EKeyingData() = default;
     EKeyingData(EKeyingData const& other) : EKeyingData() { *this = other; }

@@ -39,6 +39,7 @@ enum class RootComplex : int {
     ipass = 7
 };
 
+/// What to do with the power.
 enum class PowerAction : int { shutdown = 0, cycle = 1 };
 
 /// What a unit is.

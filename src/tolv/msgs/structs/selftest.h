@@ -25,17 +25,17 @@ class TOLV_MESSAGES_API SelftestData : public MirroredObject {
     static bool isState(int const& value);
 
 public:
-    Reflector<int> id{this, "id"_key, Required, 0};
-    Reflector<std::string> name{this, "name"_key, Required};
-    Reflector<bool> enable{this, "enable"_key, Required, true};
-    Reflector<std::string> result{this, "result"_key, Required};
+    Reflector<int> id{this, "id"_key, Required, 0};              ///< which test
+    Reflector<std::string> name{this, "name"_key, Required};     ///< for people
+    Reflector<bool> enable{this, "enable"_key, Required, true};  ///< whether the test is run
+    Reflector<std::string> result{this, "result"_key, Required}; ///< what was found, for people
     /// Assigning a number that is no `Selftest::TestState` throws Exception::InvalidEnumValue, and
     /// so does copying a record that holds one. A tree without a state, or with another number,
     /// leaves the state as it is.
     ReflectorLambda<int> state{this, "state"_key, Selftest::notRun, isState};
 
     SelftestData() = default;
-    /// @param state is not checked: it is held, and written, whatever it is.
+    /// A test with all fields. The state is not checked: it is held, and written, whatever it is.
     SelftestData(int id, std::string const& name, bool enable, Selftest::TestState state,
                  std::string const& result);
     SelftestData(SelftestData const& other) : SelftestData() { *this = other; }
@@ -45,8 +45,8 @@ public:
 /// Enables or disables a test.
 class TOLV_MESSAGES_API SelftestTestEnable : public MirroredObject {
 public:
-    Reflector<int> testEnableId{this, "testEnableId"_key, Required, 0};
-    Reflector<int> testEnable{this, "testEnable"_key, Required, 0};
+    Reflector<int> testEnableId{this, "testEnableId"_key, Required, 0}; ///< which test
+    Reflector<int> testEnable{this, "testEnable"_key, Required, 0}; ///< 0: disabled; else enabled
 
     SelftestTestEnable() = default;
     SelftestTestEnable(SelftestTestEnable const& other) : SelftestTestEnable() { *this = other; }
@@ -56,8 +56,10 @@ public:
 /// Reports what a test found.
 class TOLV_MESSAGES_API SelftestTestResult : public MirroredObject {
 public:
-    Reflector<int> testResultId{this, "testResultId"_key, Required, 0};
+    Reflector<int> testResultId{this, "testResultId"_key, Required, 0}; ///< which test
+    /// Of the test, for people.
     Reflector<std::string> testResultName{this, "testResultName"_key, Required};
+    /// What was found, for people.
     Reflector<std::string> testResult{this, "testResult"_key, Required};
 
     SelftestTestResult() = default;
@@ -71,7 +73,7 @@ class TOLV_MESSAGES_API SelftestTestState : public MirroredObject {
     static bool isState(int const& value);
 
 public:
-    Reflector<int> testStateId{this, "testStateId"_key, Required, 0};
+    Reflector<int> testStateId{this, "testStateId"_key, Required, 0}; ///< which test
     /// Checked as `SelftestData::state` is.
     ReflectorLambda<int> testState{this, "testState"_key, Selftest::notRun, isState};
 

@@ -9,6 +9,7 @@
 /// The services of the platform: versions, network, files, position, waveform sequences.
 namespace Tolv::Msgs::Structs {
 
+/// How the instrument gets its address.
 enum class NetworkMode : int {
     dhcp = 0,
     staticAddress = 1 ///< "static"
@@ -30,6 +31,7 @@ enum class FileMode : int {
 /// Which of a file's positions is moved.
 enum class SeekType : int { input = 0, output = 1 };
 
+/// What a path names.
 enum class FileType : int { notFound = 0, regular = 1, directory = 2, unknown = 3 };
 
 /// Which version of IP carries the time protocol.
@@ -56,10 +58,11 @@ inline std::string_view wordOf(PtpUdpVersion value) noexcept {
 /// The version of a piece of software.
 class TOLV_MESSAGES_API VersionData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "name"_key, Required};
-    Reflector<std::string> version{this, "version"_key, Required};
+    Reflector<std::string> name{this, "name"_key, Required};       ///< of the software
+    Reflector<std::string> version{this, "version"_key, Required}; ///< as its maker writes it
 
     VersionData() = default;
+    /// The version of this software.
     VersionData(std::string const& name, std::string const& version);
     VersionData(VersionData const& other) : VersionData() { *this = other; }
     VersionData& operator=(VersionData const&) = default;
@@ -72,10 +75,11 @@ public:
 /// An instrument that was found on the network.
 class TOLV_MESSAGES_API MdnsResult : public MirroredObject {
 public:
-    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required};
-    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required};
+    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required}; ///< of the instrument
+    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required};       ///< of the instrument
 
     MdnsResult() = default;
+    /// An instrument with both fields.
     MdnsResult(std::string const& serialNumber, std::string const& ipAddress);
     MdnsResult(MdnsResult const& other) : MdnsResult() { *this = other; }
     MdnsResult& operator=(MdnsResult const&) = default;
@@ -93,19 +97,26 @@ public:
 /// the text is no number that fits, and Exception::InvalidOperation when the field did not read.
 class TOLV_MESSAGES_API FilesystemSpace : public MirroredObject {
 public:
-    Reflector<std::string> capacity{this, "capacity"_key, Required};
-    Reflector<std::string> free{this, "free"_key, Required};
+    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< what there is in all
+    Reflector<std::string> free{this, "free"_key, Required};         ///< what nothing occupies
+    /// What the asker may occupy.
     Reflector<std::string> available{this, "available"_key, Required};
 
     FilesystemSpace() = default;
     FilesystemSpace(FilesystemSpace const& other) : FilesystemSpace() { *this = other; }
     FilesystemSpace& operator=(FilesystemSpace const&) = default;
 
+    /// "capacity" as a number.
     [[nodiscard]] unsigned long long getCapacity() const;
+    /// "free" as a number.
     [[nodiscard]] unsigned long long getFree() const;
+    /// "available" as a number.
     [[nodiscard]] unsigned long long getAvailable() const;
+    /// Sets "capacity".
     void setCapacity(unsigned long long value);
+    /// Sets "free".
     void setFree(unsigned long long value);
+    /// Sets "available".
     void setAvailable(unsigned long long value);
 };
 
@@ -124,14 +135,16 @@ public:
         estimated = 6
     };
 
-    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};
-    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0};
-    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};
-    Reflector<unsigned long long> time{this, "Time"_key, Required, 0};
+    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};   ///< as the receiver gives it
+    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0}; ///< as the receiver gives it
+    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};   ///< as the receiver gives it
+    Reflector<unsigned long long> time{this, "Time"_key, Required, 0}; ///< as the receiver gives it
+    /// How many the fix is made from.
     Reflector<int> satellites{this, "Satellites"_key, Required, 0};
-    Reflector<int> status{this, "Status"_key, Required, noFix};
+    Reflector<int> status{this, "Status"_key, Required, noFix}; ///< a `FixStatus`
 
     GPS() = default;
+    /// A fix with all fields.
     GPS(double latitude, double longitude, double altitude, unsigned long long time, int satellites,
         FixStatus status);
     GPS(GPS const& other) : GPS() { *this = other; }
@@ -141,12 +154,15 @@ public:
 /// One item of a sequence of waveforms to be played.
 class TOLV_MESSAGES_API WaveformSeqItem : public MirroredObject {
 public:
-    Reflector<std::string> filePath{this, "filePath"_key, Required};
-    Reflector<unsigned long long> fileSize{this, "fileSize"_key, Required, 0};
-    Reflector<double> sampleRate{this, "sampleRate"_key, Required, 0.0};
+    Reflector<std::string> filePath{this, "filePath"_key, Required}; ///< on the instrument
+    Reflector<unsigned long long> fileSize{this, "fileSize"_key, Required, 0}; ///< of that file
+    Reflector<double> sampleRate{this, "sampleRate"_key, Required, 0.0};       ///< of the waveform
+    /// How often it is played.
     Reflector<unsigned long long> iterations{this, "iterations"_key, Required, 0};
-    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0};
+    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0}; ///< that it is played at
+    /// As the generator is set.
     Reflector<double> outputPower{this, "outputPower"_key, Required, 0.0};
+    /// When it starts, as the sequence counts time.
     Reflector<double> startTime{this, "startTime"_key, Required, 0.0};
 
     WaveformSeqItem() = default;

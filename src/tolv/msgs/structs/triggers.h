@@ -68,6 +68,7 @@ enum class TriggerOutputs : int {
     exttrig = 18
 };
 
+/// What goes into the synchronisation multiplexer.
 enum class SyncMuxInput : int {
     msosync = 0,
     msisync = 1,
@@ -84,6 +85,7 @@ enum class RefClockDivider : int {
     by100000000 = 3 ///< "/100_000_000"
 };
 
+/// Whether a synchronisation input is inverted.
 enum class PolaritySelect : int { normal = 0, invert = 1 };
 
 /// The word of a source; "none" for a value without one.
@@ -126,22 +128,29 @@ using TriggerDuration = std::chrono::duration<double, std::milli>;
 /// their field did not read; so do those of the pulse records.
 class TOLV_MESSAGES_API TriggerRoute : public MirroredObject {
 public:
+    /// The word of a `TriggerOutputs`.
     Reflector<std::string> output{this, "output"_key, Required, "unknown"};
+    /// The word of a `TriggerSources`.
     Reflector<std::string> source{this, "source"_key, Required, "none"};
 
     TriggerRoute() = default;
     TriggerRoute(TriggerRoute const& other) : TriggerRoute() { *this = other; }
     TriggerRoute& operator=(TriggerRoute const&) = default;
 
+    /// "output" typed; `unknown` for another word.
     [[nodiscard]] TriggerOutputs getOutput() const { return mapTriggerOutput(output()); }
+    /// "source" typed; `none` for another word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    /// Sets "output".
     void setOutput(TriggerOutputs value) { output = mapTriggerOutput(value); }
+    /// Sets "source".
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }
 };
 
 /// How long after its source a trigger pulse starts. The offset may be negative.
 class TOLV_MESSAGES_API TriggerPulseOffset : public MirroredObject {
 public:
+    /// The word of a `TriggerSources`.
     Reflector<std::string> source{this, "source"_key, Required, "none"};
     Reflector<double> offset{this, "offset"_key, Required, 0.0}; ///< milliseconds
 
@@ -149,15 +158,20 @@ public:
     TriggerPulseOffset(TriggerPulseOffset const& other) : TriggerPulseOffset() { *this = other; }
     TriggerPulseOffset& operator=(TriggerPulseOffset const&) = default;
 
+    /// "source" typed; `none` for another word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    /// Sets "source".
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }
+    /// "offset" with its unit.
     [[nodiscard]] TriggerDuration getOffset() const { return TriggerDuration(offset()); }
+    /// Sets "offset", from any unit of time.
     void setOffset(TriggerDuration const& value) { offset = value.count(); }
 };
 
 /// How long a trigger pulse lasts.
 class TOLV_MESSAGES_API TriggerPulseWidth : public MirroredObject {
 public:
+    /// The word of a `TriggerSources`.
     Reflector<std::string> source{this, "source"_key, Required, "none"};
     Reflector<double> width{this, "width"_key, Required, 0.0}; ///< milliseconds
 
@@ -165,9 +179,13 @@ public:
     TriggerPulseWidth(TriggerPulseWidth const& other) : TriggerPulseWidth() { *this = other; }
     TriggerPulseWidth& operator=(TriggerPulseWidth const&) = default;
 
+    /// "source" typed; `none` for another word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
+    /// Sets "source".
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }
+    /// "width" with its unit.
     [[nodiscard]] TriggerDuration getWidth() const { return TriggerDuration(width()); }
+    /// Sets "width", from any unit of time.
     void setWidth(TriggerDuration const& value) { width = value.count(); }
 };
 

@@ -15,12 +15,14 @@ namespace Tolv::Msgs::Utils {
 /// A record that may carry a whole error message beside its own fields. Copies share the message.
 class TOLV_MESSAGES_API MayContainError : public MirroredObject {
 public:
+    /// The report; unset: none.
     MetaData::PolymorphicReflector<Errs::ErrorMessage> error{this, "Error"_key, Optional};
 
     MayContainError() = default;
     MayContainError(MayContainError const& other) : MayContainError() { *this = other; }
     MayContainError& operator=(MayContainError const&) = default;
 
+    /// Whether there is a report.
     [[nodiscard]] bool hasError() const noexcept {
         return error.initialized() && error.pointer() != nullptr;
     }
