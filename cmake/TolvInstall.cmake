@@ -3,8 +3,14 @@ include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TolvMessages")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
-install(TARGETS TolvCore TolvMessages EXPORT TolvTargets)
+# The components are the Debian packages of cmake/TolvPackage.cmake.
+foreach(library IN ITEMS Core Messages)
+    string(TOLOWER "libtolv${library}0" package)
+    install(TARGETS Tolv${library} EXPORT TolvTargets
+        LIBRARY COMPONENT ${package} NAMELINK_COMPONENT libtolv-dev)
+endforeach()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/tolv" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    COMPONENT libtolv-dev
     FILES_MATCHING
     PATTERN "*.h"
     PATTERN "*.def"
@@ -12,7 +18,8 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/tolv" DESTINATION "${CMAKE_INSTALL_
     PATTERN "*_internal.h" EXCLUDE
     PATTERN "detail_private" EXCLUDE)
 
-install(EXPORT TolvTargets NAMESPACE Tolv:: DESTINATION "${package_dir}")
+install(EXPORT TolvTargets NAMESPACE Tolv:: DESTINATION "${package_dir}"
+    COMPONENT libtolv-dev)
 configure_package_config_file(
     "${PROJECT_SOURCE_DIR}/cmake/TolvMessagesConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/TolvMessagesConfig.cmake"
@@ -23,7 +30,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/TolvMessagesConfigVersio
 install(FILES
     "${PROJECT_BINARY_DIR}/TolvMessagesConfig.cmake"
     "${PROJECT_BINARY_DIR}/TolvMessagesConfigVersion.cmake"
-    DESTINATION "${package_dir}")
+    DESTINATION "${package_dir}"
+    COMPONENT libtolv-dev)
 
 # The prefix in the .pc files is relative to them, so that an installed tree can be moved.
 cmake_path(ABSOLUTE_PATH pkgconfig_dir BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}"
@@ -33,5 +41,6 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY "${full_pkgconfig_d
 foreach(library IN ITEMS core messages)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/tolv-${library}.pc.in"
         "${PROJECT_BINARY_DIR}/tolv-${library}.pc" @ONLY)
-    install(FILES "${PROJECT_BINARY_DIR}/tolv-${library}.pc" DESTINATION "${pkgconfig_dir}")
+    install(FILES "${PROJECT_BINARY_DIR}/tolv-${library}.pc" DESTINATION "${pkgconfig_dir}"
+        COMPONENT libtolv-dev)
 endforeach()

@@ -29,12 +29,13 @@ std::vector<MessageDescription> collect() {
     return all;
 }
 
+// Built while the library loads: on first use it would be gone before the static objects of a
+// program that were there earlier.
+auto const rows = collect();
+
 } // namespace
 
-std::span<MessageDescription const> catalogue() {
-    static auto const all = collect();
-    return all;
-}
+std::span<MessageDescription const> catalogue() { return rows; }
 
 MessageDescription const* findMessage(unsigned long long id) {
     auto const all = catalogue();
