@@ -13,6 +13,7 @@
 #include "input.h"
 #include "line_reader.h"
 #include "line_views.h"
+#include "progress.h"
 
 namespace Tolv::Tool {
 
@@ -53,11 +54,14 @@ private:
         LineReader reader(input.descriptor(), options_.mostLineBytes, [this] { out_.flush(); });
         if (options_.follow)
             reader.follow();
+        Progress progress(input.descriptor(), out_);
         LineNumber where{options_.files.size() > 1 ? std::string_view(file) : std::string_view(),
                          0};
         LineReader::Line line;
         while (reader.next(line)) {
             ++where.number;
+            if (!options_.follow)
+                progress.update();
             if (line.tooLong)
                 show(refused("the line is longer than " + std::to_string(options_.mostLineBytes) +
                              " bytes"),

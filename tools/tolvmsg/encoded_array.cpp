@@ -22,20 +22,7 @@ T at(unsigned char const* bytes) {
     return value;
 }
 
-Element number(double value) {
-    Element element;
-    element.setFloating(value);
-    return element;
-}
-
-Element boolean(unsigned int bit) { return MetaData::Trivial_T<bool>((bit & 1U) != 0); }
-
-Element pair(Element first, Element second) {
-    MetaData::Array both;
-    both.push_back(std::move(first));
-    both.push_back(std::move(second));
-    return both;
-}
+double bit(int bits) { return (bits & 1) != 0 ? 1 : 0; }
 
 } // namespace
 
@@ -94,38 +81,65 @@ std::size_t EncodedArray::count() const noexcept {
                                 : room;
 }
 
-MetaData::Array EncodedArray::values(std::size_t most) const {
+Samples EncodedArray::samples(std::size_t most) const {
     auto const wanted = std::min(most, count());
     auto const bytesWanted = (wanted * bitsPerElement() + 7) / 8;
     std::vector<unsigned char> bytes((bytesWanted + 2) / 3 * 3);
     Base64::decode(text_.substr(0, bytes.size() / 3 * 4), bytes.data(), bytes.size());
 
-    MetaData::Array values;
-    values.reserve(static_cast<unsigned int>(wanted));
+    Samples samples;
+    samples.isBoolean = type_ == Type::boolean || type_ == Type::complexBoolean;
+    samples.isComplex = type_ == Type::complexBoolean || type_ == Type::complexFloating;
+    samples.real.reserve(wanted);
+    samples.imaginary.reserve(samples.isComplex ? wanted : 0);
     for (std::size_t i = 0; i < wanted; ++i) {
         auto const* const here = bytes.data() + i * bitsPerElement() / 8;
         switch (type_) {
         case Type::boolean:
-            values.push_back(boolean(*here >> i % 8));
+            samples.real.push_back(bit(*here >> i % 8));
             break;
-        case Type::complexBoolean: {
-            auto const bits = static_cast<unsigned int>(*here) >> i % 4 * 2;
-            values.push_back(pair(boolean(bits), boolean(bits >> 1U)));
+        case Type::complexBoolean:
+            samples.real.push_back(bit(*here >> i % 4 * 2));
+            samples.imaginary.push_back(bit(*here >> (i % 4 * 2 + 1)));
             break;
-        }
         case Type::floating:
-            values.push_back(number(at<double>(here)));
+            samples.real.push_back(at<double>(here));
             break;
         case Type::complexFloating:
-            values.push_back(pair(number(at<double>(here)), number(at<double>(here + 8))));
+            samples.real.push_back(at<double>(here));
+            samples.imaginary.push_back(at<double>(here + 8));
             break;
-        case Type::integer: {
-            Element element;
-            element.setSigned(at<std::int32_t>(here));
-            values.push_back(std::move(element));
+        case Type::integer:
+            samples.real.push_back(at<std::int32_t>(here));
             break;
         }
+    }
+    return samples;
+}
+
+MetaData::Array EncodedArray::values(std::size_t most) const {
+    auto const samples = this->samples(most);
+    auto const one = [this, &samples](double value) {
+        Element element;
+        if (samples.isBoolean)
+            element.setBoolean(value != 0);
+        else if (type_ == Type::integer)
+            element.setSigned(static_cast<std::int64_t>(value));
+        else
+            element.setFloating(value);
+        return element;
+    };
+    MetaData::Array values;
+    values.reserve(static_cast<unsigned int>(samples.size()));
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        if (!samples.isComplex) {
+            values.push_back(one(samples.real[i]));
+            continue;
         }
+        MetaData::Array both;
+        both.push_back(one(samples.real[i]));
+        both.push_back(one(samples.imaginary[i]));
+        values.push_back(std::move(both));
     }
     return values;
 }

@@ -6,6 +6,8 @@
 
 #include <tolv/core/metadata/element.h>
 
+#include "samples.h"
+
 namespace Tolv::Tool {
 
 /// An array in its encoded form: the object with "type", "len" and "base64". It refers to the tree
@@ -22,8 +24,10 @@ public:
     /// What "len" says.
     [[nodiscard]] unsigned long long statedCount() const noexcept { return len_; }
 
-    /// The first elements, at most `most`, in the form that they have in a plain array.
+    /// The first elements, at most `most`.
     /// @throws Exception::InvalidParameter when the part of the text that holds them is no base64
+    [[nodiscard]] Samples samples(std::size_t most) const;
+    /// The same in the form that they have in a plain array.
     [[nodiscard]] MetaData::Array values(std::size_t most) const;
 
 private:

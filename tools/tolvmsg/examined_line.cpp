@@ -51,6 +51,17 @@ ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
 
 } // namespace
 
+ExaminedLine parse(std::string_view json) {
+    ExaminedLine line;
+    try {
+        MetaData::ReaderJson::Read(line.input, json);
+        line.id = idOf(line.input);
+    } catch (Exception::Base const& e) {
+        line.error = e.what();
+    }
+    return line;
+}
+
 ExaminedLine examine(CapturedCout& printed, std::string_view json) {
     return examined(printed, [&](ExaminedLine& line) {
         MetaData::Element input;

@@ -27,6 +27,10 @@ struct ExaminedLine {
     std::vector<std::string> notes;                     ///< what the library printed meanwhile
 };
 
+/// Reads a JSON text without making its message: gives its tree and the id, where it has one. The
+/// error is set when it is no JSON. It does not throw for what the text holds.
+ExaminedLine parse(std::string_view json);
+
 /// Makes the message of a JSON text through the factory. It does not throw for what the text holds.
 ExaminedLine examine(CapturedCout& printed, std::string_view json);
 

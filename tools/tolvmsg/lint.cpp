@@ -17,6 +17,7 @@
 #include "input.h"
 #include "json_object.h"
 #include "line_reader.h"
+#include "progress.h"
 #include "style.h"
 #include "text.h"
 #include "tree_text.h"
@@ -176,8 +177,10 @@ private:
         constexpr auto mostLineBytes = std::size_t{1} << 30U;
         Input const input(file);
         LineReader reader(input.descriptor(), mostLineBytes, [this] { out_.flush(); });
+        Progress progress(input.descriptor(), out_);
         LineReader::Line line;
         for (std::uint64_t number = 1; reader.next(line); ++number) {
+            progress.update();
             if (line.text.find_first_not_of(" \t\r") == std::string_view::npos && !line.tooLong)
                 continue;
             ExaminedLine examined;

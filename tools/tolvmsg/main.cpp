@@ -17,18 +17,20 @@ void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", text); }
 int run(int argc, char** argv, Output& out) {
     CLI::App app("Shows the messages that instruments and their clients exchange.", "tolvmsg");
     app.set_version_flag("--version", "tolvmsg " TOLV_VERSION);
-    app.footer(
-        "Examples:\n"
-        "  tolvmsg list                                  all message classes\n"
-        "  tolvmsg example App::ConnectMessage           a message to start from\n"
-        "  tolvmsg decode session.ndjson                 a log, for people\n"
-        "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
-        "  tolvmsg lint session.ndjson                   what peers would stumble over\n"
-        "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
-        "\n"
-        "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, or a\n"
-        "token is not authentic;\n"
-        "2 wrong usage, or an input that cannot be read; 3 the standard output cannot be written.");
+    app.footer("Examples:\n"
+               "  tolvmsg list                                  all message classes\n"
+               "  tolvmsg example App::ConnectMessage           a message to start from\n"
+               "  tolvmsg decode session.ndjson                 a log, for people\n"
+               "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
+               "  tolvmsg lint session.ndjson                   what peers would stumble over\n"
+               "  tolvmsg diff a.ndjson b.ndjson                what differs between two logs\n"
+               "  tolvmsg plot --output t.svg session.ndjson    a trace, drawn\n"
+               "  tolvmsg export session.ndjson >trace.csv      a trace, as numbers\n"
+               "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
+               "\n"
+               "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, two\n"
+               "logs differ, there is no such trace, or a token is not authentic;\n"
+               "2 wrong usage, or an input that cannot be read; 3 the output cannot be written.");
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
     app.failure_message([](CLI::App const*, CLI::Error const& e) {
@@ -40,6 +42,9 @@ int run(int argc, char** argv, Output& out) {
     addExampleCommand(app, chosen);
     addDecodeCommand(app, chosen);
     addLintCommand(app, chosen);
+    addDiffCommand(app, chosen);
+    addPlotCommand(app, chosen);
+    addExportCommand(app, chosen);
     addTokenCommand(app, chosen);
     try {
         app.parse(argc, argv);

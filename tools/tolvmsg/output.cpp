@@ -8,13 +8,14 @@
 
 namespace Tolv::Tool {
 
-OutputLost::OutputLost(int error)
-    : std::runtime_error("cannot write to the standard output: " +
-                         std::generic_category().message(error)),
+OutputLost::OutputLost(std::string const& name, int error)
+    : std::runtime_error("cannot write to " + name + ": " + std::generic_category().message(error)),
       readerGone_(error == EPIPE) {}
 
 void Output::flush() {
     std::string_view rest = buffer_;
+    if (beforeFlush_ && !rest.empty())
+        beforeFlush_();
     while (!rest.empty()) {
         auto const written = ::write(descriptor_, rest.data(), rest.size());
         if (written >= 0) {
@@ -23,7 +24,7 @@ void Output::flush() {
             pollfd ready{descriptor_, POLLOUT, 0};
             ::poll(&ready, 1, -1);
         } else if (errno != EINTR) {
-            throw OutputLost(errno);
+            throw OutputLost(name_, errno);
         }
     }
     buffer_.clear();

@@ -1,15 +1,17 @@
 #pragma once
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Tolv::Tool {
 
-/// The standard output could not be written.
+/// The output could not be written.
 class OutputLost : public std::runtime_error {
 public:
-    explicit OutputLost(int error);
+    OutputLost(std::string const& name, int error);
     /// The reader has gone (`| head`), which is no fault to complain about.
     [[nodiscard]] bool readerGone() const noexcept { return readerGone_; }
 
@@ -21,7 +23,9 @@ private:
 /// object ends is lost.
 class Output {
 public:
-    explicit Output(int descriptor) : descriptor_(descriptor) {}
+    /// @param name what a complaint calls it
+    explicit Output(int descriptor, std::string name = "the standard output")
+        : descriptor_(descriptor), name_(std::move(name)) {}
     Output(Output const&) = delete;
     Output& operator=(Output const&) = delete;
 
@@ -35,11 +39,16 @@ public:
     /// @throws OutputLost
     void flush();
 
+    /// What is done before anything goes out, or nothing.
+    void setBeforeFlush(std::function<void()> action) { beforeFlush_ = std::move(action); }
+
 private:
     static constexpr std::size_t enough = std::size_t{1} << 16U;
 
     int descriptor_;
+    std::string name_;
     std::string buffer_;
+    std::function<void()> beforeFlush_;
 };
 
 } // namespace Tolv::Tool

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "output.h"
+
+namespace Tolv::Tool {
+
+/// A bar on the standard error that says how much of the work is done. It is there only where the
+/// standard error is a terminal and the work takes some time, goes away before the output writes,
+/// and is erased at the end.
+class Progress {
+public:
+    static constexpr std::uint64_t muchWork = 4'000'000; ///< bytes
+
+    /// For a file that is read: its position is the work. @param out outlives this object
+    Progress(int descriptor, Output& out);
+    /// @param total bytes @param out outlives this object
+    Progress(std::uint64_t total, Output& out);
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+    ~Progress();
+
+    /// Shows how far the reading is. Cheap when called often.
+    void update() {
+        if (total_ > 0 && isTime())
+            show(position());
+    }
+    /// Shows how far the work is. @param done bytes
+    void update(std::uint64_t done) {
+        if (total_ > 0 && isTime())
+            show(done);
+    }
+
+private:
+    bool isTime();
+    [[nodiscard]] std::uint64_t position() const;
+    void show(std::uint64_t done);
+    void erase();
+
+    Output& out_;
+    int descriptor_ = -1;
+    std::uint64_t total_ = 0; ///< 0: no bar
+    bool shown_ = false;
+    std::chrono::steady_clock::time_point next_;
+};
+
+} // namespace Tolv::Tool
