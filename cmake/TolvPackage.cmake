@@ -51,6 +51,7 @@ package(libtolv-dev libdevel "libtolvmessages0 ${same}, libtolvcore0 ${same}"
 package(tolv-tools utils "libtolvmessages0 ${same}, libtolvcore0 ${same}, libssl3 (>= 3.0.0), ${runtime}"
     "lists, shows and explains messages of measurement instruments"
     "${family}\n.\nThis package has the command tolvmsg.")
+set(CPACK_DEBIAN_TOLV-TOOLS_PACKAGE_RECOMMENDS gnuplot-nox) # for tolvmsg plot
 # Others that are built against a library depend on its package; the loader's cache gets renewed.
 foreach(library IN ITEMS Core Messages)
     string(TOLOWER "libtolv${library}0" component)

@@ -41,6 +41,8 @@ Canvas canvasOf(Options const& options, bool twoPanels) {
 }
 
 int plot(Options& options, Output& standardOutput) {
+    if (options.terminal && !options.output.empty())
+        throw UsageError("--terminal excludes --output");
     if (options.output.empty())
         options.terminal = options.terminal || ::isatty(STDOUT_FILENO) == 1;
     else if (!options.output.ends_with(".svg") && !options.output.ends_with(".png"))
@@ -78,11 +80,9 @@ int plot(Options& options, Output& standardOutput) {
 void addPlotCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
     auto* const command = app.add_subcommand("plot", "Draws a trace: SVG, PNG or in the terminal");
-    auto* const output =
-        command->add_option("--output", options->output, "Picture to write, .svg or .png")
-            ->option_text("FILE");
-    command->add_flag("--terminal", options->terminal, "As text; the default on a terminal")
-        ->excludes(output);
+    command->add_option("--output", options->output, "Picture to write, .svg or .png")
+        ->option_text("FILE");
+    command->add_flag("--terminal", options->terminal, "As text; the default on a terminal");
     command
         ->add_option("--size", options->size,
                      "Pixels, or columns and lines (default 1000 by 550, or the terminal's)")

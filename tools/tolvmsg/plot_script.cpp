@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <limits>
 #include <numbers>
 
 #include "gnuplot.h"
@@ -26,6 +27,9 @@ constexpr char const* truthAxis = "set yrange [-0.1:1.1]\nset ytics 1\n";
 constexpr char const* phaseAxis = "set yrange [-180:180]\nset ytics 90\n";
 constexpr char const* anyAxis = "set yrange [-1:1]\nset ytics autofreq\n";
 
+/// Not so what gnuplot, too, takes for infinite.
+bool isDrawable(double y) { return std::abs(y) <= std::numeric_limits<double>::max() / 4; }
+
 std::string labelled(std::string const& name, std::string const& unit) {
     return unit.empty() ? name : name + " (" + unit + ')';
 }
@@ -50,7 +54,7 @@ std::vector<Panel> panelsOf(Trace const& trace) {
 }
 
 std::string row(std::size_t x, double y) {
-    return std::to_string(x) + ' ' + (std::isfinite(y) ? numberText(y) : "NaN") + '\n';
+    return std::to_string(x) + ' ' + (isDrawable(y) ? numberText(y) : "NaN") + '\n';
 }
 
 /// Of each step the lowest and the highest value, in the order of the samples.
@@ -62,11 +66,11 @@ std::string rowsOf(std::vector<double> const& values) {
         auto lowest = begin;
         auto highest = begin;
         for (auto i = begin; i < end; ++i) {
-            if (!std::isfinite(values[i]))
+            if (!isDrawable(values[i]))
                 continue;
-            if (!std::isfinite(values[lowest]) || values[i] < values[lowest])
+            if (!isDrawable(values[lowest]) || values[i] < values[lowest])
                 lowest = i;
-            if (!std::isfinite(values[highest]) || values[i] > values[highest])
+            if (!isDrawable(values[highest]) || values[i] > values[highest])
                 highest = i;
         }
         rows += row(std::min(lowest, highest), values[std::min(lowest, highest)]);
@@ -130,7 +134,7 @@ std::string plotScript(Trace const& trace, std::string const& title, Canvas cons
         script += "set xlabel " + gnuplotString(i + 1 == panels.size() ? "sample" : "") + '\n';
         script += "set ylabel " + gnuplotString(panels[i].label) + " noenhanced\n";
         auto const isEmpty =
-            std::none_of(values.begin(), values.end(), [](double y) { return std::isfinite(y); });
+            std::none_of(values.begin(), values.end(), [](double y) { return isDrawable(y); });
         script += isEmpty ? anyAxis : panels[i].axis; // gnuplot refuses to guess a range of nothing
         script += "plot ";
         if (!segments.empty())

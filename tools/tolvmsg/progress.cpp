@@ -22,7 +22,8 @@ std::uint64_t sizeOf(int descriptor) {
 Progress::Progress(std::uint64_t total, Output& out) : out_(out) {
     if (total > muchWork && ::isatty(STDERR_FILENO) == 1) {
         total_ = total;
-        out_.setBeforeFlush([this] { erase(); });
+        if (::isatty(STDOUT_FILENO) == 1) // the two would be on one line
+            out_.setBeforeFlush([this] { erase(); });
     }
 }
 
@@ -32,8 +33,7 @@ Progress::Progress(int descriptor, Output& out) : Progress(sizeOf(descriptor), o
 
 Progress::~Progress() {
     erase();
-    if (total_ > 0)
-        out_.setBeforeFlush({});
+    out_.setBeforeFlush({});
 }
 
 bool Progress::isTime() {

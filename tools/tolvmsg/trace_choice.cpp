@@ -87,11 +87,9 @@ void TraceChoice::addOptions(CLI::App& command) {
     filter_.addOptions(command);
     command.add_option("--line", line_, "The message in this line, from 1")
         ->check(CLI::PositiveNumber)
+        ->option_text("NUMBER")
         ->group("Filters");
-    command
-        .add_option("--path", path_,
-                    "The array there, such as Data.Messages[2].Data.trace (default: the first "
-                    "\"trace\")")
+    command.add_option("--path", path_, "The array there: Data.iv (default: the first \"trace\")")
         ->group("Filters");
     command.add_option("FILE", file_, "File to read; \"-\", the default, is the standard input")
         ->type_name("");
