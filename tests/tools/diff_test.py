@@ -112,6 +112,7 @@ class Diff(unittest.TestCase):
             ("a1b1c1", "a1b2c1", [(2, 2)]),
             ("a1b1c1", "b2c2", [(1, None), (2, 1), (3, 2)]),
             ("a1a2a3", "a2a3a4", [(1, None), (None, 3)]),    # equal lines rather than neighbours
+            ("a1a2a2", "a2a2a3a3", [(1, None), (None, 3), (None, 4)]),
             ("a1a1a1", "a1a1", [(3, None)]),
             ("a1b1", "b1a1", [(1, None), (None, 2)]),
             ("a1", "b1", [(1, 1)]),                          # two messages, whatever they are
