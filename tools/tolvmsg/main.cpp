@@ -49,7 +49,7 @@ int run(int argc, char** argv, Output& out) {
     addExportCommand(app, chosen);
     addTokenCommand(app, chosen);
     addSchemaCommand(app, chosen);
-    // TMP addCatalogueCommand(app, chosen);
+    addCatalogueCommand(app, chosen);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& result) {
