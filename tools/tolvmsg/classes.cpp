@@ -45,14 +45,17 @@ MessageClass const* Classes::find(unsigned long long id) const noexcept {
     return found != all_.end() && found->id == id ? &*found : nullptr;
 }
 
-MetaData::Element const* Classes::defaultTree(unsigned long long id) const {
+MetaData::Element const* Classes::example(unsigned long long id) const {
     if (auto const known = trees_.find(id); known != trees_.end())
         return &known->second;
     auto const* const found = find(id);
     if (found == nullptr || found->make == nullptr)
         return nullptr;
     auto& tree = trees_[id];
-    found->make()->copyToMetaData(tree);
+    auto const message = found->make();
+    if (message->destination.isRequired() && !message->destination.initialized())
+        message->destination = {"instrument"};
+    message->copyToMetaData(tree);
     return &tree;
 }
 

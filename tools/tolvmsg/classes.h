@@ -33,9 +33,9 @@ public:
     /// The class with this id, or null.
     [[nodiscard]] MessageClass const* find(unsigned long long id) const noexcept;
 
-    /// What a default-built message of the class writes; null where no such message can be made.
-    /// It stays where it is.
-    [[nodiscard]] MetaData::Element const* defaultTree(unsigned long long id) const;
+    /// A message to start from: what a default-built one writes, with a destination where the class
+    /// demands one. Null where no such message can be made. It stays where it is.
+    [[nodiscard]] MetaData::Element const* example(unsigned long long id) const;
 
 private:
     std::vector<MessageClass> all_;

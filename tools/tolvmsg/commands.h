@@ -42,5 +42,7 @@ void addDiffCommand(CLI::App& app, Action& chosen);
 void addPlotCommand(CLI::App& app, Action& chosen);
 void addExportCommand(CLI::App& app, Action& chosen);
 void addTokenCommand(CLI::App& app, Action& chosen);
+void addSchemaCommand(CLI::App& app, Action& chosen);
+void addCatalogueCommand(CLI::App& app, Action& chosen);
 
 } // namespace Tolv::Tool

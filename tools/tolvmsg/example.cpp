@@ -16,7 +16,7 @@ namespace {
 int printExample(std::string const& id, Output& out) {
     Classes const classes;
     auto const& wanted = resolveClass(classes, id);
-    auto const* const tree = classes.defaultTree(wanted.id);
+    auto const* const tree = classes.example(wanted.id);
     if (tree == nullptr)
         throw UsageError(wanted.className + " is in no catalogue, so there is no way to build one");
     std::string text;
@@ -30,7 +30,7 @@ int printExample(std::string const& id, Output& out) {
 void addExampleCommand(CLI::App& app, Action& chosen) {
     auto const id = std::make_shared<std::string>();
     auto* const command =
-        app.add_subcommand("example", "Prints a default-built message as one line of JSON");
+        app.add_subcommand("example", "Prints a message to start from as one line of JSON");
     command->add_option("ID", *id, "Id in hexadecimal, decimal or dotted form, or alias")
         ->type_name("")
         ->required();

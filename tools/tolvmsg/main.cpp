@@ -27,6 +27,8 @@ int run(int argc, char** argv, Output& out) {
                "  tolvmsg plot --output t.svg session.ndjson    a trace, drawn\n"
                "  tolvmsg export session.ndjson >trace.csv      a trace, as numbers\n"
                "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
+               "  tolvmsg schema App::ConnectMessage            what a validator of JSON wants\n"
+               "  tolvmsg catalogue site                        pages about all messages\n"
                "\n"
                "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, two\n"
                "logs differ, there is no such trace, or a token is not authentic;\n"
@@ -46,6 +48,8 @@ int run(int argc, char** argv, Output& out) {
     addPlotCommand(app, chosen);
     addExportCommand(app, chosen);
     addTokenCommand(app, chosen);
+    addSchemaCommand(app, chosen);
+    addCatalogueCommand(app, chosen);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& result) {

@@ -1,0 +1,54 @@
+#include <memory>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "catalogue/pages.h"
+#include "catalogue/resources.h"
+#include "commands.h"
+#include "folder.h"
+#include "schema.h"
+
+namespace Tolv::Tool {
+
+namespace {
+
+int writeCatalogue(std::string const& path, Output& out) {
+    Classes const classes;
+    std::vector<Catalogue::Entry> entries;
+    for (auto const& known : classes.all())
+        entries.emplace_back(known);
+    Folder const folder(path);
+    folder.write("site.css", Catalogue::siteCss);
+    folder.write("site.js", Catalogue::siteJs);
+    folder.write("index.html", Catalogue::indexPage(entries));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        folder.write(entries[i].page(), Catalogue::messagePage(classes, entries, i));
+        folder.write(entries[i].stem + ".schema.json",
+                     indentedJson(schemaOf(classes, entries[i].description)));
+    }
+    out.write(path + "/index.html\n");
+    return success;
+}
+
+} // namespace
+
+void addCatalogueCommand(CLI::App& app, Action& chosen) {
+    auto const folder = std::make_shared<std::string>();
+    auto* const command =
+        app.add_subcommand("catalogue", "Writes pages about all message classes, for a browser");
+    command->add_option("DIR", *folder, "Folder for the pages; made when it is not there")
+        ->type_name("")
+        ->required();
+    command->footer(
+        "The pages need neither a server nor a network: open DIR/index.html, whose name\n"
+        "the command prints. The same program writes the same pages each time.\n"
+        "\n"
+        "Example:\n"
+        "  xdg-open \"$(tolvmsg catalogue site)\"");
+    command->callback([&chosen, folder] {
+        chosen = [folder](Output& out) { return writeCatalogue(*folder, out); };
+    });
+}
+
+} // namespace Tolv::Tool

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "catalogue/entry.h"
+
+namespace Tolv::Tool::Catalogue {
+
+/// The page that lists all messages, in families.
+std::string indexPage(std::vector<Entry> const& entries);
+
+/// The page of one message. @param at its place in `entries`
+std::string messagePage(Classes const& classes, std::vector<Entry> const& entries, std::size_t at);
+
+} // namespace Tolv::Tool::Catalogue
