@@ -399,4 +399,43 @@ TEST(Base64, takesNullOnlyForNothing) {
     EXPECT_THROW(Tolv::decodeBase64("AAAA", nullptr, 3), Tolv::Exception::InvalidParameter);
 }
 
+TEST(Base64, decodesPieceByPiece) {
+    using Bytes = std::vector<unsigned char>;
+    auto const append = [](void* all, unsigned char const* bytes, std::size_t size) {
+        static_cast<Bytes*>(all)->insert(static_cast<Bytes*>(all)->end(), bytes, bytes + size);
+    };
+    auto const piece = Tolv::Base64::pieceSize;
+    for (auto const border : {std::size_t{3}, piece, 2 * piece}) {
+        for (auto size = border - 3; size <= border + 3;
+             ++size) { // all paddings around each border
+            Bytes content(size);
+            for (std::size_t i = 0; i < size; ++i)
+                content[i] = static_cast<unsigned char>(i * 7 + i / 256);
+            std::string text;
+            Tolv::Base64::encode(content.data(), size, text);
+            Bytes all;
+            Tolv::Base64::decodePieces(text, append, &all);
+            ASSERT_TRUE(all == content) << size;
+
+            // The text of a piece is no text of its own: padding within is refused, and places
+            // count from the start.
+            if (text.size() < 8)
+                continue;
+            auto broken = text;
+            broken[text.size() - 5] = '=';
+            auto const refusal = [&](auto const& decode) -> std::string {
+                try {
+                    decode();
+                } catch (Tolv::Exception::InvalidParameter const& e) {
+                    return e.what();
+                }
+                return "accepted";
+            };
+            auto const whole = refusal([&] { Tolv::Base64::decode(broken, nullptr, 0); });
+            EXPECT_EQ(refusal([&] { Tolv::Base64::decodePieces(broken, append, &all); }), whole);
+            EXPECT_NE(whole, "accepted") << size;
+        }
+    }
+}
+
 } // namespace

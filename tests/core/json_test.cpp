@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <streambuf>
@@ -351,6 +352,45 @@ TEST(ReaderJson, ARefusalLeavesNothingBehind) {
         EXPECT_NE(refusalOf(text), "accepted") << row.text;
         EXPECT_EQ(counted.blocks(), 0) << row.text << ": " << row.why;
     }
+}
+
+TEST(ReaderJson, RefersToATextThatIsShared) {
+    std::string const umlauts = std::string(5000, 'x') + "\u00E4";
+    struct {
+        std::string text; ///< between the quotes
+        std::string value;
+        bool borrowed;
+        char const* why;
+    } const rows[] = {
+        {std::string(4095, 'a'), std::string(4095, 'a'), false, "short enough for a copy"},
+        {std::string(4096, 'a'), std::string(4096, 'a'), true, "the shortest that is not copied"},
+        {umlauts, umlauts, true, "not ASCII"},
+        {std::string(5000, 'a') + "\\n", std::string(5000, 'a') + '\n', false, "with an escape"},
+    };
+    for (auto const& row : rows) {
+        auto text = std::make_shared<std::string const>("[\"" + row.text + "\"]");
+        auto const* const begin = text->data();
+        std::weak_ptr<std::string const> const alive = text;
+        Element element;
+        ReaderJson::Read(element, text);
+        text.reset();
+        Element copy = element;
+        element.setNull();
+        EXPECT_EQ(alive.expired(), !row.borrowed) << row.why;
+        auto const& read = static_cast<Array const&>(copy)[0];
+        EXPECT_EQ(read.asStringView(), row.value) << row.why;
+        EXPECT_EQ(read.asStringView().data() == begin + 2, row.borrowed) << row.why;
+        EXPECT_EQ(parsed(textOf(copy)), copy) << row.why;
+        copy.setNull();
+        EXPECT_TRUE(alive.expired()) << row.why;
+    }
+    Element element;
+    EXPECT_THROW(ReaderJson::Read(element, std::shared_ptr<std::string const>()),
+                 Exception::InvalidParameter);
+    auto const broken =
+        std::make_shared<std::string const>('"' + std::string(5000, 'x') + "\xFF\"");
+    EXPECT_THROW(ReaderJson::Read(element, broken), Exception::InvalidParameter);
+    EXPECT_EQ(broken.use_count(), 1);
 }
 
 // ---- Duplicate keys --------------------------------------------------------------------------
