@@ -2,6 +2,8 @@
 #include <map>
 #include <vector>
 
+#include <tolv/core/metadata/json.h>
+
 #include "payloads.h"
 #include "roads.h"
 
@@ -111,23 +113,17 @@ private:
 
 Prepared readingWide(std::size_t count) {
     auto const wide = std::make_shared<Wide>(count);
-    MetaData::Element tree;
-    wide->copyToMetaData(tree);
     std::string text;
-    MetaData::WriterJson::Write(tree, text);
+    wide->copyToText(text);
     return writingWith([wide, text] {
-        MetaData::Element element;
-        MetaData::ReaderJson::Read(element, text);
-        wide->copyFromMetaData(element);
+        wide->copyFromText(text);
         keep(*wide);
     });
 }
 
 Prepared writingWide(std::size_t count) {
     return writingWith([wide = std::make_shared<Wide>(count), text = std::string()]() mutable {
-        MetaData::Element element;
-        wide->copyToMetaData(element);
-        MetaData::WriterJson::Write(element, text);
+        wide->copyToText(text);
         keep(text);
     });
 }

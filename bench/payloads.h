@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include <tolv/core/metadata/json.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/attrs/batches.h>
 
@@ -19,17 +18,11 @@ constexpr std::size_t batchSize = 10'000;
 
 /// From text to typed message, through the factory.
 inline std::shared_ptr<Msgs::Message> fromText(std::string_view text) {
-    MetaData::Element tree;
-    MetaData::ReaderJson::Read(tree, text);
-    return Msgs::Message::CreateFromMetaData(tree);
+    return Msgs::Message::CreateFromText(text);
 }
 
 /// From message to text, whose memory is used again.
-inline void toText(Msgs::Message const& message, std::string& text) {
-    MetaData::Element tree;
-    message.copyToMetaData(tree);
-    MetaData::WriterJson::Write(tree, text);
-}
+inline void toText(Msgs::Message const& message, std::string& text) { message.copyToText(text); }
 
 inline std::string textOf(Msgs::Message const& message) {
     std::string text;

@@ -13,7 +13,8 @@
 namespace Tolv::Fuzzing {
 
 /// A tree that is no message is refused with InvalidParameter; a message that was made of a tree
-/// can be written, and what is written reads as the same message. Nothing else may be thrown.
+/// can be written, with and without a tree to be seen, and what is written reads as the same
+/// message. Nothing else may be thrown.
 inline void checkMessage(MetaData::Element const& tree) {
     using namespace MetaData;
     std::shared_ptr<Msgs::Message> message;
@@ -28,10 +29,11 @@ inline void checkMessage(MetaData::Element const& tree) {
     message->copyToMetaData(first);
     std::string text;
     WriterJson::Write(first, text);
+    std::string direct;
+    message->copyToText(direct);
+    require(direct == text, "the text written at once differs from that of the tree");
 
-    Element sent;
-    ReaderJson::Read(sent, text);
-    auto const again = Msgs::Message::CreateFromMetaData(sent);
+    auto const again = Msgs::Message::CreateFromText(text);
     require(again != nullptr, "a message was written that nobody knows");
     Element second;
     again->copyToMetaData(second);
@@ -41,14 +43,30 @@ inline void checkMessage(MetaData::Element const& tree) {
     require(textAgain == text, "the second text differs from the first");
 }
 
-/// The same with a text, which may be refused.
+/// The text of the message that `make` makes, or what became of it instead.
+template <class Make>
+std::string outcomeOf(Make make) {
+    std::string text;
+    try {
+        if (auto const message = make())
+            message->copyToText(text);
+        else
+            text = "nobody registered the id";
+    } catch (Exception::InvalidParameter const& e) {
+        text = std::string("refused: ") + e.what();
+    }
+    return text;
+}
+
+/// The same with a text, which may be refused. Both ways of reading it do the same.
 inline void checkMessageText(std::string_view text) {
     MetaData::Element tree;
-    try {
+    auto const byTree = outcomeOf([&] {
         MetaData::ReaderJson::Read(tree, text);
-    } catch (Exception::InvalidParameter const&) {
-        return;
-    }
+        return Msgs::Message::CreateFromMetaData(tree);
+    });
+    auto const atOnce = outcomeOf([&] { return Msgs::Message::CreateFromText(text); });
+    require(atOnce == byTree, "a text read at once differs from its tree");
     checkMessage(tree);
 }
 

@@ -18,7 +18,6 @@ using boost::asio::local::stream_protocol;
 using boost::system::error_code;
 using Tolv::MetaData::Element;
 using Tolv::MetaData::ReaderJson;
-using Tolv::MetaData::WriterJson;
 
 namespace {
 
@@ -161,10 +160,8 @@ LineConnection::LineConnection(LineConnection&& other) noexcept = default;
 LineConnection::~LineConnection() = default;
 
 void LineConnection::send(Message const& message) {
-    Element tree;
-    message.copyToMetaData(tree);
     std::string line;
-    WriterJson::Write(tree, line);
+    message.copyToText(line);
     implementation_->writeLine(line);
     implementation_->record(message.id(), line);
 }

@@ -13,6 +13,8 @@
 
 #include <tolv/core/exceptions.h>
 
+#include "support/trees.h"
+
 namespace Tolv::MetaData {
 namespace {
 
@@ -22,8 +24,12 @@ std::optional<Element> read(std::string_view text) {
     try {
         ReaderJson::Read(element, text);
     } catch (Exception::InvalidParameter const&) {
+        EXPECT_THROW(Testing::Taken().copyFromText(text), Exception::InvalidParameter);
         return std::nullopt;
     }
+    Testing::Taken taken;
+    taken.copyFromText(text);
+    EXPECT_EQ(taken.tree, element) << text;
     return element;
 }
 

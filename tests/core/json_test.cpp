@@ -19,6 +19,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <support/counters.h>
+#include <support/trees.h>
 
 namespace Tolv::MetaData {
 namespace {
@@ -28,6 +29,9 @@ using namespace std::string_literals;
 Element parsed(std::string_view text) {
     Element element;
     ReaderJson::Read(element, text);
+    Testing::Taken taken;
+    taken.copyFromText(text);
+    EXPECT_EQ(taken.tree, element);
     return element;
 }
 
@@ -45,6 +49,9 @@ std::string refusalOf(std::string_view text, Limits const& limits = {}) {
         ReaderJson::Read(element, text, limits);
     } catch (Exception::InvalidParameter const& e) {
         EXPECT_EQ(element.asStringView(), "must stay as it is") << text;
+        EXPECT_EQ(Testing::thrownBy<Exception::InvalidParameter>(
+                      [&] { Testing::Taken().copyFromText(text, limits); }),
+                  e.what());
         return e.what();
     }
     return "accepted";

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <tolv/core/metadata/json.h>
+#include <tolv/core/metadata/mirrored_object.h>
 
 namespace Tolv::Testing {
 
@@ -35,6 +36,16 @@ template <class T>
 void readInto(T& object, std::string_view text) {
     object.copyFromMetaData(parsed(text));
 }
+
+/// Takes a copy of the tree that it is read from: what `copyFromText` reads, to be compared with
+/// what `ReaderJson::Read` does.
+class Taken : public MetaData::MirroredObject {
+public:
+    MetaData::Element tree;
+
+    void copyToMetaData(MetaData::Element& element) const override { element = tree; }
+    void copyFromMetaData(MetaData::Element const& element) override { tree = element; }
+};
 
 /// The text of the exception of class `Expected` that `call` throws; "nothing thrown" for none.
 /// Any other exception passes through and fails the test.

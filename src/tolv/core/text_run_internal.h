@@ -64,20 +64,31 @@ inline char const* endOfRun(char const* at, char const* end, bool& beyondAscii) 
     return at;
 }
 
-/// Whether all of the first `size` of 16 bytes are ASCII and can stand for themselves.
-inline bool isPlainAscii(char const* bytes16, std::size_t size) noexcept {
+/// How many of 16 bytes, from the first on, are ASCII and can stand for themselves.
+inline std::size_t plainRun16(char const* bytes16) noexcept {
 #if defined(TOLV_TEXT_RUN_SSE2)
     auto const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(bytes16));
     // Compared as signed bytes, those beyond ASCII are below the space, too.
     auto const found = _mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)),
                                     _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),
                                                  _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
-    auto const first = static_cast<unsigned int>(_mm_movemask_epi8(found));
-    return (first & ((1U << size) - 1)) == 0;
+    auto const stops = static_cast<unsigned int>(_mm_movemask_epi8(found));
+    return static_cast<std::size_t>(std::countr_zero(stops | 1U << 16U));
 #else
     auto beyondAscii = false;
-    return endOfRun(bytes16, bytes16 + size, beyondAscii) == bytes16 + size && !beyondAscii;
+    auto const* const end = endOfRun(bytes16, bytes16 + 16, beyondAscii);
+    if (!beyondAscii) [[likely]]
+        return static_cast<std::size_t>(end - bytes16);
+    auto const* at = bytes16;
+    while ((*at & 0x80) == 0)
+        ++at;
+    return static_cast<std::size_t>(at - bytes16);
 #endif
+}
+
+/// Whether all of the first `size` of 16 bytes are ASCII and can stand for themselves.
+inline bool isPlainAscii(char const* bytes16, std::size_t size) noexcept {
+    return plainRun16(bytes16) >= size;
 }
 
 } // namespace Tolv::Detail

@@ -10,6 +10,7 @@
 #include <tolv/core/base64.h>
 #include <tolv/core/bit_vectors.h>
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/encoding.h>
 #include <tolv/metadata/reflector.h>
 
 namespace Tolv::MetaData {
@@ -63,9 +64,7 @@ void encodeElements(std::vector<T> const& values, Element& element) {
         encodeBits(values, text);
         element.setString(text);
     } else {
-        auto const bytes = bytesOf(values);
-        Base64::encode(bytes.data(), bytes.size(),
-                       element.makeString(Base64::encodedSize(bytes.size()), true));
+        putEncoded(element, bytesOf(values));
     }
 }
 

@@ -199,18 +199,19 @@ private:
     /// What stands in a list is a copy of what was read, with what a copy does to required fields
     /// that did not read, and to messages without payload. Where all fields did read, the copy
     /// would be the same and is left out; what copies itself in a way of its own is copied.
-    static void readRecord(Element const& entry, std::vector<T>& read) requires Record<T> {
-        if constexpr (std::derived_from<T, MirroredObject> &&
-                      requires { typename DefaultOf<T>::IsDefaultBuilt; }) {
+    template <Record R>
+    static void readRecord(Element const& entry, std::vector<R>& read) {
+        if constexpr (std::derived_from<R, MirroredObject> &&
+                      requires { typename DefaultOf<R>::IsDefaultBuilt; }) {
             auto const missedBefore = Detail::requiredFieldsMissed();
             read.emplace_back().copyFromMetaData(entry);
             if (Detail::requiredFieldsMissed() == missedBefore) [[likely]]
                 return;
-            T const one(read.back());
+            R const one(read.back());
             read.pop_back();
             read.push_back(one);
         } else {
-            T one = DefaultOf<T>::make();
+            R one = DefaultOf<R>::make();
             one.copyFromMetaData(entry);
             read.push_back(std::as_const(one));
         }

@@ -185,18 +185,14 @@ std::string buildingLines(Classes const& classes, ClassDescription const& messag
         lines.build(fields, "data", findField(message.fields, "Data")->type->strict, Extent::all);
         lines.add("");
     }
-    lines.add("MetaData::Element tree;");
-    lines.add("message.copyToMetaData(tree);");
     lines.add("std::string text;");
-    lines.add("MetaData::WriterJson::Write(tree, text);");
+    lines.add("message.copyToText(text);");
     return prelude + lines.text();
 }
 
 std::string readingLines(ClassDescription const& message) {
     Lines lines(nullptr);
-    lines.add("MetaData::Element tree;");
-    lines.add("MetaData::ReaderJson::Read(tree, text);");
-    lines.add("auto const received = Message::CreateFromMetaData(tree);");
+    lines.add("auto const received = Message::CreateFromText(text);");
     lines.add("auto const message = std::dynamic_pointer_cast<" + message.alias + ">(received);");
     lines.add("if (message == nullptr)");
     lines.add("    return; // of another class");

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include <tolv/core/base64.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/tree_internal.h>
 
@@ -15,10 +16,12 @@ using Detail::ArrayRep;
 using Detail::BorrowedText;
 using Detail::Chunk;
 using Detail::ContainerRep;
+using Detail::DeferredText;
 using Detail::Index;
 using Detail::Member;
 using Detail::ObjectRep;
 using Detail::TextRep;
+using Tolv::Detail::Arena;
 
 namespace {
 
@@ -43,10 +46,11 @@ bool isShared(ContainerRep const& rep) noexcept {
 
 // NOLINTBEGIN(bugprone-sizeof-expression): the items of an index are pointers
 template <class Rep, class Item>
-Rep* allocate(std::uint64_t items) {
+Rep* allocate(std::uint64_t items, Arena* arena = nullptr) {
     if (items > (std::numeric_limits<std::size_t>::max() - sizeof(Rep)) / sizeof(Item))
         throw std::bad_alloc();
-    return new (::operator new(sizeof(Rep) + static_cast<std::size_t>(items) * sizeof(Item))) Rep;
+    auto const bytes = sizeof(Rep) + static_cast<std::size_t>(items) * sizeof(Item);
+    return new (arena != nullptr ? arena->take(bytes) : ::operator new(bytes)) Rep;
 }
 // NOLINTEND(bugprone-sizeof-expression)
 
@@ -70,20 +74,28 @@ TextRep* copiedText(std::string_view text) {
 }
 
 void destroyText(TextRep* rep) noexcept {
-    if (rep->isBorrowed)
-        delete static_cast<BorrowedText*>(rep);
-    else
+    switch (rep->place) {
+    case TextRep::Place::here:
         ::operator delete(rep);
+        break;
+    case TextRep::Place::borrowed:
+        delete static_cast<BorrowedText*>(rep);
+        break;
+    case TextRep::Place::deferred:
+        delete static_cast<DeferredText*>(rep);
+    }
 }
 
-ArrayRep* newArray(std::uint32_t capacity) {
-    auto* const rep = allocate<ArrayRep, Element>(capacity);
+ArrayRep* newArray(std::uint32_t capacity, Arena* arena = nullptr) {
+    auto* const rep = allocate<ArrayRep, Element>(capacity, arena);
+    rep->exposed = arena != nullptr; // to be copied
     rep->capacity = capacity;
     return rep;
 }
 
-ObjectRep* newObject(std::uint32_t capacity) {
-    auto* const rep = allocate<ObjectRep, Member>(capacity);
+ObjectRep* newObject(std::uint32_t capacity, Arena* arena = nullptr) {
+    auto* const rep = allocate<ObjectRep, Member>(capacity, arena);
+    rep->exposed = arena != nullptr; // to be copied
     rep->isObject = true;
     rep->last = &rep->first;
     rep->first.capacity = capacity;
@@ -154,11 +166,11 @@ Member** slotOf(Index& index, std::string_view key) noexcept {
 
 /// An index of all members with room for as many again. Sets `duplicate` to the place of a member
 /// whose key stands before it, too.
-Index* newIndex(ObjectRep& rep, std::ptrdiff_t& duplicate) {
+Index* newIndex(ObjectRep& rep, std::ptrdiff_t& duplicate, Arena* arena = nullptr) {
     auto const slots = std::bit_ceil(std::uint64_t{rep.size} * 4);
     if (slots > std::uint64_t{1} << 31U)
         throw std::bad_alloc();
-    auto* const index = allocate<Index, Member*>(slots);
+    auto* const index = allocate<Index, Member*>(slots, arena);
     index->mask = static_cast<std::uint32_t>(slots - 1);
     std::fill_n(index->slots(), slots, nullptr);
     duplicate = -1;
@@ -355,7 +367,8 @@ private:
             }
             acquire(container->refs);
         } else if (Access::isLongText(source)) {
-            acquire(Access::longText(source)->refs);
+            Access::putLongText(target, Access::share(Access::longText(source)));
+            return;
         }
         Access::copyWords(source, target);
     }
@@ -505,52 +518,96 @@ void Detail::Access::putBorrowedText(Element& target, std::string_view text, boo
     auto* const rep = new BorrowedText;
     rep->size = size;
     rep->isPlain = isPlain;
-    rep->isBorrowed = true;
+    rep->place = TextRep::Place::borrowed;
     rep->text = text.data();
     rep->owner = std::move(owner);
     putLongText(target, rep);
 }
 
-Element Detail::Access::takeArray(std::span<Element> elements) {
-    Array array;
-    if (!elements.empty()) {
-        auto* const rep = array.rep_ = newArray(static_cast<std::uint32_t>(elements.size()));
-        for (auto& element : elements)
-            placeMoved(rep->items() + rep->size++, element);
-    }
-    return array;
+void Detail::Access::putPassingText(Element& target, std::string_view text, bool isPlain,
+                                    Arena& arena) {
+    auto const size = checkedTextSize(text.size());
+    auto* const rep = new (arena.take(sizeof(BorrowedText))) BorrowedText;
+    rep->size = size;
+    rep->isPlain = isPlain;
+    rep->isPassing = true;
+    rep->place = TextRep::Place::borrowed;
+    rep->text = text.data();
+    putLongText(target, rep);
 }
 
-Element Detail::Access::takeObject(std::span<Element> keysAndValues, std::ptrdiff_t& duplicate) {
-    Object object;
-    duplicate = -1;
+void Detail::Access::putDeferredText(Element& target, std::span<unsigned char const> bytes) {
+    auto const size = checkedTextSize(Base64::encodedSize(bytes.size()));
+    auto* const rep = new DeferredText;
+    rep->size = size;
+    rep->isPlain = true;
+    rep->place = TextRep::Place::deferred;
+    rep->bytes = bytes;
+    putLongText(target, rep);
+}
+
+void Detail::DeferredText::encode() {
+    auto encoded = std::make_unique_for_overwrite<char[]>(size);
+    Base64::encode(bytes.data(), bytes.size(), encoded.get());
+    text = std::move(encoded);
+}
+
+TextRep* Detail::Access::share(TextRep* text) {
+    if (text->isPassing) {
+        auto* const copy = copiedText({text->chars(), text->size});
+        copy->isPlain = text->isPlain;
+        return copy;
+    }
+    acquire(text->refs);
+    return text;
+}
+
+namespace {
+
+/// Moves elements to raw memory, and leaves garbage where they were.
+void takeWords(std::span<Element> from, Element* raw) noexcept {
+    std::memcpy(static_cast<void*>(raw), from.data(), from.size_bytes());
+}
+
+} // namespace
+
+void Detail::Access::takeArray(Element& target, std::span<Element> elements, Arena* arena) {
+    if (elements.empty()) {
+        target = Array();
+        return;
+    }
+    auto const count = static_cast<std::uint32_t>(elements.size());
+    auto* const rep = newArray(count, arena);
+    takeWords(elements, rep->items());
+    rep->size = count;
+    putContainer(target, rep);
+}
+
+void Detail::Access::takeObject(Element& target, std::span<Element> keysAndValues, Arena* arena) {
     auto const members = static_cast<std::uint32_t>(keysAndValues.size() / 2);
-    if (members == 0)
-        return object;
-    auto* const rep = object.rep_ = newObject(members);
-    auto* const items = reinterpret_cast<Element*>(rep->first.members());
-    for (std::size_t i = 0; i < keysAndValues.size(); ++i)
-        placeMoved(items + i, keysAndValues[i]);
+    if (members == 0) {
+        target = Object();
+        return;
+    }
+    auto* const rep = newObject(members, arena);
+    takeWords(keysAndValues, reinterpret_cast<Element*>(rep->first.members()));
     rep->size = rep->first.size = members;
-    if (members > ObjectRep::linearLimit) {
-        rep->index = newIndex(*rep, duplicate);
-        return object;
+    putContainer(target, rep);
+}
+
+std::ptrdiff_t Detail::Access::indexObject(Element& target, Arena* arena) {
+    auto* const rep = target.object_.rep_;
+    std::ptrdiff_t duplicate = -1;
+    if (rep->size > ObjectRep::linearLimit) {
+        rep->index = newIndex(*rep, duplicate, arena);
+        return duplicate;
     }
     auto const* const all = rep->first.members();
-    for (std::uint32_t i = 1; i < members; ++i)
+    for (std::uint32_t i = 1; i < rep->size; ++i)
         for (std::uint32_t k = 0; k < i; ++k)
             if (equalTexts(all[i].key_, all[k].key_))
                 duplicate = i;
-    return object;
-}
-
-Element Detail::Access::alias(Object const& object) noexcept {
-    Element element{Object()};
-    if (object.rep_ != nullptr) {
-        acquire(object.rep_->refs);
-        element.object_.rep_ = object.rep_;
-    }
-    return element;
+    return duplicate;
 }
 
 // ---- Array ---------------------------------------------------------------------------------
@@ -732,9 +789,7 @@ void Element::copyShared(Element const& other) {
         Access::putContainer(*this, rep);
         return;
     }
-    if (other.tag() == tagLongText)
-        acquire(other.longText_->refs);
-    copyWords(other);
+    Access::putLongText(*this, Access::share(other.longText_));
 }
 
 void Element::release() noexcept { Graveyard().drop(*this); }

@@ -2,7 +2,10 @@
 #include <utility>
 
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/encoding_internal.h>
+#include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/mirrored_object.h>
+#include <tolv/core/metadata/passing_tree_internal.h>
 #include <tolv/core/metadata/read_recorder_internal.h>
 
 namespace Tolv::MetaData {
@@ -72,6 +75,18 @@ void MirroredObject::copyFromMetaData(Element const& element) {
             return recorder->read({fields.begin(), fields.size()}, typeid(*this), element);
     for (auto* const field : fields)
         field->copyFromMetaData(element);
+}
+
+void MirroredObject::copyToText(std::string& text, bool compact) const {
+    Detail::EncodingScope const scope;
+    Element tree;
+    copyToMetaData(tree);
+    WriterJson::Write(tree, text, compact);
+}
+
+void MirroredObject::copyFromText(std::string_view text, Limits const& limits) {
+    Detail::PassingTree const tree(text, limits);
+    copyFromMetaData(tree.root());
 }
 
 std::vector<ReflectorBase const*> MirroredObject::members() const {

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <tolv/core/export.h>
+#include <tolv/core/limits.h>
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/metadata/key.h>
 #include <tolv/core/metadata/serializable.h>
@@ -71,6 +73,18 @@ public:
     /// Has each field read itself from `element`, in registration order. A value field that fails
     /// is reset in silence; what an array field throws passes through.
     void copyFromMetaData(Element const& element) override;
+
+    /// Extension: this object as JSON text, as by `copyToMetaData` and `WriterJson::Write`, but
+    /// faster where large arrays are encoded.
+    /// @param text is replaced; its memory is used again
+    /// @param compact as in `WriterJson::Write`
+    /// @throws what either of them throws
+    void copyToText(std::string& text, bool compact = true) const;
+
+    /// Extension: reads from a JSON text, as by `ReaderJson::Read` and `copyFromMetaData`, but
+    /// faster: the tree between them refers to the text and goes at once.
+    /// @throws what either of them throws
+    void copyFromText(std::string_view text, Limits const& limits = {});
 
     /// Extension: the fields in registration order. @throws std::bad_alloc
     [[nodiscard]] std::vector<ReflectorBase const*> members() const;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -14,6 +15,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
+#include <tolv/core/metadata/passing_tree_internal.h>
 #include <tolv/core/metadata/tree_internal.h>
 #include <tolv/core/text_run_internal.h>
 #include <tolv/core/utf8.h>
@@ -29,49 +31,47 @@ namespace {
 /// back, and thread-local objects would keep the library from being unloaded.
 class ValueStack {
 public:
-    ValueStack() = default;
+    /// @param ownsValues false: what the elements refer to is given back by somebody else
+    explicit ValueStack(bool ownsValues) noexcept : ownsValues_(ownsValues) {}
     ValueStack(ValueStack const&) = delete;
     ValueStack& operator=(ValueStack const&) = delete;
     ~ValueStack() {
-        std::destroy_n(items_, size_);
+        if (ownsValues_)
+            std::destroy(items_, top_);
         if (items_ != own())
             ::operator delete(items_);
     }
 
-    /// A new null element on top. It moves with the next call.
-    Element& push() {
-        if (size_ == capacity_) [[unlikely]]
-            grow();
-        return *new (items_ + size_++) Element;
-    }
+    [[nodiscard]] Element* begin() noexcept { return items_; }
+    /// Behind the room there is.
+    [[nodiscard]] Element* end() noexcept { return end_; }
+    /// Says that there are elements up to `top`, so that they are destroyed if something throws.
+    /// The parser counts in a register.
+    void setTop(Element* top) noexcept { top_ = top; }
 
-    [[nodiscard]] std::size_t size() const noexcept { return size_; }
-    [[nodiscard]] Element& operator[](std::size_t index) noexcept { return items_[index]; }
-    [[nodiscard]] std::span<Element> from(std::size_t index) noexcept {
-        return {items_ + index, items_ + size_};
+    /// More room; the elements move.
+    void grow() {
+        auto const size = top_ - items_;
+        auto const capacity = 2 * static_cast<std::size_t>(end_ - items_);
+        auto* const grown = static_cast<Element*>(::operator new(capacity * sizeof(Element)));
+        std::uninitialized_move(items_, top_, grown); // leaves null elements: nothing to destroy
+        if (items_ != own())
+            ::operator delete(items_);
+        items_ = grown;
+        top_ = grown + size;
+        end_ = grown + capacity;
     }
-
-    /// Forgets the elements from `index` on, which somebody else owns by now.
-    void forgetFrom(std::size_t index) noexcept { size_ = index; }
 
 private:
     static constexpr std::size_t inside = 128;
 
     Element* own() noexcept { return reinterpret_cast<Element*>(room_); }
 
-    void grow() {
-        auto* const grown = static_cast<Element*>(::operator new(capacity_ * 2 * sizeof(Element)));
-        std::uninitialized_move_n(items_, size_, grown); // leaves null elements: nothing to destroy
-        if (items_ != own())
-            ::operator delete(items_);
-        items_ = grown;
-        capacity_ *= 2;
-    }
-
     alignas(Element) std::byte room_[inside * sizeof(Element)];
     Element* items_ = own();
-    std::size_t size_ = 0;
-    std::size_t capacity_ = inside;
+    Element* top_ = items_;
+    Element* end_ = items_ + inside;
+    bool ownsValues_;
 };
 
 constexpr bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
@@ -125,17 +125,19 @@ std::size_t offsetOfKey(std::string_view text, std::size_t place) {
 /// costs no stack of the thread.
 ///
 /// The elements of an open container stand behind a mark, which is a number: where the mark of the
-/// container around it stands, and whether this one is an object.
+/// container around it stands, and whether that one is an object.
 class Parser {
 public:
     /// @param owner of the text, if long texts shall refer to it; else null
+    /// @param arena where the tree shall stand, if it is one that passes; else null
     Parser(std::string_view text, Limits const& limits,
-           std::shared_ptr<std::string const> const* owner)
+           std::shared_ptr<std::string const> const* owner, Tolv::Detail::Arena* arena)
         // Pointers are computed with even where there is no byte.
         : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits),
-          owner_(owner),
+          owner_(owner), arena_(arena),
           // The tree counts with 32 bits.
-          mostElements_(std::min<std::size_t>(limits.elements, 4'294'967'294)) {}
+          mostElements_(std::min<std::size_t>(limits.elements, 4'294'967'294)),
+          stack_(arena == nullptr) {}
 
     void parse(Element& result) {
         if (static_cast<std::size_t>(end_ - begin_) > limits_.textBytes)
@@ -144,18 +146,11 @@ public:
         skipSpace();
         if (at_ == end_)
             refuse("there is no value", at_);
-        for (;;) {
-            if (startValue())
-                continue; // at the first value of a container
-            while (depth_ != 0 && endsContainer()) {
-            }
-            if (depth_ == 0)
-                break;
-        }
+        parseValue();
         skipSpace();
         if (at_ != end_)
             refuse("text behind the value", at_);
-        result.swap(stack_[0]);
+        result.swap(*stack_.begin());
     }
 
 private:
@@ -164,124 +159,169 @@ private:
 
     // ---- Structure ---------------------------------------------------------------------------
 
-    /// The byte to look at; at the end a NUL, which stands nowhere in JSON.
-    [[nodiscard]] char peek() const noexcept { return at_ != end_ ? *at_ : '\0'; }
+    /// The byte at `at`; at the end a NUL, which stands nowhere in JSON.
+    [[nodiscard]] char peek(char const* at) const noexcept { return at != end_ ? *at : '\0'; }
+    [[nodiscard]] char peek() const noexcept { return peek(at_); }
 
-    void skipSpace() noexcept {
-        if (at_ == end_ || static_cast<unsigned char>(*at_) > ' ') [[likely]]
-            return;
-        auto const* at = at_;
+    /// Moves `at` past white space. @return as `peek`
+    char skipSpace(char const*& at) const noexcept {
+        auto const byte = peek(at);
+        if (static_cast<unsigned char>(byte) > ' ' || at == end_) [[likely]]
+            return byte;
         while (at != end_ && isSpace(*at))
             ++at;
-        at_ = at;
+        return peek(at);
     }
+    void skipSpace() noexcept { skipSpace(at_); }
 
-    /// Reads a scalar or an empty container, or opens a container: true, and its first value is
-    /// next.
-    bool startValue() {
-        switch (peek()) {
-        case '"':
-            ++at_;
-            readString(stack_.push());
-            return false;
-        case '{':
-            return open(true);
-        case '[':
-            return open(false);
-        case 't':
-            readWord("true");
-            stack_.push().setBoolean(true);
-            return false;
-        case 'f':
-            readWord("false");
-            stack_.push().setBoolean(false);
-            return false;
-        case 'n':
-            readWord("null");
-            stack_.push();
-            return false;
-        default:
-            readNumber();
-            return false;
+    /// Reads the value that starts here, to the bottom of the stack.
+    ///
+    /// The place in the text, the top of the stack and the innermost open container stand in local
+    /// variables: as members they would be stored and loaded again for each byte that is written.
+    /// Whoever may throw is told the first two before.
+    void parseValue() {
+        auto const* at = at_;
+        auto* top = stack_.begin();
+        auto* mark = top; // of the innermost open container
+        std::size_t depth = 0;
+        auto inObject = false;
+        auto first = peek(at); // of the key or value that is next
+        auto const tell = [&](char const* place) {
+            at_ = place;
+            stack_.setTop(top);
+        };
+        auto const push = [&]() -> Element& {
+            if (top == stack_.end()) [[unlikely]] {
+                auto const open = mark - stack_.begin();
+                auto const size = top - stack_.begin();
+                stack_.setTop(top);
+                stack_.grow();
+                mark = stack_.begin() + open;
+                top = stack_.begin() + size;
+            }
+            return *new (top++) Element;
+        };
+        auto const readString = [&] {
+            auto& element = push();
+            if (auto const* const behind = readShortString(at + 1, element)) [[likely]] {
+                at = behind;
+            } else {
+                tell(at + 1);
+                readLongString(element);
+                at = at_;
+            }
+        };
+
+        for (;;) {
+            if (inObject) {
+                if (first != '"') [[unlikely]] {
+                    tell(at);
+                    refuseByte();
+                }
+                auto const* const start = at;
+                readString();
+                // The text is no longer than what it was read from.
+                if (static_cast<std::size_t>(at - start) > limits_.keyBytes) [[unlikely]]
+                    checkKey(top[-1], start);
+                if (skipSpace(at) != ':') [[unlikely]] {
+                    tell(at);
+                    refuseByte();
+                }
+                first = skipSpace(++at);
+            }
+
+            if (first == '"') {
+                readString();
+            } else if (first == '{' || first == '[') {
+                auto const isObject = first == '{';
+                if (depth == limits_.depth) {
+                    tell(at);
+                    refuseDepth();
+                }
+                first = skipSpace(++at);
+                auto& element = push();
+                if (first != (isObject ? '}' : ']')) {
+                    element.setUnsigned(static_cast<std::uint64_t>(mark - stack_.begin()) << 1U |
+                                        (inObject ? 1U : 0U));
+                    mark = &element;
+                    inObject = isObject;
+                    ++depth;
+                    continue;
+                }
+                ++at;
+                element = isObject ? Element(Object()) : Element(Array());
+            } else {
+                auto& element = push();
+                tell(at);
+                readScalar(first, element);
+                at = at_;
+            }
+
+            for (;;) {
+                if (depth == 0) {
+                    tell(at);
+                    return;
+                }
+                auto const behind = skipSpace(at);
+                if (behind == ',') {
+                    if (static_cast<std::size_t>(top - mark - 1) >> (inObject ? 1U : 0U) >=
+                        mostElements_) [[unlikely]] {
+                        tell(at);
+                        refuse("more than " + std::to_string(mostElements_) + " elements", at);
+                    }
+                    first = skipSpace(++at);
+                    break;
+                }
+                tell(at);
+                if (behind != (inObject ? '}' : ']')) [[unlikely]]
+                    refuseByte();
+                auto const around = mark->unsignedNumber();
+                close(*mark, {mark + 1, top}, inObject);
+                top = mark + 1;
+                mark = stack_.begin() + (around >> 1U);
+                inObject = (around & 1U) != 0;
+                --depth;
+                ++at;
+            }
         }
     }
 
-    bool open(bool isObject) {
-        if (depth_ == limits_.depth)
-            refuse("depth of more than " + std::to_string(limits_.depth) + " arrays and objects",
-                   at_);
-        ++at_;
-        skipSpace();
-        if (peek() == (isObject ? '}' : ']')) {
-            ++at_;
-            auto& element = stack_.push();
-            element = isObject ? Element(Object()) : Element(Array());
-            return false;
+    /// Makes `place`, which is plain, a container of the elements behind it, which are at the top
+    /// of the stack, and takes them from there.
+    void close(Element& place, std::span<Element> elements, bool isObject) {
+        if (!isObject) {
+            Access::takeArray(place, elements, arena_);
+            return;
         }
-        ++depth_;
-        auto const mark = stack_.size();
-        stack_.push().setUnsigned(std::uint64_t{mark_} << 1U | (inObject_ ? 1U : 0U));
-        mark_ = mark;
-        inObject_ = isObject;
-        if (isObject)
-            readKey();
-        return true;
+        Access::takeObject(place, elements, arena_);
+        stack_.setTop(elements.data());
+        auto const duplicate = Access::indexObject(place, arena_);
+        if (duplicate >= 0) [[unlikely]]
+            refuseDuplicate(place.object(), static_cast<std::size_t>(duplicate));
     }
 
-    /// Behind a value in a container: true when the container ends here, false when another value
-    /// is next.
-    bool endsContainer() {
-        skipSpace();
-        auto const byte = peek();
-        if (byte == ',') {
-            if ((stack_.size() - mark_ - 1) >> (inObject_ ? 1U : 0U) >= mostElements_)
-                refuse("more than " + std::to_string(mostElements_) + " elements", at_);
-            ++at_;
-            skipSpace();
-            if (inObject_)
-                readKey();
-            return false;
-        }
-        if (byte != (inObject_ ? '}' : ']'))
-            refuseByte();
-        close();
-        ++at_;
-        return true;
-    }
-
-    void close() {
-        auto const elements = stack_.from(mark_ + 1);
-        Element container;
-        if (inObject_) {
-            std::ptrdiff_t duplicate = -1;
-            container = Access::takeObject(elements, duplicate);
-            if (duplicate >= 0)
-                refuseDuplicate(container.object(), static_cast<std::size_t>(duplicate));
-        } else {
-            container = Access::takeArray(elements);
-        }
-        stack_.forgetFrom(mark_ + 1);
-        auto& place = stack_[mark_];
-        auto const around = place.unsignedNumber();
-        place.swap(container);
-        mark_ = static_cast<std::size_t>(around >> 1U);
-        inObject_ = (around & 1U) != 0;
-        --depth_;
-    }
-
-    void readKey() {
-        if (peek() != '"')
-            refuseByte();
-        auto const* const start = at_++;
-        auto& key = stack_.push();
-        readString(key);
+    void checkKey(Element const& key, char const* start) const {
         if (key.text().size() > limits_.keyBytes)
             refuse("key of more than " + std::to_string(limits_.keyBytes) + " bytes", start);
-        skipSpace();
-        if (peek() != ':')
-            refuseByte();
-        ++at_;
-        skipSpace();
+    }
+
+    /// Reads a number, a boolean or null, which starts here with `first`.
+    void readScalar(char first, Element& element) {
+        switch (first) {
+        case 't':
+            readWord("true");
+            element.setBoolean(true);
+            break;
+        case 'f':
+            readWord("false");
+            element.setBoolean(false);
+            break;
+        case 'n':
+            readWord("null");
+            break;
+        default:
+            readNumber(element);
+        }
     }
 
     void readWord(std::string_view word) {
@@ -306,12 +346,35 @@ private:
             at_ = at;
             refuseByte();
         }
+        if constexpr (wholeWords)
+            while (end_ - at >= 8 && areDigits(loadWord(at)))
+                at += 8;
         while (at != end_ && isDigit(*at))
             ++at;
         return at;
     }
 
-    void readNumber() {
+    // Eight digits at a time, where a register holds them.
+    static constexpr bool wholeWords =
+        sizeof(std::size_t) == 8 && std::endian::native == std::endian::little;
+
+    static std::uint64_t loadWord(char const* at) noexcept {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        return word;
+    }
+    static bool areDigits(std::uint64_t word) noexcept {
+        constexpr auto ones = ~std::uint64_t{0} / 0xFF;
+        return ((word & ones * 0xF0) | ((word + ones * 0x06) & ones * 0xF0) >> 4U) == ones * 0x33;
+    }
+    /// The number of eight digits: pairs, then fours, then all are put together in place.
+    static std::uint64_t valueOfDigits(std::uint64_t word) noexcept {
+        word = (word & 0x0F0F0F0F0F0F0F0FULL) * (10 * (1ULL << 8U) + 1) >> 8U;
+        word = (word & 0x00FF00FF00FF00FFULL) * (100 * (1ULL << 16U) + 1) >> 16U;
+        return (word & 0x0000FFFF0000FFFFULL) * (10000 * (1ULL << 32U) + 1) >> 32U;
+    }
+
+    void readNumber(Element& element) {
         auto const* const start = at_;
         auto const negative = peek() == '-';
         auto const* const digits = start + (negative ? 1 : 0);
@@ -320,6 +383,14 @@ private:
         if (at != end_ && *at == '0') {
             ++at;
         } else {
+            if constexpr (wholeWords) {
+                for (; end_ - at >= 8; at += 8) {
+                    auto const word = loadWord(at);
+                    if (!areDigits(word))
+                        break;
+                    value = value * 100'000'000 + valueOfDigits(word);
+                }
+            }
             for (; at != end_ && isDigit(*at); ++at)
                 value = value * 10 + static_cast<unsigned char>(*at - '0');
             if (at == digits) {
@@ -344,7 +415,6 @@ private:
         if (whole && count > 18) // `value` may have run over
             whole = std::from_chars(digits, at_, value).ec == std::errc();
         constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-        auto& element = stack_.push();
         if (!whole || (negative && (value == 0 || value > most + 1)))
             element.setFloating(floating(start));
         else if (negative)
@@ -396,8 +466,21 @@ private:
 
     // ---- Strings -----------------------------------------------------------------------------
 
-    /// Reads the string that starts here, behind its quote.
-    void readString(Element& element) {
+    /// Reads a string of up to 14 bytes of ASCII into `element`, which is null.
+    /// @param at behind the quote that opens it
+    /// @return behind the string, or null when it is something else, or too close to the end
+    char const* readShortString(char const* at, Element& element) const noexcept {
+        if (end_ - at < 16) [[unlikely]]
+            return nullptr;
+        auto const size = Tolv::Detail::plainRun16(at);
+        if (size > Detail::inlineTextCapacity || at[size] != '"')
+            return nullptr;
+        Access::putShortText(element, at, size);
+        return at + size + 1;
+    }
+
+    /// Reads any other string that starts here, behind its quote.
+    void readLongString(Element& element) {
         auto const* const start = at_;
         auto const ascii = skipRun();
         if (at_ != end_ && *at_ == '"') [[likely]] {
@@ -415,6 +498,8 @@ private:
                 Access::putShortText(element, text.data(), text.size());
             else
                 element.setString(text);
+        } else if (arena_ != nullptr) {
+            Access::putPassingText(element, text, ascii, *arena_);
         } else if (owner_ != nullptr && text.size() >= leastBorrowed) {
             Access::putBorrowedText(element, text, ascii, *owner_);
         } else if (ascii) {
@@ -449,7 +534,13 @@ private:
             start = at_;
             skipRun();
         }
-        element.setString(text_);
+        if (arena_ != nullptr && text_.size() > Detail::inlineTextCapacity) {
+            auto* const kept = static_cast<char*>(arena_->take(text_.size()));
+            std::memcpy(kept, text_.data(), text_.size());
+            Access::putPassingText(element, {kept, text_.size()}, false, *arena_);
+        } else {
+            element.setString(text_);
+        }
     }
 
     void readEscape() {
@@ -542,6 +633,10 @@ private:
         refuse(describeByte(*at_), at_);
     }
 
+    [[noreturn, gnu::cold]] void refuseDepth() const {
+        refuse("depth of more than " + std::to_string(limits_.depth) + " arrays and objects", at_);
+    }
+
     [[noreturn, gnu::cold]] void refuseDuplicate(Object const& object, std::size_t place) const {
         auto member = object.begin();
         for (std::size_t i = 0; i < place; ++i)
@@ -556,11 +651,9 @@ private:
     char const* at_ = begin_;
     Limits const& limits_;
     std::shared_ptr<std::string const> const* owner_;
+    Tolv::Detail::Arena* arena_;
     std::size_t mostElements_;
     ValueStack stack_;
-    std::size_t mark_ = 0; ///< of the innermost open container
-    std::size_t depth_ = 0;
-    bool inObject_ = false;
     std::string text_; ///< of a string with escapes
 };
 
@@ -603,7 +696,7 @@ std::string readAll(std::istream& stream, std::size_t most) {
 } // namespace
 
 void ReaderJson::Read(Element& element, std::string_view text, Limits const& limits) {
-    Parser(text, limits, nullptr).parse(element);
+    Parser(text, limits, nullptr, nullptr).parse(element);
 }
 
 void ReaderJson::Read(Element& element, std::shared_ptr<std::string const> const& text,
@@ -611,11 +704,17 @@ void ReaderJson::Read(Element& element, std::shared_ptr<std::string const> const
     if (text == nullptr)
         throw Exception::InvalidParameter("JSON text refused: there is no text");
     auto const owner = text; // which may be held by `element` alone
-    Parser(*owner, limits, &owner).parse(element);
+    Parser(*owner, limits, &owner, nullptr).parse(element);
 }
 
 void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limits) {
     Read(element, readAll(stream, limits.textBytes), limits);
 }
+
+Detail::PassingTree::PassingTree(std::string_view text, Limits const& limits) {
+    Parser(text, limits, nullptr, &arena_).parse(root_);
+}
+
+Detail::PassingTree::~PassingTree() { Access::forget(root_); }
 
 } // namespace Tolv::MetaData

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include <tolv/core/arena_internal.h>
 #include <tolv/core/metadata/element.h>
 
 /// @file
@@ -17,25 +18,57 @@ namespace Tolv::MetaData::Detail {
 
 /// A text too long for an element. Never changed once it is made, so always shared.
 struct TextRep {
+    enum class Place : unsigned char {
+        here,     ///< behind this structure, in the same allocation
+        borrowed, ///< this is a `BorrowedText`
+        deferred, ///< this is a `DeferredText`
+    };
+
     std::atomic<std::uint32_t> refs{1};
     std::uint32_t size = 0;
     /// All of it is ASCII that stands for itself in JSON, so that nobody need look again.
     bool isPlain = false;
-    bool isBorrowed = false; ///< this is a `BorrowedText`; else the text stands behind this
+    Place place = Place::here;
+    /// It goes with the tree that it stands in, however often it is referred to: to be copied.
+    bool isPassing = false;
 
-    [[nodiscard]] inline char const* chars() const noexcept;
+    [[nodiscard]] inline char const* chars() noexcept;
     [[nodiscard]] char* own() noexcept { return reinterpret_cast<char*>(this + 1); }
 };
 
-/// A part of a text that was given to the reader, which it keeps alive.
+/// A part of a text that was given to the reader.
 struct BorrowedText : TextRep {
     char const* text = nullptr;
-    std::shared_ptr<std::string const> owner;
+    std::shared_ptr<std::string const> owner; ///< kept alive; none in a tree that passes
 };
 
-inline char const* TextRep::chars() const noexcept {
-    return isBorrowed ? static_cast<BorrowedText const*>(this)->text
-                      : reinterpret_cast<char const*>(this + 1);
+/// Bytes whose base64 is the text: encoded by the writer, straight into its output, or as soon as
+/// somebody else looks. Only one thread sees it before.
+struct DeferredText : TextRep {
+    std::span<unsigned char const> bytes;
+    std::unique_ptr<char[]> text; ///< null until then
+
+    /// @throws std::bad_alloc
+    void encode();
+};
+
+inline char const* TextRep::chars() noexcept {
+    if (place == Place::here)
+        return own();
+    if (place == Place::borrowed)
+        return static_cast<BorrowedText*>(this)->text;
+    auto* const deferred = static_cast<DeferredText*>(this);
+    if (deferred->text == nullptr)
+        deferred->encode();
+    return deferred->text.get();
+}
+
+/// What is still to be encoded to give this text, or null.
+inline std::span<unsigned char const> const* deferredBytes(TextRep const& text) noexcept {
+    if (text.place != TextRep::Place::deferred)
+        return nullptr;
+    auto const& deferred = static_cast<DeferredText const&>(text);
+    return deferred.text == nullptr ? &deferred.bytes : nullptr;
 }
 
 /// What arrays and objects have in common.
@@ -114,6 +147,13 @@ struct Access {
     static void putPlainText(Element& target, std::string_view text);
     static void putBorrowedText(Element& target, std::string_view text, bool isPlain,
                                 std::shared_ptr<std::string const> owner);
+    /// The same in a tree that passes: nobody keeps the text alive.
+    static void putPassingText(Element& target, std::string_view text, bool isPlain,
+                               Tolv::Detail::Arena& arena);
+    /// Makes `target` the base64 of `bytes`, which must stay until they are encoded.
+    static void putDeferredText(Element& target, std::span<unsigned char const> bytes);
+    /// Another reference to a text of more than 14 bytes, or, of a passing one, a copy.
+    static TextRep* share(TextRep* text);
     static void putLongText(Element& target, TextRep* text) noexcept {
         target.reset(0, Element::tagLongText);
         target.longText_ = text;
@@ -130,13 +170,15 @@ struct Access {
     /// Makes `target`, which is null, the text of `size` bytes, at most 14; 16 may be read at
     /// `bytes`.
     static void putShortText(Element& target, char const* bytes, std::size_t size) noexcept {
-        std::memcpy(target.words_, bytes, sizeof target.words_);
-        auto const shift = size * 8;
-        auto const below = [](std::size_t bits) { return (std::uint64_t{1} << bits) - 1; };
-        if (shift < 64)
-            target.words_[0] &= below(shift);
-        target.words_[1] &= shift > 64 ? below(shift - 64) : 0;
-        target.words_[1] |= std::uint64_t{size} << 48U | std::uint64_t{Element::tagText} << 56U;
+        // A window over these has as many bytes of ones as wanted.
+        static constexpr std::uint64_t ones[4] = {~std::uint64_t{0}, ~std::uint64_t{0}, 0, 0};
+        std::uint64_t mask[2];
+        std::memcpy(mask, reinterpret_cast<char const*>(ones) + (16 - size), sizeof mask);
+        std::uint64_t words[2];
+        std::memcpy(words, bytes, sizeof words);
+        target.words_[0] = words[0] & mask[0];
+        target.words_[1] = (words[1] & mask[1]) | std::uint64_t{size} << 48U |
+                           std::uint64_t{Element::tagText} << 56U;
     }
     static void putContainer(Element& target, ContainerRep* container) noexcept {
         target.reset(0, container->isObject ? Element::tagObject : Element::tagArray);
@@ -160,16 +202,36 @@ struct Access {
                (isLongText(left) && left.text() == right.text());
     }
 
-    /// An array of the given elements, which are left null.
-    static Element takeArray(std::span<Element> elements);
+    /// Makes `target`, which is plain, an array of the given elements, and leaves garbage where
+    /// they were. With an arena the array stands there, and must go with it: never to be
+    /// destroyed, and copied as one that is exposed. On an exception nothing has happened.
+    static void takeArray(Element& target, std::span<Element> elements, Tolv::Detail::Arena* arena);
 
-    /// An object of the given members, keys and children in turn, which are left null. When a key
-    /// stands there twice, `duplicate` is its place among the members, else -1.
-    static Element takeObject(std::span<Element> keysAndValues, std::ptrdiff_t& duplicate);
+    /// The same for an object of the given members, keys and children in turn. Keys that stand
+    /// there twice are found by `indexObject`, which must follow.
+    static void takeObject(Element& target, std::span<Element> keysAndValues,
+                           Tolv::Detail::Arena* arena);
 
-    /// An element that shares the content of `object` even where a copy would have content of its
-    /// own. Only for reading, and only while nobody writes to the original.
-    TOLV_CORE_API static Element alias(Object const& object) noexcept;
+    /// @return the place among the members of a key that stands there twice, else -1
+    static std::ptrdiff_t indexObject(Element& target, Tolv::Detail::Arena* arena);
+};
+
+/// An object as an element, without a reference of its own: only for reading, and no longer than
+/// the object.
+class ObjectView {
+public:
+    explicit ObjectView(Object const& object) noexcept : element_(Object()) {
+        if (auto* const rep = Access::rep(object))
+            Access::putContainer(element_, rep);
+    }
+    ObjectView(ObjectView const&) = delete;
+    ObjectView& operator=(ObjectView const&) = delete;
+    ~ObjectView() { Access::forget(element_); }
+
+    [[nodiscard]] Element const& element() const noexcept { return element_; }
+
+private:
+    Element element_;
 };
 
 } // namespace Tolv::MetaData::Detail

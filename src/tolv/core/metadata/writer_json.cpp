@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include <tolv/core/base64.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/tree_internal.h>
@@ -56,6 +57,18 @@ public:
         }
         std::memcpy(at_, bytes.data(), bytes.size());
         at_ += bytes.size();
+    }
+
+    /// Puts the base64 of `bytes`.
+    void putEncoded(std::span<unsigned char const> bytes) {
+        constexpr std::size_t piece =
+            size / 4 * 3; // of bytes, so that all but the last go out even
+        while (!bytes.empty()) {
+            auto const part = bytes.first(std::min(bytes.size(), piece));
+            flush();
+            at_ = Base64::encode(part.data(), part.size(), block_);
+            bytes = bytes.subspan(part.size());
+        }
     }
 
     void putSpaces(std::size_t count) {
@@ -180,7 +193,7 @@ private:
         auto const size = Access::shortTextSize(element);
         if (bytes == nullptr || !Tolv::Detail::isPlainAscii(bytes, size)) {
             if (Access::isLongText(element) && Access::longText(element)->isPlain)
-                plainString(element.text());
+                plainString(*Access::longText(element));
             else
                 longString(element.text(), level, isKey);
             return;
@@ -192,10 +205,13 @@ private:
         out_.commit(at + size + 2);
     }
 
-    void plainString(std::string_view text) {
-        out_.expect(text.size() + 2);
+    void plainString(Detail::TextRep& text) {
+        out_.expect(text.size + std::size_t{2});
         out_.put('"');
-        out_.put(text);
+        if (auto const* const bytes = Detail::deferredBytes(text))
+            out_.putEncoded(*bytes);
+        else
+            out_.put(std::string_view(text.chars(), text.size));
         out_.put('"');
     }
 

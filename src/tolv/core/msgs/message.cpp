@@ -1,4 +1,5 @@
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/passing_tree_internal.h>
 #include <tolv/core/metadata/tree_internal.h>
 #include <tolv/core/msgs/message.h>
 
@@ -31,7 +32,7 @@ Message::Message(unsigned long long id, Address const& sender, Address const& de
 }
 
 Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
-    MirroredObject::copyFromMetaData(MetaData::Detail::Access::alias(object));
+    MirroredObject::copyFromMetaData(MetaData::Detail::ObjectView(object).element());
 }
 
 Message::Message(Message const& other) : Message(0, {}, {}) { *this = other; }
@@ -61,6 +62,11 @@ std::shared_ptr<Message> Message::CreateFromMetaData(MetaData::Element const& el
                                           "\" holds no identifier of a message");
     auto* const creator = MsgFactory::Instance().find(id);
     return std::shared_ptr<Message>(creator != nullptr ? creator(element) : nullptr);
+}
+
+std::shared_ptr<Message> Message::CreateFromText(std::string_view text, Limits const& limits) {
+    MetaData::Detail::PassingTree const tree(text, limits);
+    return CreateFromMetaData(tree.root());
 }
 
 } // namespace Tolv::Msgs

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <utility>
+
+/// @file
+/// Not installed.
+namespace Tolv::Detail {
+
+/// Memory that is given out piece by piece and given back as a whole. The first pieces stand inside
+/// of this object.
+class Arena {
+public:
+    Arena() noexcept = default;
+    Arena(Arena const&) = delete;
+    Arena& operator=(Arena const&) = delete;
+    ~Arena() {
+        while (blocks_ != nullptr)
+            ::operator delete(std::exchange(blocks_, blocks_->next));
+    }
+
+    /// Room for any object of `bytes` bytes. @throws std::bad_alloc
+    void* take(std::size_t bytes) {
+        constexpr auto step = alignof(std::max_align_t);
+        if (bytes > static_cast<std::size_t>(end_ - at_)) [[unlikely]]
+            return takeFromNewBlock(bytes);
+        auto* const taken = at_;
+        at_ += (bytes + step - 1) / step * step; // `end_` stands at a multiple of it, too
+        return taken;
+    }
+
+private:
+    struct alignas(std::max_align_t) Block {
+        Block* next;
+    };
+
+    static constexpr std::size_t inside = 3072;
+    static constexpr std::size_t mostRoom = std::size_t{1} << 16U;
+
+    void* takeFromNewBlock(std::size_t bytes) {
+        // What is large stands alone, so that no more than half of a block is lost.
+        auto const alone = bytes > room_ / 2;
+        auto* const block =
+            static_cast<Block*>(::operator new(sizeof(Block) + (alone ? bytes : room_)));
+        block->next = std::exchange(blocks_, block);
+        auto* const start = reinterpret_cast<std::byte*>(block + 1);
+        if (alone)
+            return start;
+        at_ = start;
+        end_ = start + room_;
+        room_ = room_ < mostRoom ? room_ * 2 : room_;
+        return take(bytes);
+    }
+
+    alignas(std::max_align_t) std::byte own_[inside];
+    std::byte* at_ = own_;
+    std::byte* end_ = own_ + inside;
+    std::size_t room_ = 2 * inside; ///< of the next block, a multiple of the alignment
+    Block* blocks_ = nullptr;
+};
+
+} // namespace Tolv::Detail

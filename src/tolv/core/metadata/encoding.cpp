@@ -1,0 +1,62 @@
+#include <new>
+#include <utility>
+
+#include <tolv/core/base64.h>
+#include <tolv/core/metadata/encoding.h>
+#include <tolv/core/metadata/encoding_internal.h>
+#include <tolv/core/metadata/tree_internal.h>
+
+namespace Tolv::MetaData::Detail {
+
+namespace {
+
+thread_local constinit EncodingScope* innermost = nullptr;
+
+/// Bytes from which on it is worth a note.
+constexpr std::size_t leastDeferred = 4096;
+
+} // namespace
+
+EncodingScope::EncodingScope() noexcept : outer_(std::exchange(innermost, this)) {}
+
+EncodingScope::~EncodingScope() {
+    innermost = outer_;
+    for (auto const& element : noted_) {
+        auto* const text = static_cast<DeferredText*>(Access::longText(element));
+        auto const isTaken = text->refs.load(std::memory_order_acquire) != 1;
+        if (!isTaken || text->text != nullptr)
+            continue;
+        try {
+            text->encode();
+        } catch (std::bad_alloc const&) {
+            text->size = 0; // what is noted may be gone soon
+            text->bytes = {};
+        }
+    }
+}
+
+EncodingScope* EncodingScope::current() noexcept { return innermost; }
+
+void EncodingScope::put(Element& element, std::span<unsigned char const> bytes) {
+    auto& noted = noted_.emplace_back();
+    try {
+        Access::putDeferredText(noted, bytes);
+    } catch (...) {
+        noted_.pop_back();
+        throw;
+    }
+    element = noted;
+}
+
+void putEncoded(Element& element, std::span<unsigned char const> bytes) {
+    if (bytes.size() >= leastDeferred) {
+        if (auto* const scope = EncodingScope::current()) {
+            scope->put(element, bytes);
+            return;
+        }
+    }
+    Base64::encode(bytes.data(), bytes.size(),
+                   element.makeString(Base64::encodedSize(bytes.size()), true));
+}
+
+} // namespace Tolv::MetaData::Detail

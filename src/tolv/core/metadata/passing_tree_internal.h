@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+
+#include <tolv/core/arena_internal.h>
+#include <tolv/core/limits.h>
+#include <tolv/core/metadata/element.h>
+
+/// @file
+/// Not installed.
+namespace Tolv::MetaData::Detail {
+
+/// The tree of a text that is only looked at, by somebody who takes out what is wanted. All of it
+/// stands in one place and refers to the text, so it costs a fraction of a tree that can be kept.
+/// What is copied out of it stands on its own.
+class PassingTree {
+public:
+    /// @param text must outlive this object
+    /// @param limits of the text
+    /// @throws as `ReaderJson::Read`.
+    PassingTree(std::string_view text, Limits const& limits);
+    PassingTree(PassingTree const&) = delete;
+    PassingTree& operator=(PassingTree const&) = delete;
+    ~PassingTree();
+
+    /// The value of the text, never to be changed nor moved from.
+    [[nodiscard]] Element const& root() const noexcept { return root_; }
+
+private:
+    Tolv::Detail::Arena arena_;
+    Element root_;
+};
+
+} // namespace Tolv::MetaData::Detail
