@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -13,7 +14,9 @@ namespace Tolv::Detail {
 /// of this object.
 class Arena {
 public:
-    Arena() noexcept = default;
+    /// @param expected bytes, at a guess: what goes beyond the inside is taken in blocks of that
+    explicit Arena(std::size_t expected) noexcept
+        : room_(std::clamp(expected / step * step, 2 * inside, mostRoom)) {}
     Arena(Arena const&) = delete;
     Arena& operator=(Arena const&) = delete;
     ~Arena() {
@@ -23,7 +26,6 @@ public:
 
     /// Room for any object of `bytes` bytes. @throws std::bad_alloc
     void* take(std::size_t bytes) {
-        constexpr auto step = alignof(std::max_align_t);
         if (bytes > static_cast<std::size_t>(end_ - at_)) [[unlikely]]
             return takeFromNewBlock(bytes);
         auto* const taken = at_;
@@ -36,6 +38,7 @@ private:
         Block* next;
     };
 
+    static constexpr std::size_t step = alignof(std::max_align_t);
     static constexpr std::size_t inside = 3072;
     static constexpr std::size_t mostRoom = std::size_t{1} << 16U;
 
@@ -57,7 +60,7 @@ private:
     alignas(std::max_align_t) std::byte own_[inside];
     std::byte* at_ = own_;
     std::byte* end_ = own_ + inside;
-    std::size_t room_ = 2 * inside; ///< of the next block, a multiple of the alignment
+    std::size_t room_; ///< of the next block, a multiple of the alignment
     Block* blocks_ = nullptr;
 };
 

@@ -789,16 +789,16 @@ void Element::copyShared(Element const& other) {
         Access::putContainer(*this, rep);
         return;
     }
-    Access::putLongText(*this, Access::share(other.longText_));
+    if (other.tag() == tagLongText)
+        Access::putLongText(*this, Access::share(other.longText_));
+    else
+        copyWords(other); // an empty container
 }
 
 void Element::release() noexcept { Graveyard().drop(*this); }
 
-std::string_view Element::text() const noexcept {
-    if (tag() == tagLongText)
-        return {longText_->chars(), longText_->size};
-    return {reinterpret_cast<char const*>(words_),
-            static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
+std::string_view Element::separateText() const noexcept {
+    return {longText_->chars(), longText_->size};
 }
 
 void Element::setString(std::string_view text) {

@@ -305,7 +305,12 @@ public:
     [[nodiscard]] double floatingNumber() const noexcept {
         return std::bit_cast<double>(words_[0]);
     }
-    [[nodiscard]] std::string_view text() const noexcept;
+    [[nodiscard]] std::string_view text() const noexcept {
+        if (tag() == tagLongText)
+            return separateText();
+        return {reinterpret_cast<char const*>(words_),
+                static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
+    }
     [[nodiscard]] Array const& array() const noexcept { return array_; }
     [[nodiscard]] Object const& object() const noexcept { return object_; }
     /// @}
@@ -371,6 +376,7 @@ private:
         words_[0] = word;
         words_[1] = std::uint64_t{newTag} << 56U;
     }
+    [[nodiscard]] std::string_view separateText() const noexcept;
     void copyShared(Element const& other);
     void release() noexcept;
     Element& child(KeyView const& key);

@@ -711,7 +711,8 @@ void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limi
     Read(element, readAll(stream, limits.textBytes), limits);
 }
 
-Detail::PassingTree::PassingTree(std::string_view text, Limits const& limits) {
+Detail::PassingTree::PassingTree(std::string_view text, Limits const& limits)
+    : arena_(text.size() * 3) { // what messages of many records take
     Parser(text, limits, nullptr, &arena_).parse(root_);
 }
 
