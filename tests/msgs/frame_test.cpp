@@ -152,14 +152,6 @@ TEST(Families, BuildIds) {
         EXPECT_EQ(row.built, row.expected) << row.why;
 }
 
-TEST(Families, TellWhatTheIdSays) {
-    SimpleMessageHelper<Notifs::SystemNotification, 1> const notification;
-    EXPECT_EQ(notification.notifCategory(), 3);
-    EXPECT_EQ(notification.notifType(), 1);
-    EXPECT_EQ((SimpleMessageHelper<Notifs::AttrNotification, 4>().notifCategory()), 1);
-    EXPECT_EQ((PayloadMessageHelper<Errs::ErrorMessage, Reading, 1>().errorType()), 1);
-}
-
 // Types keep their names: the factory stores them, and the records of other programs name them.
 TEST(Families, AreNamedAsInThePlatform) {
     EXPECT_EQ(std::strlen(typeid(SimpleMessageHelper<Notifs::AppNotification, 1>).name()), 68U);

@@ -164,29 +164,17 @@ TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
 
 TEST(AttrArrays, Ranges) {
     ArrayWithRangeRequestData request;
-    EXPECT_EQ(written(request), R"({"StartElementIndex":0,"NumberOfElement":0})");
     request.setOffset(4294967295U);
     request.setNumber(7);
-    ArrayWithRangeRequestData readRequest;
-    readInto(readRequest, written(request));
-    EXPECT_EQ(readRequest.offset(), 4294967295U);
-    EXPECT_EQ(readRequest.number(), 7U);
-
-    ArrayWithRangeResponseData response;
-    EXPECT_EQ(written(response), R"({"Attributes":[],"StartElementIndex":0})");
-    response.setOffset(5);
-    response.attributes.push_back(std::make_shared<BoolMessage>(false));
-    ArrayWithRangeResponseData readResponse;
-    readInto(readResponse, written(response));
-    EXPECT_EQ(written(ArrayWithRangeResponseData(readResponse)), written(response));
-
-    for (auto const* const text :
-         {R"({})", R"({"StartElementIndex":1})", R"({"NumberOfElement":1})",
-          R"({"StartElementIndex":-1,"NumberOfElement":1})",
-          R"({"StartElementIndex":4294967296,"NumberOfElement":1})"})
+    EXPECT_EQ(written(request), R"({"StartElementIndex":4294967295,"NumberOfElement":7})");
+    EXPECT_EQ(request.offset(), 4294967295U);
+    EXPECT_EQ(request.number(), 7U);
+    for (auto const* const text : {R"({"StartElementIndex":-1,"NumberOfElement":1})",
+                                   R"({"StartElementIndex":4294967296,"NumberOfElement":1})"})
         EXPECT_THROW(readInto(request, text), Exception::InvalidParameter) << text;
-    for (auto const* const text : {R"({"Attributes":[]})", R"({"StartElementIndex":1})"})
-        EXPECT_THROW(readInto(response, text), Exception::InvalidParameter) << text;
+    ArrayWithRangeResponseData response;
+    response.setOffset(5);
+    EXPECT_EQ(written(response), R"({"Attributes":[],"StartElementIndex":5})");
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include <complex>
 #include <string>
 #include <vector>
 
@@ -16,41 +15,6 @@ namespace Tolv::Msgs::Attrs {
 namespace {
 
 using Testing::judged;
-
-template <class Payload, class T>
-void comesBack(std::vector<T> const& samples) {
-    Payload sent;
-    sent.trace = samples;
-    auto const text = Testing::written(sent);
-    EXPECT_NE(text.find("\"base64\""), text.npos) << text;
-    Payload read;
-    Testing::readInto(read, text);
-    EXPECT_EQ(read.trace(), samples);
-    EXPECT_TRUE(read.trace.encodeBinary());
-    EXPECT_EQ(judged(read), "valid");
-    EXPECT_EQ(Testing::written(Payload(read)), text);
-}
-
-TEST(Traces, EveryInstanceComesBack) {
-    std::vector<double> const numbers{0.1, -0.0, 1e300};
-    std::vector<std::complex<double>> const complexNumbers{{0.1, -1}, {2, 3}};
-    std::vector<bool> const bits{true, false, false, true, true, false, true, true, true};
-    std::vector<std::complex<bool>> const pairs{{true, false}, {false, true}, {true, true}};
-
-    comesBack<TracePayload<double, RangedMetaData<double>>>(numbers);
-    comesBack<TracePayload<std::complex<double>, RangedMetaData<double>>>(complexNumbers);
-    comesBack<TracePayload<std::complex<double>, RangedMetaData<std::complex<double>>>>(
-        complexNumbers);
-    comesBack<TracePayload<bool, RangedMetaData<long long>>>(bits);
-    comesBack<TracePayload<std::complex<bool>, RangedMetaData<long long>>>(pairs);
-    comesBack<TracePayload<bool, AttrMetaDataBase>>(bits);
-    comesBack<TracePayload<std::complex<bool>, AttrMetaDataBase>>(pairs);
-    comesBack<TraceWithSegmentsPayload<double, RangedMetaData<double>>>(numbers);
-    comesBack<TraceWithSegmentsPayload<std::complex<double>, RangedMetaData<double>>>(
-        complexNumbers);
-    comesBack<TraceWithSegmentsPayload<bool, RangedMetaData<long long>>>(bits);
-    comesBack<TraceWithSegmentsPayload<std::complex<bool>, RangedMetaData<long long>>>(pairs);
-}
 
 TEST(Traces, NeitherLimitsNorSegmentsAreChecked) {
     TraceWithSegmentsPayload<double, RangedMetaData<double>> trace;
