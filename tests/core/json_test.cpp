@@ -57,10 +57,6 @@ std::string refusalOf(std::string_view text, Limits const& limits = {}) {
     return "accepted";
 }
 
-bool endsWith(std::string const& text, std::string const& end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 // ---- Accepted and refused --------------------------------------------------------------------
 
 struct Accepted {
@@ -301,7 +297,7 @@ TEST(ReaderJson, Accepts) {
 TEST(ReaderJson, RefusesAndSaysWhere) {
     for (auto const& row : refused) {
         auto const refusal = refusalOf(row.text);
-        EXPECT_TRUE(endsWith(refusal, " at byte " + std::to_string(row.offset)))
+        EXPECT_TRUE(refusal.ends_with(" at byte " + std::to_string(row.offset)))
             << row.text << ": " << row.why << "\n  expected byte " << row.offset << "\n  "
             << refusal;
     }
@@ -430,8 +426,8 @@ TEST(ReaderJson, RefusesAKeyThatStandsTwice) {
     };
     for (auto const& row : rows) {
         auto const refusal = refusalOf(row.before + row.after);
-        EXPECT_TRUE(endsWith(refusal, " stands twice in one object at byte " +
-                                          std::to_string(row.before.size())))
+        EXPECT_TRUE(refusal.ends_with(" stands twice in one object at byte " +
+                                      std::to_string(row.before.size())))
             << row.why << "\n  expected byte " << row.before.size() << "\n  " << refusal;
     }
     auto const umlauts = "\"" + std::string(59, 'x') + "\u00E4" + std::string(1000, 'y') + "\"";

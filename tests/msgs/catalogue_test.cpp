@@ -195,6 +195,9 @@ TEST(Golden, DiffersFromANewMessageInEveryKey) {
         EXPECT_FALSE(full["Sender"] == full["Destination"]);
         EXPECT_EQ(full.find("Data") == nullptr, row.payload.empty());
         Differences::expectInMessage(full);
+        EXPECT_EQ(findMessage(row.id), &row);
+        EXPECT_EQ(findMessage(row.fullAlias()), &row);
+        EXPECT_FALSE(row.role.empty());
     }
 }
 

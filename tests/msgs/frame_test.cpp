@@ -362,36 +362,6 @@ TEST(Catalogue, AndFactoryAreTheSame) {
     EXPECT_EQ(described, registered);
 }
 
-TEST(Catalogue, DescribesEachClassOnce) {
-    for (auto const& row : catalogue()) {
-        SCOPED_TRACE(row.fullAlias());
-        EXPECT_EQ(findMessage(row.id), &row);
-        EXPECT_EQ(findMessage(row.fullAlias()), &row);
-        EXPECT_FALSE(row.role.empty());
-        auto const end = std::to_string(Identifier(row.id).type()) + ">";
-        EXPECT_NE(row.className.find(end), std::string_view::npos) << row.className;
-        EXPECT_EQ(row.payload.empty(), row.className.find("Payload") == std::string_view::npos);
-    }
-    EXPECT_EQ(findMessage(0x000300000000FFFFULL), nullptr);
-    EXPECT_EQ(findMessage("Message"), nullptr);
-}
-
-TEST(Catalogue, EachClassGoesThroughTextAndBack) {
-    for (auto const& row : catalogue()) {
-        SCOPED_TRACE(row.fullAlias());
-        auto const made = row.make();
-        auto const text = written(*made);
-        EXPECT_EQ(made->id(), row.id);
-        EXPECT_EQ(text.find("\"Data\"") == std::string::npos, row.payload.empty());
-        CapturedOutput const output;
-        auto const read = Message::CreateFromMetaData(parsed(text));
-        ASSERT_NE(read, nullptr);
-        EXPECT_EQ(classOf(*read), classOf(*made));
-        EXPECT_EQ(written(*read), text);
-        EXPECT_EQ(output.text(), "");
-    }
-}
-
 TEST(Messages, KeepAllTheyHoldWhenWhatIsReadIsNoObject) {
     App::ConnectMessage message({"client"}, {"service"});
     auto const before = written(message);

@@ -17,7 +17,6 @@ namespace Tolv::Msgs::Structs {
 namespace {
 
 using namespace Tolv::Testing;
-using Exception::InvalidEnumLiteral;
 using Exception::InvalidEnumValue;
 using Exception::InvalidParameter;
 
@@ -74,40 +73,6 @@ TEST(Enumerations, AllTables) {
     expectTable(SeekTypeEnums, "input output");
     expectTable(FileTypeEnums, "notFound regular directory unknown");
     expectTable(PtpUdpVersionEnums, "udp4 udp6");
-}
-
-TEST(Enumerations, NoOtherWordIsKnown) {
-    struct {
-        char const* word;
-        char const* why;
-    } const rows[] = {
-        {"", "nothing"},         {"ESM", "capitals"},         {"esm ", "not trimmed"},
-        {"0", "a number"},       {"slot6", "no such slot"},   {"auto", "of another table"},
-        {"slot", "a beginning"}, {"slot11", "a longer word"},
-    };
-    for (auto const& row : rows)
-        EXPECT_EQ(thrownBy<InvalidEnumLiteral>([&] { (void)SlotEnums.value(row.word); }), row.word)
-            << row.why;
-    EXPECT_EQ(thrownBy<InvalidEnumLiteral>([] { (void)LunEnums.value("lun4"); }), "lun4");
-    for (int number = 6; number <= 13; ++number)
-        EXPECT_EQ(SlotEnums.tryLiteral(static_cast<Slot>(number)), nullptr) << number;
-    EXPECT_EQ(thrownBy<InvalidEnumValue>([] { (void)SlotEnums.literal(static_cast<Slot>(-1)); }),
-              "-1");
-    EXPECT_EQ(*SlotEnums.tryValue(std::string_view("slot1 to slot5", 5)), Slot::slot1);
-}
-
-TEST(Enumerations, TravelAsWords) {
-    MetaData::Element element;
-    MetaData::SetAs<Slot>(Slot::ipass, element);
-    EXPECT_EQ(textOf(element), R"("ipass")");
-    EXPECT_EQ(MetaData::GetAs<Slot>(element), Slot::ipass);
-    EXPECT_EQ(thrownBy<InvalidEnumLiteral>([&] { (void)MetaData::GetAs<Lun>(element); }), "ipass");
-    EXPECT_EQ(MetaData::GetAs<SensorType>(parsed(R"("lock_detect")")), SensorType::lockDetect);
-    EXPECT_THROW((void)MetaData::GetAs<DeviceType>(parsed("0")), InvalidParameter);
-    EXPECT_EQ(
-        thrownBy<InvalidEnumValue>([&] { MetaData::SetAs<Ports>(static_cast<Ports>(3), element); }),
-        "3");
-    EXPECT_EQ(textOf(element), R"("ipass")") << "a refused value leaves the element";
 }
 
 /// The words of a trigger enumeration, both ways, and that there are no others.
