@@ -188,46 +188,20 @@ class Decode(unittest.TestCase):
         self.assertIn(f"longer than {bound} bytes", rows[1]["error"])
 
     def test_problems(self):
+        """What is a problem, the library tells; here, how it shows."""
         good = {"MaxVersion": 3, "MinVersion": 1, "BinaryTransmission": False}
-        error = {"MessageID": (5 << 48) + 1,
-                 "Data": {"ErrorLevel": 1, "ErrorCategory": 0, "ErrorNumber": 3,
-                          "ErrorDescription": "", "Timestamp": ""}}
-        unknown = {"MessageID": 77}
-        bit = json.loads(attribute(3, {"b": True}))
+        trace = encoded(3, [1, 2])
         table = (
             # line, the paths with a problem and what was found there
             (message(1, good), {}),
             (message(1, {**good, "MaxVersion": 3.0}), {}),    # the same number
             (message(1, {**good, "MaxVersion": "3"}), {"Data.MaxVersion": '"3"'}),
-            (message(1, {**good, "MaxVersion": 3e10}), {"Data.MaxVersion": "3e+10"}),
             (message(1, {**good, "MaxVersion": None}), {"Data.MaxVersion": "null"}),
             (message(1, {**good, "More": {"a": [1]}}), {"Data.More": "{a: [1]}"}),
             (message(1, {**good, "a b\n": 1}), {r'Data."a b\n"': "1"}),
-            (message(1, {"MaxVersion": 1, "MinVersion": 1}), {"Data.BinaryTransmission": None}),
             (message(1), {"Data": None}),
-            (message(1, 5), {"Data": "5"}),
-            (message(4, {"a": 1}), {"Data": "{a: 1}"}),       # a class without payload
             (message(4, Destination=["a", 1]),
              {"Destination": '["a", 1]', "Destination[1]": "1"}),
-            # a payload of all or nothing, and why it is nothing
-            (message(3, {"MaxVersion": 1, "MinVersion": 1, "MessageType": "x"}),
-             {"Data": '{MaxVersion: 1, MinVersion: 1, MessageType: "x"}',
-              "Data.MessageType": '"x"', "Data.SupportsBinary": None}),
-            # messages inside of messages
-            (message(18, {"Result": True, "UUID": "", "Error": error}), {}),
-            (message(18, {"Result": True, "UUID": "", "Error": {**error, "Data": {}}}),
-             {f"Data.Error.Data.{key}": None for key in error["Data"]}),
-            (message(18, {"Result": True, "UUID": "", "Error": unknown}),
-             {"Data": '{Result: true, UUID: "", Error: {MessageID: 77}}',
-              "Data.Error.MessageID": "77"}),
-        )
-        trace = encoded(3, [1, 2])
-        table += (
-            # arrays, in whatever form they come
-            (attribute(6, {"trace": trace}), {}),
-            (attribute(6, {"trace": [1, 2.5, "NaN", "-Infinity"]}), {}),
-            (attribute(6, {"trace": {"type": 3, "len": 0}}), {}),
-            (attribute(6, {"trace": []}), {}),
             (attribute(6, {"trace": [1, "x"]}), {"Data.trace": '[1, "x"]', "Data.trace[1]": '"x"'}),
             (attribute(6, {"trace": {**trace, "type": 4}}),
              {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
@@ -237,14 +211,6 @@ class Decode(unittest.TestCase):
             (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
              {"Data": '{trace: 1 x double ("len" says 2), not base64}',
               "Data.trace.base64": None}),
-            # a batch is read as a whole or not at all
-            (attribute(1 + (1 << 32), {"Messages": [bit, bit]}), {}),
-            (attribute(1 + (1 << 32), {"Messages": [bit, 5]}),
-             {"Data.Messages": "[{MessageID: 1125899906842627, Data: {b: true}}, 5]",
-              "Data.Messages[1]": "5"}),
-            # what only a destination makes meaningful
-            (attribute(13), {"Destination": None}),
-            (attribute(13, Destination=["a"]), {}),
         )
         done = decode(b"\n".join(line for line, _ in table))
         self.assertEqual(0, done.status)
