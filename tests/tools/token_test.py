@@ -5,10 +5,9 @@ import hashlib
 import hmac
 import json
 import os
-import tempfile
 import unittest
 
-from tool import attribute, decode, run
+from tool import Case, attribute, decode, run
 
 KEY = b"correct horse battery"
 HEADER = {"alg": "HS256", "typ": "JWT"}
@@ -31,18 +30,10 @@ def token(payload=PAYLOAD, header=HEADER, key=KEY):
     return f"{data}.{signature(data, key)}"
 
 
-class Token(unittest.TestCase):
+class Token(Case):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
+        super().setUp()
         self.key_file = self.file("key", KEY + b"\n")
-
-    def file(self, name, content):
-        path = os.path.join(self.folder, name)
-        with open(path, "wb") as out:
-            out.write(content)
-        return path
 
     def show(self, text, *arguments, key_file=None):
         """Runs the command twice, for people and for programs, and looks for the key in both."""
@@ -158,27 +149,23 @@ token  authentic
             self.assertEqual((0, ""), (done.status, done.err))
         missing = os.path.join(self.folder, "missing")
         empty = self.file("empty", b"\n")
-        table = (
-            # arguments, what the complaint must hold
-            ((missing,), missing),
-            ((self.folder,), self.folder),
-            (("--key-file", missing, "-"), missing),
-            (("--key-file", self.folder, "-"), self.folder),
-            (("--key-file", empty, "-"), empty),
-            (("--key-file", "", "-"), "empty"),
-            (("--key-file", self.key_file), "FILE"),
-            (("-", "-"), ""),
-            ((), "FILE"),
-            ((self.key_file,), "'.'"),   # the two files mixed up: the key is not shown
-            (("--key-file", self.key_file, self.key_file), "'.'"),
-        )
-        for arguments, complaint in table:
-            with self.subTest(arguments):
-                done = run("token", *arguments, text=text)
-                self.assertEqual((2, b""), (done.status, done.out))
-                self.assertTrue(done.err.startswith("tolvmsg: "), done.err)
-                self.assertIn(complaint, done.err)
-                self.assertNotIn(KEY.decode(), done.err)
+        self.check_refusals(
+            *((("token", *arguments), complaint) for arguments, complaint in (
+                ((missing,), missing),
+                ((self.folder,), self.folder),
+                (("--key-file", missing, "-"), missing),
+                (("--key-file", self.folder, "-"), self.folder),
+                (("--key-file", empty, "-"), empty),
+                (("--key-file", "", "-"), "empty"),
+                (("--key-file", self.key_file), "FILE"),
+                (("-", "-"), ""),
+                ((), "FILE"))), text=text)
+        # the two files mixed up: the key is not shown
+        for arguments in ((), ("--key-file", self.key_file)):
+            done = run("token", *arguments, self.key_file)
+            self.assertEqual((2, b""), (done.status, done.out))
+            self.assertIn("'.'", done.err)
+            self.assertNotIn(KEY.decode(), done.err)
 
 
 if __name__ == "__main__":
