@@ -701,38 +701,27 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
 
 TEST(ReaderJson, LongTextsWithEscapes) {
     // The parser hands such texts over in pieces of its buffer: no character may be lost or cut.
+    struct {
+        char const* escaped;
+        char const* plain;
+    } const specials[] = {{"\\n", "\n"},
+                          {"\\u20AC", "\u20AC"},
+                          {"\\ud83d\\ude00", "\U0001F600"},
+                          {"\U0001F600", "\U0001F600"},
+                          {"\u20AC", "\u20AC"}};
     std::mt19937 random(4);
     for (int i = 0; i < 300; ++i) {
         std::string escaped;
         std::string plain;
         auto const size = random() % 20'000;
         while (plain.size() < size) {
-            switch (random() % 8) {
-            case 0:
-                escaped += "\\n";
-                plain += '\n';
-                break;
-            case 1:
-                escaped += "\\u20AC";
-                plain += "\u20AC";
-                break;
-            case 2:
-                escaped += "\\ud83d\\ude00";
-                plain += "\U0001F600";
-                break;
-            case 3:
-                escaped += "\U0001F600";
-                plain += "\U0001F600";
-                break;
-            case 4:
-                escaped += "\u20AC";
-                plain += "\u20AC";
-                break;
-            default: {
+            if (auto const which = random() % 8; which < std::size(specials)) {
+                escaped += specials[which].escaped;
+                plain += specials[which].plain;
+            } else {
                 std::string const run(random() % 300, 'x');
                 escaped += run;
                 plain += run;
-            }
             }
         }
         ASSERT_EQ(parsed('"' + escaped + '"').asStringView(), plain);

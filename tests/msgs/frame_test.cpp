@@ -101,15 +101,6 @@ void checkFamily(unsigned long long prefix) {
     MetaData::Element const tree = parsed(written(numbered));
     MetaData::Object const& object = tree;
     EXPECT_EQ(written(Family(object)), written(numbered));
-
-    using Simple = SimpleMessageHelper<Family, 6>;
-    using WithPayload = PayloadMessageHelper<Family, Reading, 7>;
-    EXPECT_EQ(Simple::MsgID(), prefix | 6U);
-    EXPECT_EQ(Simple().id(), prefix | 6U);
-    EXPECT_EQ(DestID_Required<Simple>::MsgID(), prefix | 6U);
-    EXPECT_EQ(WithPayload::MsgID(), prefix | 7U);
-    EXPECT_EQ(WithPayload().id(), prefix | 7U);
-    EXPECT_EQ(&WithPayload::MsgID(), &WithPayload::MsgID());
 }
 
 TEST(Families, AreWhatTheTableSays) {
@@ -217,24 +208,6 @@ TEST(Messages, CopiesAreOnTheirOwn) {
     EXPECT_EQ(batch[2].members(),
               (std::vector<MetaData::ReflectorBase const*>{batch[2].members()[0], &batch[2].sender,
                                                            &batch[2].destination, &batch[2].Data}));
-}
-
-TEST(Messages, InAList) {
-    MirroredObject owner;
-    ReflectorArray<ReadingMessage> list{&owner, "a"_key, Required};
-    constexpr auto text = R"({"a":[{"MessageID":9103745171752747009,"Data":{"value":2.5}},)"
-                          R"({"MessageID":9103745171752747009,"Data":{"value":0.0,"raw":[1]}}]})";
-    readInto(list, text);
-    EXPECT_EQ(written(list), text);
-    for (auto const* const corrupt :
-         {R"({"a":[{"MessageID":9103745171752747009}]})", R"({"a":[{}]})", R"({"a":[3]})"}) {
-        SCOPED_TRACE(corrupt);
-        CapturedOutput const output;
-        readInto(list, corrupt);
-        EXPECT_EQ(output.text(),
-                  "Exception MetaDat::ReflectorArray MetaData Array corrupt for a\n");
-        EXPECT_EQ(written(list), text);
-    }
 }
 
 TEST(Messages, DestinationIsRequiredWhereTheClassSaysSo) {
