@@ -70,6 +70,7 @@ TEST(EnumStrings, UnknownOnesThrowTheirText) {
     EXPECT_EQ(thrownBy<Exception::InvalidEnumLiteral>([&] { (void)table.value("Mid"); }), "Mid");
     EXPECT_EQ(thrownBy<Exception::InvalidEnumLiteral>([&] { (void)table.value(""); }), "");
     EXPECT_EQ(table.tryLiteral(Range::other), nullptr);
+    EXPECT_EQ(*table.tryValue(std::string_view("Lower", 3)), Range::low);
 
     EnumStringsThrow<Msgs::Identifier> const ids{{0x100000001ULL, "one"}};
     EXPECT_EQ(ids.value("one"), 0x100000001ULL);
@@ -122,6 +123,7 @@ TEST(EnumStrings, ElementsHoldWords) {
     EXPECT_EQ(element.asString(), "High");
     EXPECT_EQ(GetAs<Range>(element), Range::high);
     EXPECT_THROW(SetAs<Range>(Range::other, element), Exception::InvalidEnumValue);
+    EXPECT_EQ(element.asString(), "High") << "a refused value leaves the element";
 
     auto value = Range::below;
     for (auto const& refused :

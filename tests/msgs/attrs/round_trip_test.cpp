@@ -45,6 +45,7 @@ TEST(AttrMessages, TravelThroughTextAndBack) {
 TEST(AttrPayloads, StartWithWhatIsGiven) {
     EXPECT_EQ(written(AttrWithMetaData<double, RangedMetaData<double>>(2.5)), R"({"d":2.5})");
     EXPECT_EQ(written(RegistrationData(false)), R"({"OK":false})");
+    EXPECT_EQ((AttrWithMetaData<double, NumericMetaData>::valMirrorName), "m");
     EXPECT_EQ(BoolMessage(false).payload().value(), false);
     // Metadata that were set to nothing are there; of an enumeration they hold the required list.
     EnumData enumerated;
