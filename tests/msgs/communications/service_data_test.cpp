@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/msgs/communications/messages.h>
 
-#include "support/captured_output.h"
 #include "support/messages.h"
 
 namespace Tolv::Msgs::Communications::Forwarder {
@@ -51,21 +49,6 @@ TEST(ServiceData, WithoutKeyIsNotCopied) {
     readInto(data, R"({"MsgKey":{"MessageID":1,"Sender":[],"Destination":[]}})");
     EXPECT_EQ(written(ServiceData(data)), R"({"MsgKey":{"MessageID":1,"Sender":[],)"
                                           R"("Destination":[]},"Count":0,"ShortestDistance":0})");
-}
-
-TEST(ServiceData, ListWithAnEntryWithoutKeyStaysAsItWas) {
-    auto const before = R"({"Services":[)" + std::string(full) + "]}";
-    for (auto const* const entry :
-         {R"({"Count":3})", R"({"MsgKey":3})", R"({"MsgKey":[]})", "{}", "3", "null"}) {
-        SCOPED_TRACE(entry);
-        AllServicesData data;
-        readInto(data, before);
-        CapturedOutput const output;
-        readInto(data, R"({"Services":[)" + std::string(fresh) + ',' + entry + "]}");
-        EXPECT_EQ(output.text(),
-                  "Exception MetaDat::ReflectorArray MetaData Array corrupt for Services\n");
-        EXPECT_EQ(written(data), before);
-    }
 }
 
 } // namespace
