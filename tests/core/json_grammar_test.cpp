@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <support/trees.h>
 
 #include "support/trees.h"
 
@@ -132,6 +131,9 @@ std::optional<std::size_t> refusedAt(std::string_view text) {
         Element element;
         ReaderJson::Read(element, text);
     });
+    EXPECT_EQ(Testing::thrownBy<Exception::InvalidParameter>(
+                  [&] { Testing::Taken().copyFromText(text); }),
+              refusal);
     auto const place = refusal.rfind(' ');
     return refusal == "nothing thrown" ? std::nullopt
                                        : std::optional(std::stoul(refusal.substr(place)));
@@ -155,6 +157,7 @@ TEST(JsonGrammar, AllShortTexts) {
                     // One object has room for one key here, or the second is another one.
                     auto const fault = Grammar::faultIn(text);
                     ASSERT_EQ(refusedAt(text), fault) << text;
+                    ASSERT_EQ(read(text).has_value(), !fault) << text;
                     accepted += fault ? 0 : 1;
                 });
     EXPECT_GT(accepted, 150U);

@@ -27,8 +27,7 @@ namespace {
 using namespace std::string_literals;
 
 Element parsed(std::string_view text) {
-    Element element;
-    ReaderJson::Read(element, text);
+    auto element = Testing::parsed(text);
     Testing::Taken taken;
     taken.copyFromText(text);
     EXPECT_EQ(taken.tree, element);
