@@ -279,9 +279,9 @@ class Streams(Case):
                 ("decode", "--follow", "a", "b"), ("diff", "-", "-"),
                 ("diff", os.devnull), ("diff", os.devnull, "/nowhere"),
                 ("diff", os.devnull, os.devnull, "--tolerance", "-1"))),
-            (("example", "connectmessage"), "App::ConnectMessage"),   # case counts, but is suggested
+            (("example", "connectmessage"), "App::ConnectMessage"),  # case counts; suggested
             (("example", "App::ConectMessage"), "App::ConnectMessage"),
-            (("example", "Conn"), "App::ConnectMessage"),             # a part of the name
+            (("example", "Conn"), "App::ConnectMessage"),             # a part
             (("schema", "Conn"), "App::ConnectMessage"),
             (("example", "3.0.0.999"), "0x00030000000003e7"),         # well formed, but no class
             *((("example", id), "tolvmsg list") for id in (
