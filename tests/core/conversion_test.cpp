@@ -13,10 +13,13 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/serializable.h>
+#include <support/trees.h>
 
 namespace Tolv::MetaData {
 namespace {
 
+using Testing::parsed;
+using Testing::textOf;
 using Int64Limits = std::numeric_limits<std::int64_t>;
 using UInt64Limits = std::numeric_limits<std::uint64_t>;
 constexpr auto nan = std::numeric_limits<double>::quiet_NaN();
@@ -38,18 +41,6 @@ Element f(double value) {
     Element element;
     element.setFloating(value);
     return element;
-}
-
-Element parsed(std::string_view text) {
-    Element element;
-    ReaderJson::Read(element, text);
-    return element;
-}
-
-std::string textOf(Element const& element) {
-    std::string text;
-    WriterJson::Write(element, text);
-    return text;
 }
 
 template <class T>
@@ -269,12 +260,7 @@ TEST(Conversion, AFailureKeepsTheValue) {
 template <class T>
 std::string refusal(Element const& element) {
     T value{};
-    try {
-        GetAs(element, value);
-    } catch (Exception::InvalidParameter const& e) {
-        return e.what();
-    }
-    return "accepted";
+    return Testing::thrownBy<Exception::InvalidParameter>([&] { GetAs(element, value); });
 }
 
 TEST(Conversion, TheTextSaysWhatWasExpectedAndFound) {

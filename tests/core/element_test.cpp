@@ -12,23 +12,14 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
 #include <support/counters.h>
+#include <support/trees.h>
 
 namespace Tolv::MetaData {
 namespace {
 
 using namespace std::string_literals;
-
-Element parsed(std::string_view text) {
-    Element element;
-    ReaderJson::Read(element, text);
-    return element;
-}
-
-std::string textOf(Element const& element) {
-    std::string text;
-    WriterJson::Write(element, text);
-    return text;
-}
+using Testing::parsed;
+using Testing::textOf;
 
 Element number(std::int64_t value) {
     Element element;

@@ -3,6 +3,7 @@
 
 #include <tolv/core/metadata/json.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,20 +38,20 @@ std::optional<Element> read(std::string_view text) {
 /// is taken away.
 class Grammar {
 public:
-    static bool isText(std::string_view text) {
+    /// Where a reader finds that this is no text; nothing for a text.
+    static std::optional<std::size_t> faultIn(std::string_view text) {
         Grammar grammar{text};
-        return grammar.value() && grammar.rest_.empty();
-    }
-    static bool isNumber(std::string_view text) {
-        Grammar grammar{text};
-        return grammar.number() && grammar.rest_.empty();
+        auto const isText = grammar.value() && grammar.rest_.empty();
+        return isText ? std::nullopt : std::optional(grammar.reached_);
     }
 
 private:
-    explicit Grammar(std::string_view text) : rest_(text) {}
+    explicit Grammar(std::string_view text) : rest_(text), size_(text.size()) {}
 
     bool take(std::string_view word) {
         auto const there = rest_.starts_with(word);
+        if (!there && !failed_) // a wrong word is one from its start on, if it isn't only cut
+            reached_ = std::max(reached_, size_ - (word.starts_with(rest_) ? 0 : rest_.size()));
         rest_.remove_prefix(there ? word.size() : 0);
         return there;
     }
@@ -97,12 +98,13 @@ private:
         auto const before = rest_.size();
         while (!rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9')
             rest_.remove_prefix(1);
+        take("0"); // notes the place
         return rest_.size() != before;
     }
     bool number() {
-        take("-");
+        auto const negative = take("-");
         if (!take("0") && !digits())
-            return false;
+            return negative && fail();
         if (take(".") && !digits())
             return fail();
         if (take("e") || take("E")) {
@@ -118,8 +120,24 @@ private:
     }
 
     std::string_view rest_;
+    std::size_t size_;
+    std::size_t reached_ = 0; ///< the last place where a word was missed
     bool failed_ = false;
 };
+
+/// The byte at which `text` is refused; nothing when it is accepted.
+std::optional<std::size_t> refusedAt(std::string_view text) {
+    auto const refusal = Testing::thrownBy<Exception::InvalidParameter>([&] {
+        Element element;
+        ReaderJson::Read(element, text);
+    });
+    EXPECT_EQ(Testing::thrownBy<Exception::InvalidParameter>(
+                  [&] { Testing::Taken().copyFromText(text); }),
+              refusal);
+    auto const place = refusal.rfind(' ');
+    return refusal == "nothing thrown" ? std::nullopt
+                                       : std::optional(std::stoul(refusal.substr(place)));
+}
 
 /// Calls `check` with each text of up to `most` of these pieces.
 template <class Check>
@@ -137,14 +155,15 @@ TEST(JsonGrammar, AllShortTexts) {
     forEachText({"[", "]", "{", "}", ",", ":", "\"a\"", "1", "null", " "}, 5,
                 [&](std::string const& text) {
                     // One object has room for one key here, or the second is another one.
-                    auto const isText = Grammar::isText(text);
-                    ASSERT_EQ(read(text).has_value(), isText) << text;
-                    accepted += isText ? 1 : 0;
+                    auto const fault = Grammar::faultIn(text);
+                    ASSERT_EQ(refusedAt(text), fault) << text;
+                    ASSERT_EQ(read(text).has_value(), !fault) << text;
+                    accepted += fault ? 0 : 1;
                 });
     EXPECT_GT(accepted, 150U);
     for (auto const* const text :
          {R"({"a":1,"b":[{},[]]})", R"([{"a":[1,null]},"b",-0.5e1])", "[[[[[[[[1]]]]]]]]"}) {
-        ASSERT_TRUE(Grammar::isText(text)) << text;
+        ASSERT_EQ(Grammar::faultIn(text), std::nullopt) << text;
         // Each byte taken away, doubled, or exchanged with another.
         std::string const whole(text);
         for (std::size_t i = 0; i < whole.size(); ++i) {
@@ -155,7 +174,7 @@ TEST(JsonGrammar, AllShortTexts) {
             auto exchanged = whole;
             std::swap(exchanged[i], exchanged[i / 2]);
             for (auto const& changed : {removed, doubled, exchanged})
-                EXPECT_EQ(read(changed).has_value(), Grammar::isText(changed)) << changed;
+                EXPECT_EQ(refusedAt(changed), Grammar::faultIn(changed)) << changed;
         }
     }
 }
@@ -163,16 +182,16 @@ TEST(JsonGrammar, AllShortTexts) {
 TEST(JsonGrammar, AllShortNumbers) {
     std::size_t accepted = 0;
     forEachText({"0", "1", "-", "+", ".", "e"}, 6, [&](std::string const& text) {
-        auto const isNumber = Grammar::isNumber(text);
-        auto const number = read(text);
+        auto const fault = Grammar::faultIn(text);
+        auto const found = refusedAt(text);
         // The only other reason to refuse one is that it is too large.
         auto const exponent = text.find('e');
         auto const mayBeTooLarge = exponent != text.npos && text.size() - exponent > 3;
-        if (isNumber && !number.has_value())
+        if (!fault && found)
             ASSERT_TRUE(mayBeTooLarge) << text;
         else
-            ASSERT_EQ(number.has_value(), isNumber) << text;
-        accepted += number.has_value() ? 1 : 0;
+            ASSERT_EQ(found, fault) << text;
+        accepted += found ? 0 : 1;
     });
     EXPECT_GT(accepted, 500U);
 }
@@ -196,8 +215,10 @@ TEST(JsonGrammar, AllBytesInStrings) {
         });
     for (int letter = 0; letter < 256; ++letter) {
         auto const known = std::string_view("\"\\/bfnrt").find(static_cast<char>(letter));
-        auto const value = read("\"\\" + std::string(1, static_cast<char>(letter)) + '"');
+        auto const text = "\"\\" + std::string(1, static_cast<char>(letter)) + '"';
+        auto const value = read(text);
         ASSERT_EQ(value.has_value(), known != std::string_view::npos) << letter;
+        ASSERT_TRUE(value || letter == 'u' || refusedAt(text) == 2U) << letter;
         ASSERT_TRUE(!value || value->text() == std::string_view("\"\\/\b\f\n\r\t").substr(known, 1))
             << letter;
     }
@@ -277,10 +298,11 @@ TEST(JsonGrammar, Utf8) {
                                   "\xEF\xBB",
                                   "\xC3\x28",
                                   "\xE2\x82\x28"})
-        atAllPlaces(bad, [](std::string const& text) {
-            ASSERT_FALSE(read('"' + text + '"').has_value());
-            ASSERT_FALSE(read("{\"" + text + "\":0}").has_value());
-            ASSERT_FALSE(read('"' + text).has_value());
+        atAllPlaces(bad, [bad](std::string const& text) {
+            auto const place = text.find(bad) + 1;
+            ASSERT_EQ(refusedAt('"' + text + '"'), place) << text;
+            ASSERT_EQ(refusedAt("{\"" + text + "\":0}"), place + 1) << text;
+            ASSERT_EQ(refusedAt('"' + text), place) << text;
         });
 }
 

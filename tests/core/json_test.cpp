@@ -27,8 +27,7 @@ namespace {
 using namespace std::string_literals;
 
 Element parsed(std::string_view text) {
-    Element element;
-    ReaderJson::Read(element, text);
+    auto element = Testing::parsed(text);
     Testing::Taken taken;
     taken.copyFromText(text);
     EXPECT_EQ(taken.tree, element);
@@ -55,10 +54,6 @@ std::string refusalOf(std::string_view text, Limits const& limits = {}) {
         return e.what();
     }
     return "accepted";
-}
-
-bool endsWith(std::string const& text, std::string const& end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
 // ---- Accepted and refused --------------------------------------------------------------------
@@ -142,29 +137,18 @@ struct Refused {
 std::vector<Refused> const refused = {
     {"", 0, "no value"},
     {" \t\n", 3, "no value"},
-    // Numbers.
-    {"01", 1, "leading zero"},
-    {"-01", 2, "leading zero"},
-    {"00", 1, "leading zero"},
+    // Numbers, beside all short ones there.
     {"[01                                        ]", 2, "leading zero, with text behind"},
-    {"+1", 0, "plus"},
     {".5", 0, "no digit before the point"},
     {"-.5", 1, "no digit before the point"},
-    {"1.", 2, "no digit behind the point"},
     {"[1.]", 3, "no digit behind the point"},
     {"[1.e5]", 3, "no digit behind the point"},
-    {"1e", 2, "no exponent"},
-    {"1e+", 3, "no exponent"},
     {"[1e-]", 4, "no exponent"},
-    {"1e1.5", 3, "fraction in an exponent"},
-    {"-", 1, "sign alone"},
     {"[-]", 2, "sign alone"},
-    {"--1", 1, "two signs"},
     {"-a                                         ", 1, "sign and letter"},
     {"0x1", 1, "hexadecimal"},
     {"1_000", 1, "separator"},
     {"1,000", 1, "separator"},
-    {"1.0.0", 3, "two points"},
     {"NaN", 0, "no number"},
     {"nan ", 0, "no number"},
     {"Infinity", 0, "no number"},
@@ -173,7 +157,6 @@ std::vector<Refused> const refused = {
     {"[1,-1e309]", 3, "too large for a double"},
     {"[1, 1" + std::string(400, '0') + "]", 4, "too large for a double"},
     {"1a", 1, "letter behind"},
-    {"1 2", 2, "two values"},
     // Literals.
     {"nul", 3, "cut"},
     {"tru", 3, "cut"},
@@ -194,12 +177,6 @@ std::vector<Refused> const refused = {
     {"\"\0\""s, 1, "raw NUL"},
     {"\"abcdefghijklmnopqrstuvwxyz\x1F\"", 27, "last control character"},
     {"\"\\n\x01\"", 3, "raw control character behind an escape"},
-    {R"("\a")", 2, "unknown escape"},
-    {R"("\'")", 2, "unknown escape"},
-    {R"("\x41")", 2, "unknown escape"},
-    {R"("\U0041")", 2, "unknown escape"},
-    {R"("\0")", 2, "unknown escape"},
-    {"\"\\\n\"", 2, "escaped line feed"},
     {R"("\u")", 3, "no digits"},
     {R"("\u004")", 6, "three digits"},
     {R"("\u00g0")", 5, "no hexadecimal digit"},
@@ -212,42 +189,11 @@ std::vector<Refused> const refused = {
     {R"("\udc00             ")", 2, "trailing surrogate alone"},
     {R"("\ud800\ud800       ")", 9, "two leading surrogates"},
     {R"("\ud800\u0041       ")", 9, "leading surrogate and a letter"},
-    // Structure.
-    {"[", 1, "not closed"},
-    {"{", 1, "not closed"},
-    {"[1", 2, "not closed"},
-    {"[1,", 3, "not closed"},
-    {R"({"a")", 4, "not closed"},
-    {R"({"a":)", 5, "not closed"},
-    {R"({"a":1)", 6, "not closed"},
-    {R"({"a":1,)", 7, "not closed"},
-    {"]", 0, "not opened"},
-    {"}", 0, "not opened"},
-    {"[}", 1, "wrong bracket"},
-    {"{]", 1, "wrong bracket"},
-    {"[1}", 2, "wrong bracket"},
-    {R"({"a":1])", 6, "wrong bracket"},
-    {"[1]]", 3, "closed twice"},
-    {"{}}", 2, "closed twice"},
-    {"[,]", 1, "no value"},
-    {"[1,,2]", 3, "no value"},
-    {"[1,]", 3, "comma before the end"},
-    {"[,1]", 1, "comma before the start"},
+    // Structure, beside all short texts in json_grammar_test.cpp.
     {R"({"a":1,})", 7, "comma before the end"},
-    {"{,}", 1, "comma alone"},
-    {"[1 2]", 3, "no comma"},
     {R"({"a":1 "b":2})", 7, "no comma"},
-    {R"({"a" 1})", 5, "no colon"},
-    {R"({"a"})", 4, "no value"},
-    {R"({"a":})", 5, "no value"},
-    {R"({"a"::1})", 5, "two colons"},
-    {R"({:1})", 1, "no key"},
     {"{a:1}", 1, "no quotes"},
-    {"{1:1}", 1, "number as key"},
-    {"{null:1}", 1, "literal as key"},
-    {"{[]:1}", 1, "array as key"},
     {"{'a':1}", 1, "single quotes"},
-    {R"(["a":1])", 4, "key in an array"},
     {"// comment\n1", 0, "comment"},
     {"1 // comment", 2, "comment"},
     {"[1/* */]", 2, "comment"},
@@ -265,26 +211,10 @@ std::vector<Refused> const refused = {
     {"\v1", 0, "no white space of JSON"},
     {"1\f", 1, "no white space of JSON"},
     {"1 x", 2, "text behind"},
-    {"{} []", 3, "text behind"},
-    // UTF-8.
-    {"\"\x80\"", 1, "continuation alone"},
-    {"\"a\xBF\"", 2, "continuation alone"},
-    {"\"\xC0\x80\"", 1, "overlong"},
-    {"\"\xC1\xBF\"", 1, "overlong"},
-    {"\"\xE0\x9F\xBF\"", 1, "overlong"},
-    {"\"\xF0\x8F\xBF\xBF\"", 1, "overlong"},
-    {"\"\xED\xA0\x80\"", 1, "surrogate"},
-    {"\"\xED\xBF\xBF\"", 1, "surrogate"},
-    {"\"\xF4\x90\x80\x80\"", 1, "beyond the last character"},
-    {"\"\xF5\x80\x80\x80\"", 1, "beyond the last character"},
-    {"\"\xFF\"", 1, "no lead byte"},
-    {"\"abc\xE2\x82\"", 4, "cut by the quote"},
-    {"\"abc\xE2\x82", 4, "cut by the end"},
-    {"\"abc\xC3", 4, "cut by the end"},
+    // UTF-8, beside all that json_grammar_test.cpp puts everywhere.
     {"\"abcdefghijklmnopqrstuvwxyz\xE2\x28\xA1 and more text\"", 27, "wrong second byte"},
     {"\"\\n\xE2\x82\"", 3, "cut, behind an escape"},
     {"\"\\n" + std::string(5000, 'x') + "\xE2\x82\"", 5003, "cut, far behind an escape"},
-    {"{\"\xC3\x28\":1}", 2, "in a key"},
     {"[1,\xC3\xA4]", 3, "good UTF-8 outside of strings"},
     {"[1,\xC3]", 3, "bad UTF-8 outside of strings"},
 };
@@ -301,7 +231,7 @@ TEST(ReaderJson, Accepts) {
 TEST(ReaderJson, RefusesAndSaysWhere) {
     for (auto const& row : refused) {
         auto const refusal = refusalOf(row.text);
-        EXPECT_TRUE(endsWith(refusal, " at byte " + std::to_string(row.offset)))
+        EXPECT_TRUE(refusal.ends_with(" at byte " + std::to_string(row.offset)))
             << row.text << ": " << row.why << "\n  expected byte " << row.offset << "\n  "
             << refusal;
     }
@@ -430,8 +360,8 @@ TEST(ReaderJson, RefusesAKeyThatStandsTwice) {
     };
     for (auto const& row : rows) {
         auto const refusal = refusalOf(row.before + row.after);
-        EXPECT_TRUE(endsWith(refusal, " stands twice in one object at byte " +
-                                          std::to_string(row.before.size())))
+        EXPECT_TRUE(refusal.ends_with(" stands twice in one object at byte " +
+                                      std::to_string(row.before.size())))
             << row.why << "\n  expected byte " << row.before.size() << "\n  " << refusal;
     }
     auto const umlauts = "\"" + std::string(59, 'x') + "\u00E4" + std::string(1000, 'y') + "\"";
@@ -705,38 +635,27 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
 
 TEST(ReaderJson, LongTextsWithEscapes) {
     // The parser hands such texts over in pieces of its buffer: no character may be lost or cut.
+    struct {
+        char const* escaped;
+        char const* plain;
+    } const specials[] = {{"\\n", "\n"},
+                          {"\\u20AC", "\u20AC"},
+                          {"\\ud83d\\ude00", "\U0001F600"},
+                          {"\U0001F600", "\U0001F600"},
+                          {"\u20AC", "\u20AC"}};
     std::mt19937 random(4);
     for (int i = 0; i < 300; ++i) {
         std::string escaped;
         std::string plain;
         auto const size = random() % 20'000;
         while (plain.size() < size) {
-            switch (random() % 8) {
-            case 0:
-                escaped += "\\n";
-                plain += '\n';
-                break;
-            case 1:
-                escaped += "\\u20AC";
-                plain += "\u20AC";
-                break;
-            case 2:
-                escaped += "\\ud83d\\ude00";
-                plain += "\U0001F600";
-                break;
-            case 3:
-                escaped += "\U0001F600";
-                plain += "\U0001F600";
-                break;
-            case 4:
-                escaped += "\u20AC";
-                plain += "\u20AC";
-                break;
-            default: {
+            if (auto const which = random() % 8; which < std::size(specials)) {
+                escaped += specials[which].escaped;
+                plain += specials[which].plain;
+            } else {
                 std::string const run(random() % 300, 'x');
                 escaped += run;
                 plain += run;
-            }
             }
         }
         ASSERT_EQ(parsed('"' + escaped + '"').asStringView(), plain);

@@ -80,33 +80,13 @@ TEST(Utf8, judgesKnownTexts) {
         {""sv, npos},
         {"plain"sv, npos},
         {"zero \0 inside"sv, npos},
-        {"\x7f"sv, npos},
         {"\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80"sv, npos},
         {"\xef\xbb\xbfmark"sv, npos},
-        {"\xef\xbf\xbf"sv, npos},
-        {"ab\x80"sv, 2},                   // continuation alone
         {"\xc3\xa4\xa4"sv, 2},             // one continuation too many
-        {"\xc0\x80"sv, 0},                 // overlong zero
-        {"\xc1\xbf"sv, 0},                 // overlong, last of two bytes
-        {"\xe0\x9f\xbf"sv, 0},             // overlong, last of three bytes
-        {"\xe0\xa0\x80"sv, npos},          // first of three bytes
-        {"\xf0\x8f\xbf\xbf"sv, 0},         // overlong, last of four bytes
-        {"\xf0\x90\x80\x80"sv, npos},      // first of four bytes
-        {"\xed\x9f\xbf"sv, npos},          // before the surrogates
-        {"\xed\xa0\x80"sv, 0},             // first surrogate
         {"\xed\xa0\xbd\xed\xb8\x80"sv, 0}, // a pair of surrogates
-        {"\xee\x80\x80"sv, npos},          // behind the surrogates
-        {"\xf4\x8f\xbf\xbf"sv, npos},      // last character
-        {"\xf4\x90\x80\x80"sv, 0},         // behind it
-        {"\xf5\x80\x80\x80"sv, 0},
-        {"\xf8\x88\x80\x80\x80"sv, 0}, // five bytes
-        {"\xfe"sv, 0},
-        {"\xff"sv, 0},
-        {"x\xc3"sv, 1}, // unfinished at the end
-        {"x\xe2\x82"sv, 1},
+        {"\xf8\x88\x80\x80\x80"sv, 0},     // five bytes
         {"x\xf0\x9f\x98"sv, 1},
         {"x\xe2\x82y"sv, 1}, // unfinished before the next character
-        {"x\xc3\xc3\xa4"sv, 1},
     };
     for (auto const& [text, offset] : cases)
         EXPECT_EQ(find(text), offset) << testing::PrintToString(text);

@@ -6,6 +6,8 @@
 #include <tolv/metadata/enum_strings.h>
 #include <tolv/metadata/reflector_array.h>
 
+#include "support/trees.h"
+
 namespace Instrument {
 
 enum class Range { low = 3, high = 1, other = 99, below = -7 };
@@ -24,16 +26,7 @@ namespace {
 using namespace Tolv;
 using namespace Tolv::MetaData;
 using Instrument::Range;
-
-template <class Exception, class F>
-std::string textOf(F&& function) {
-    try {
-        function();
-    } catch (Exception const& failure) {
-        return failure.what();
-    }
-    return "nothing was thrown";
-}
+using Testing::thrownBy;
 
 TEST(EnumStrings, InsertKeepsBothDirectionsUnique) {
     EnumStringsThrow<Range> table{{Range::low, "Low"}};
@@ -70,19 +63,20 @@ TEST(EnumStrings, ListWithRefusedPairsKeepsTheFirst) {
 
 TEST(EnumStrings, UnknownOnesThrowTheirText) {
     auto const& table = Instrument::rangeWords;
-    EXPECT_EQ(textOf<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::other); }),
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::other); }),
               "99");
-    EXPECT_EQ(textOf<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::below); }),
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::below); }),
               "-7");
-    EXPECT_EQ(textOf<Exception::InvalidEnumLiteral>([&] { (void)table.value("Mid"); }), "Mid");
-    EXPECT_EQ(textOf<Exception::InvalidEnumLiteral>([&] { (void)table.value(""); }), "");
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumLiteral>([&] { (void)table.value("Mid"); }), "Mid");
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumLiteral>([&] { (void)table.value(""); }), "");
     EXPECT_EQ(table.tryLiteral(Range::other), nullptr);
+    EXPECT_EQ(*table.tryValue(std::string_view("Lower", 3)), Range::low);
 
     EnumStringsThrow<Msgs::Identifier> const ids{{0x100000001ULL, "one"}};
     EXPECT_EQ(ids.value("one"), 0x100000001ULL);
     // Equal in the low half only; and of an id the low half is shown, signed.
-    EXPECT_EQ(textOf<Exception::InvalidEnumValue>([&] { (void)ids.literal(1); }), "1");
-    EXPECT_EQ(textOf<Exception::InvalidEnumValue>([&] { (void)ids.literal(0x4FFFFFFFFULL); }),
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)ids.literal(1); }), "1");
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)ids.literal(0x4FFFFFFFFULL); }),
               "-1");
 }
 
@@ -114,9 +108,9 @@ TEST(EnumStrings, DefaultPairIsNotInTheTable) {
 
     EnumStringsDefault<Range> const table(Range::other, "Unknown",
                                           {{Range::other, "Unknown"}, {Range::low, "Low"}});
-    EXPECT_EQ(textOf<Exception::InvalidEnumLiteral>([&] { (void)table.value("Unknown"); }),
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumLiteral>([&] { (void)table.value("Unknown"); }),
               "Unknown");
-    EXPECT_EQ(textOf<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::other); }),
+    EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)table.literal(Range::other); }),
               "99");
     EXPECT_EQ(table.value("Low"), Range::low);
     EXPECT_EQ(table.defaultLiteral(), "Unknown");
@@ -129,6 +123,7 @@ TEST(EnumStrings, ElementsHoldWords) {
     EXPECT_EQ(element.asString(), "High");
     EXPECT_EQ(GetAs<Range>(element), Range::high);
     EXPECT_THROW(SetAs<Range>(Range::other, element), Exception::InvalidEnumValue);
+    EXPECT_EQ(element.asString(), "High") << "a refused value leaves the element";
 
     auto value = Range::below;
     for (auto const& refused :

@@ -101,15 +101,6 @@ void checkFamily(unsigned long long prefix) {
     MetaData::Element const tree = parsed(written(numbered));
     MetaData::Object const& object = tree;
     EXPECT_EQ(written(Family(object)), written(numbered));
-
-    using Simple = SimpleMessageHelper<Family, 6>;
-    using WithPayload = PayloadMessageHelper<Family, Reading, 7>;
-    EXPECT_EQ(Simple::MsgID(), prefix | 6U);
-    EXPECT_EQ(Simple().id(), prefix | 6U);
-    EXPECT_EQ(DestID_Required<Simple>::MsgID(), prefix | 6U);
-    EXPECT_EQ(WithPayload::MsgID(), prefix | 7U);
-    EXPECT_EQ(WithPayload().id(), prefix | 7U);
-    EXPECT_EQ(&WithPayload::MsgID(), &WithPayload::MsgID());
 }
 
 TEST(Families, AreWhatTheTableSays) {
@@ -150,14 +141,6 @@ TEST(Families, BuildIds) {
               Communications::Forwarder::Base::idBuilder(1, 77, 3), 0x0009000100030001},
          })
         EXPECT_EQ(row.built, row.expected) << row.why;
-}
-
-TEST(Families, TellWhatTheIdSays) {
-    SimpleMessageHelper<Notifs::SystemNotification, 1> const notification;
-    EXPECT_EQ(notification.notifCategory(), 3);
-    EXPECT_EQ(notification.notifType(), 1);
-    EXPECT_EQ((SimpleMessageHelper<Notifs::AttrNotification, 4>().notifCategory()), 1);
-    EXPECT_EQ((PayloadMessageHelper<Errs::ErrorMessage, Reading, 1>().errorType()), 1);
 }
 
 // Types keep their names: the factory stores them, and the records of other programs name them.
@@ -225,24 +208,6 @@ TEST(Messages, CopiesAreOnTheirOwn) {
     EXPECT_EQ(batch[2].members(),
               (std::vector<MetaData::ReflectorBase const*>{batch[2].members()[0], &batch[2].sender,
                                                            &batch[2].destination, &batch[2].Data}));
-}
-
-TEST(Messages, InAList) {
-    MirroredObject owner;
-    ReflectorArray<ReadingMessage> list{&owner, "a"_key, Required};
-    constexpr auto text = R"({"a":[{"MessageID":9103745171752747009,"Data":{"value":2.5}},)"
-                          R"({"MessageID":9103745171752747009,"Data":{"value":0.0,"raw":[1]}}]})";
-    readInto(list, text);
-    EXPECT_EQ(written(list), text);
-    for (auto const* const corrupt :
-         {R"({"a":[{"MessageID":9103745171752747009}]})", R"({"a":[{}]})", R"({"a":[3]})"}) {
-        SCOPED_TRACE(corrupt);
-        CapturedOutput const output;
-        readInto(list, corrupt);
-        EXPECT_EQ(output.text(),
-                  "Exception MetaDat::ReflectorArray MetaData Array corrupt for a\n");
-        EXPECT_EQ(written(list), text);
-    }
 }
 
 TEST(Messages, DestinationIsRequiredWhereTheClassSaysSo) {
@@ -368,36 +333,6 @@ TEST(Catalogue, AndFactoryAreTheSame) {
     }
     EXPECT_GE(described.size(), 12U);
     EXPECT_EQ(described, registered);
-}
-
-TEST(Catalogue, DescribesEachClassOnce) {
-    for (auto const& row : catalogue()) {
-        SCOPED_TRACE(row.fullAlias());
-        EXPECT_EQ(findMessage(row.id), &row);
-        EXPECT_EQ(findMessage(row.fullAlias()), &row);
-        EXPECT_FALSE(row.role.empty());
-        auto const end = std::to_string(Identifier(row.id).type()) + ">";
-        EXPECT_NE(row.className.find(end), std::string_view::npos) << row.className;
-        EXPECT_EQ(row.payload.empty(), row.className.find("Payload") == std::string_view::npos);
-    }
-    EXPECT_EQ(findMessage(0x000300000000FFFFULL), nullptr);
-    EXPECT_EQ(findMessage("Message"), nullptr);
-}
-
-TEST(Catalogue, EachClassGoesThroughTextAndBack) {
-    for (auto const& row : catalogue()) {
-        SCOPED_TRACE(row.fullAlias());
-        auto const made = row.make();
-        auto const text = written(*made);
-        EXPECT_EQ(made->id(), row.id);
-        EXPECT_EQ(text.find("\"Data\"") == std::string::npos, row.payload.empty());
-        CapturedOutput const output;
-        auto const read = Message::CreateFromMetaData(parsed(text));
-        ASSERT_NE(read, nullptr);
-        EXPECT_EQ(classOf(*read), classOf(*made));
-        EXPECT_EQ(written(*read), text);
-        EXPECT_EQ(output.text(), "");
-    }
 }
 
 TEST(Messages, KeepAllTheyHoldWhenWhatIsReadIsNoObject) {

@@ -20,6 +20,7 @@ using namespace Tolv::Testing;
 using Entry = PayloadMessageHelper<App::AppMessage, App::InstalledAppData, 600>;
 using Entries = MessagesArray<Entry>;
 using Batch = PayloadMessageHelper<Attrs::AttrArrays, Entries, 601>;
+static_assert(std::is_base_of_v<isMessagesArray, Entries>);
 
 constexpr auto corrupt = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Messages\n";
 
@@ -36,22 +37,6 @@ std::string listOf(std::string const& entries) { return R"({"Messages":[)" + ent
 
 std::string batchOf(std::string const& entries) {
     return messageText(0x0004000100000259, listOf(entries));
-}
-
-TEST_F(MessagesArrayTest, Ids) {
-    EXPECT_EQ(Batch::MsgID(), 0x0004000100000259ULL);
-    EXPECT_EQ(Batch::MsgID().sub1(), 1);
-    EXPECT_EQ(Entry::MsgID().sub1(), 0);
-    static_assert(std::is_base_of_v<isMessagesArray, Entries>);
-    static_assert(!std::is_base_of_v<isMessagesArray, App::InstalledAppData>);
-}
-
-TEST_F(MessagesArrayTest, Empty) {
-    EXPECT_EQ(written(Batch()), batchOf(""));
-    auto const read = sent(Batch());
-    ASSERT_NE(read, nullptr);
-    EXPECT_TRUE(read->payload().messages().empty());
-    EXPECT_TRUE(read->payload().messages.initialized());
 }
 
 TEST_F(MessagesArrayTest, EntriesAreWholeMessages) {
@@ -124,39 +109,6 @@ TEST_F(MessagesArrayTest, CorruptEntryLeavesTheListAsItWas) {
             EXPECT_EQ(written(*read), batchOf("")) << "the list of a new batch is empty";
         }
     }
-}
-
-TEST_F(MessagesArrayTest, PayloadOfAnEntryReadsFieldByField) {
-    auto const read = received<Batch>(batchOf(messageText(0x0003000000000258, R"({"Name":3})")));
-    ASSERT_NE(read, nullptr);
-    EXPECT_EQ(written(*read), batchOf(messageText(0x0003000000000258, R"({"Name":"","ID":""})")));
-}
-
-TEST_F(MessagesArrayTest, ListThatIsNone) {
-    for (auto const* const list : {"{}", "null", "3", R"("a")", R"({"type":9,"len":0})"}) {
-        Entries entries;
-        readInto(entries, listOf(entry("old")));
-        CapturedOutput const output;
-        readInto(entries, R"({"Messages":)" + std::string(list) + "}");
-        EXPECT_EQ(output.text(),
-                  "Exception MetaDat::ReflectorArray Should have gotten an Array, but didn't\n");
-        EXPECT_EQ(written(entries), listOf(entry("old"))) << list;
-    }
-    Entries entries;
-    readInto(entries, listOf(entry("old")));
-    CapturedOutput const output;
-    readInto(entries, R"({"messages":[]})"); // another key
-    EXPECT_EQ(output.text(), "");
-    EXPECT_FALSE(entries.messages.initialized());
-    EXPECT_EQ(written(entries), "{}");
-    EXPECT_TRUE(entries.messages.edit().empty());
-
-    auto const read = received<Batch>(messageText(Batch::MsgID(), "{}"));
-    ASSERT_NE(read, nullptr);
-    EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { (void)read->payload().messages(); }),
-              "Tolv::MetaData::ReflectorArray::operator()(): Messages is not initialized");
-    // The payload as a whole isn't an object: the array field throws, and the batch has none.
-    EXPECT_FALSE(received<Batch>(messageText(Batch::MsgID(), "[]"))->Data.initialized());
 }
 
 TEST_F(MessagesArrayTest, BatchWithAnEntryWithoutPayloadIsNotCopied) {

@@ -107,7 +107,7 @@ TEST(Text, WhatIsTakenOutOfTheTreeStays) {
             Watched record;
             record.lookAt = lookAt;
             record.samples = std::vector<double>(1000, 0.1);
-            Detail::encodeElements(record.samples(), expected);
+            MetaData::Detail::encodeElements(record.samples(), expected);
             record.copyToText(text);
             taken = std::move(record.taken);
             EXPECT_EQ(record.lookedAt, lookAt ? expected : "");

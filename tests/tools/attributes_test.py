@@ -54,16 +54,13 @@ class Valid(unittest.TestCase):
                 self.assertEqual(invalid is not None, "invalid" in row)
                 self.assertRegex(row.get("invalid", ""), invalid or "^$")
 
-    def test_values(self):
+    def test_every_class(self):
+        """What is valid, the library judges; here, that each class is asked and what it says."""
         limited = about(Minimum=1, Maximum=6)
         self.check((
             # number, payload, what the reason must hold (None: valid)
-            (DOUBLE, {"d": 6, **limited}, None),         # the limits belong to the range
+            (DOUBLE, {"d": 6, **limited}, None),
             (DOUBLE, {"d": 6.5, **limited}, "^value 6.5 is above Maximum 6$"),
-            (DOUBLE, {"d": 0.5, **limited}, "^value 0.5 is below Minimum 1$"),
-            (DOUBLE, {"d": "NaN", **limited}, "^value NaN cannot be compared with Maximum 6$"),
-            (DOUBLE, {"d": "NaN", **about(Minimum=1)}, None),
-            (DOUBLE, {"d": "NaN"}, None),                # no metadata
             (DOUBLE, limited, "d is not initialized"),   # no value
             (DOUBLE, None, "^the payload did not read$"),
             (TRACE, {"trace": {"type": 3, "len": 1}}, "^the payload did not read$"),
@@ -72,38 +69,18 @@ class Valid(unittest.TestCase):
             (COMPLEX, {"dc": [9, 9], **about(Maximum=[1, 1])}, None),  # complex numbers: no order
             (MEASURED, {"m": 9, **about(Maximum=1)}, None),            # statistics, no limits
             (MEASURED_STATUS, {"m": 9, **about(LimitStatus=1)}, None),
-            (INTS, {"iv": [1, 2], **about(MaxLength=2)}, None),
             (INTS, {"iv": [1, 2, 3], **about(MaxLength=2)}, "^3 elements, MaxLength is 2$"),
-            (STRING, {"s": "éé", **about(MaxLength=4)}, None),
             (STRING, {"s": "ééé", **about(MaxLength=4)}, "^6 bytes, MaxLength is 4$"),
-            (STRING, {"s": "ab", **about(ValidCharacters="[a-z]*")}, None),
             (STRING, {"s": "aB", **about(ValidCharacters="[a-z]*")}, '^value "aB" does not match'),
-        ))
-
-    def test_patterns_that_are_no_expression(self):
-        self.check([(STRING, {"s": "a", **about(ValidCharacters=pattern)}, "^ValidCharacters: .+")
-                    for pattern in ("[a-", "(", "a{2", "x" * 100000, "(" * 50000 + ")" * 50000)])
-
-    def test_enumerations(self):
-        second = {"value": ENTRIES[1], "enums": ENTRIES}
-        self.check((
-            (ENUM, second, None),
-            (ENUM, {**second, **about(DisabledList=[True, False])}, None),
-            (ENUM, {**second, **about(DisabledList=[False, True])},
+            (STRING, {"s": "a", **about(ValidCharacters="[a-")}, "^ValidCharacters: .+"),
+            (ENUM, {"value": ENTRIES[1], "enums": ENTRIES, **about(DisabledList=[False, True])},
              '^2 "AC" is disabled in enums$'),
-            (ENUM, {**second, "value": entry(2, "ac")}, '^2 "ac" is not in enums$'),
-            (ENUM, {**second, "value": {"Value": 2}}, "Literal is not initialized"),
-            (ENUM, {"value": ENTRIES[1]}, None),         # without a list anything goes
-            (ENUM_INT, {"value": 3, "enums": []}, "enums is empty"),
-            (ENUM_INT, {"value": 3, "enums": [3]}, None),
             (ENUM_INT, {"value": 4, "enums": [3]}, "^4 is not in enums$"),
             (ENUM_STRINGS, {"value": "x", "enums": ["x"], **about(DisabledList=[True])},
              '^"x" is disabled in enums$'),
+            *((number, {"trace": [], "segments": []}, None) for number in
+              (TRACE, COMPLEX_TRACE, COMPLEX_BOOL_TRACE, BOOL_TRACE, 35, 36, 37, 38)),
         ))
-
-    def test_traces(self):
-        self.check([(number, {"trace": [], "segments": []}, None) for number in
-                    (TRACE, COMPLEX_TRACE, COMPLEX_BOOL_TRACE, BOOL_TRACE, 35, 36, 37, 38)])
 
     def test_no_attribute(self):
         for number, data in ((16, {"AppID": "a"}), (LIST, {"Attributes": []}), (99, None)):

@@ -3,28 +3,19 @@
 import base64
 import json
 import os
-import pathlib
 import struct
-import tempfile
 import unittest
 
-from tool import attribute, encoded, message, run
+from tool import Case, attribute, encoded, message, run
 
 TRACE, COMPLEX_TRACE = 6, 7
 
 
-class Diff(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-
+class Diff(Case):
     def diff(self, left, right, *arguments):
         """Of two logs, each a list of lines."""
-        files = [self.folder / "left", self.folder / "right"]
-        for file, lines in zip(files, (left, right)):
-            file.write_bytes(b"\n".join(lines))
-        return run("diff", *arguments, *files)
+        return run("diff", *arguments, self.file("left", b"\n".join(left)),
+                   self.file("right", b"\n".join(right)))
 
     def rows(self, left, right, *arguments):
         done = self.diff(left, right, "--json", *arguments)
@@ -132,11 +123,7 @@ class Diff(unittest.TestCase):
         self.assertEqual([], self.rows([message(1, {"v": [1, 2]})], [whole]))
         self.assertEqual([""], [row["path"] for row in self.rows([b"no json"], [b"not json"])])
         self.assertEqual([], self.rows([b"", b"x", b" "], [b"x\r"]))
-        for words, status in (((os.devnull, "/nowhere"), 2), (("-", "-"), 2), ((os.devnull,), 2),
-                              ((os.devnull, os.devnull), 0),
-                              ((os.devnull, os.devnull, "--tolerance", "-1"), 2)):
-            with self.subTest(words):
-                self.assertEqual(status, run("diff", *words).status)
+        self.assertEqual(0, run("diff", os.devnull, os.devnull).status)
 
     def test_for_people(self):
         done = self.diff([message(2, {"v": 1}), attribute(TRACE, {"trace": [1, 2, 3]}), message(3)],

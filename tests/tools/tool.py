@@ -3,8 +3,11 @@
 import base64
 import json
 import os
+import pathlib
 import struct
 import subprocess
+import tempfile
+import unittest
 
 TOLVMSG = os.environ["TOLVMSG"]
 
@@ -52,3 +55,27 @@ def encoded(kind, values):
 
 def classes():
     return json.loads(run("list", "--json").out)
+
+
+class Case(unittest.TestCase):
+    """A test with a folder of its own."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def file(self, name, content):
+        path = os.path.join(self.folder, name)
+        with open(path, "wb") as out:
+            out.write(content)
+        return path
+
+    def check_refusals(self, *table, text=b""):
+        """Each row: arguments, and what the complaint must hold."""
+        for arguments, complaint in table:
+            with self.subTest(arguments):
+                done = run(*arguments, text=text)
+                self.assertEqual((2, b""), (done.status, done.out))
+                self.assertTrue(done.err.startswith("tolvmsg: "), done.err)
+                self.assertIn(str(complaint), done.err)

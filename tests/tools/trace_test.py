@@ -2,17 +2,15 @@
 
 import math
 import os
-import pathlib
 import pty
 import re
 import shutil
 import struct
 import subprocess
-import tempfile
 import unittest
 import xml.etree.ElementTree
 
-from tool import CONNECT, TOLVMSG, attribute, encoded, run
+from tool import CONNECT, TOLVMSG, Case, attribute, encoded, run
 
 TRACE, COMPLEX_TRACE, PAIRS, BITS, SEGMENTED = 6, 7, 8, 9, 35
 BATCH = 1 << 32
@@ -23,7 +21,7 @@ def trace(number, samples, name=None, unit=None, **others):
     return attribute(number, {"trace": samples, "AttributeMetaData": about, **others})
 
 
-class Export(unittest.TestCase):
+class Export(Case):
     def test_samples(self):
         log = b"\n".join((
             CONNECT, b"no message", trace(TRACE, encoded(3, [1, -0.1, 1e300])),
@@ -59,11 +57,9 @@ class Export(unittest.TestCase):
             self.assertEqual(struct.pack(f"<{len(values)}d", *values), done.out)
 
     def test_output(self):
-        with tempfile.TemporaryDirectory() as folder:
-            file = pathlib.Path(folder, "t.csv")
-            done = run("export", "--output", file, text=trace(TRACE, [1]))
-            self.assertEqual((0, b"", "index,value\n0,1\n"),
-                             (done.status, done.out, file.read_text()))
+        file = self.folder / "t.csv"
+        done = run("export", "--output", file, text=trace(TRACE, [1]))
+        self.assertEqual((0, b"", "index,value\n0,1\n"), (done.status, done.out, file.read_text()))
         for target in ("/dev/full", "/nowhere/t.csv"):
             done = run("export", "--output", target, text=trace(TRACE, [1]))
             self.assertEqual(3, done.status)
@@ -71,12 +67,7 @@ class Export(unittest.TestCase):
 
 
 @unittest.skipUnless(shutil.which("gnuplot"), "needs gnuplot")
-class Plot(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-
+class Plot(Case):
     def draw(self, name, line, *arguments):
         done = run("plot", "--output", name, *arguments, text=line, cwd=self.folder)
         self.assertEqual((0, "", b""), (done.status, done.err, done.out))
@@ -165,31 +156,28 @@ class Plot(unittest.TestCase):
             self.assertIn(reason, done.err)
 
 
-class Bar(unittest.TestCase):
+class Bar(Case):
     def test_progress(self):
         bar = b"\r[" + b" " * 40
-        with tempfile.TemporaryDirectory() as folder:
-            long, short = pathlib.Path(folder, "long"), pathlib.Path(folder, "short")
-            long.write_bytes((CONNECT + b"\n") * 60000)
-            short.write_bytes(CONNECT)
-            for words, shown in ((("lint", long), True), (("decode", "--json", long), True),
-                                 (("diff", long, long), True), (("decode", short), False)):
-                with self.subTest(words):
-                    ours, theirs = pty.openpty()
-                    process = subprocess.Popen([TOLVMSG, *words], stdout=subprocess.DEVNULL,
-                                               stderr=theirs)
-                    os.close(theirs)
-                    text = b""
-                    try:
-                        while part := os.read(ours, 65536):
-                            text += part
-                    except OSError:  # the end
-                        pass
-                    os.close(ours)
-                    process.wait()
-                    self.assertEqual(shown, text.startswith(bar), text[:80])
-                    self.assertTrue(text.endswith(b"\r\x1b[K") if shown else not text, text[-80:])
-            self.assertEqual("", run("lint", long).err)  # no terminal
+        long, short = self.file("long", (CONNECT + b"\n") * 60000), self.file("short", CONNECT)
+        for words, shown in ((("lint", long), True), (("decode", "--json", long), True),
+                             (("diff", long, long), True), (("decode", short), False)):
+            with self.subTest(words):
+                ours, theirs = pty.openpty()
+                process = subprocess.Popen([TOLVMSG, *words], stdout=subprocess.DEVNULL,
+                                           stderr=theirs)
+                os.close(theirs)
+                text = b""
+                try:
+                    while part := os.read(ours, 65536):
+                        text += part
+                except OSError:  # the end
+                    pass
+                os.close(ours)
+                process.wait()
+                self.assertEqual(shown, text.startswith(bar), text[:80])
+                self.assertTrue(text.endswith(b"\r\x1b[K") if shown else not text, text[-80:])
+        self.assertEqual("", run("lint", long).err)  # no terminal
 
 
 if __name__ == "__main__":

@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -14,40 +15,18 @@ using namespace Attrs;
 using Testing::readInto;
 using Testing::written;
 
-struct {
-    char const* literal;
-    unsigned short number;
-} const types[] = {
-    {"long", 1},
-    {"double", 2},
-    {"boolean", 3},
-    {"string", 4},
-    {"doublesequencetrace", 6},
-    {"doublecomplexsequencetrace", 7},
-    {"booleancomplexsequencetrace", 8},
-    {"booleansequencetrace", 9},
-    {"enumeration", 10},
-    {"doublesequence", 11},
-    {"booleansequence", 12},
-};
-
 auto const familyId = Identifier::toValue(4, 0, 0, 65535);
 
-TEST(AttrInfo, TypesHaveTexts) {
-    EXPECT_EQ(messageTypeMapper.size(), std::size(types));
-    for (auto const& [literal, number] : types) {
-        auto const id = Identifier::toValue(4, 0, 0, number);
-        EXPECT_EQ(messageTypeMapper.value(literal), id);
+TEST(AttrInfo, TypesHaveTexts) { // those that golden/catalogue.txt lists
+    for (auto const& [literal, id] : messageTypeMapper) {
         EXPECT_EQ(messageTypeMapper.literal(id), literal);
-
-        AttrInfoData const info{Identifier(id)};
-        EXPECT_EQ(info.scaType(), literal);
-        EXPECT_EQ(info.type(), id);
-
+        AttrInfoData const info{id};
         AttrInfoData set;
         set.setTypes(literal);
-        EXPECT_EQ(set.scaType(), literal);
-        EXPECT_EQ(set.type(), id);
+        for (auto const* const data : {&info, &std::as_const(set)}) {
+            EXPECT_EQ(data->scaType(), literal);
+            EXPECT_EQ(data->type(), id);
+        }
     }
     EXPECT_THROW((void)messageTypeMapper.value("Unknown"), Exception::InvalidEnumLiteral);
     EXPECT_EQ(messageTypeMapper.defaultLiteral(), "Unknown");
@@ -164,29 +143,17 @@ TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
 
 TEST(AttrArrays, Ranges) {
     ArrayWithRangeRequestData request;
-    EXPECT_EQ(written(request), R"({"StartElementIndex":0,"NumberOfElement":0})");
     request.setOffset(4294967295U);
     request.setNumber(7);
-    ArrayWithRangeRequestData readRequest;
-    readInto(readRequest, written(request));
-    EXPECT_EQ(readRequest.offset(), 4294967295U);
-    EXPECT_EQ(readRequest.number(), 7U);
-
-    ArrayWithRangeResponseData response;
-    EXPECT_EQ(written(response), R"({"Attributes":[],"StartElementIndex":0})");
-    response.setOffset(5);
-    response.attributes.push_back(std::make_shared<BoolMessage>(false));
-    ArrayWithRangeResponseData readResponse;
-    readInto(readResponse, written(response));
-    EXPECT_EQ(written(ArrayWithRangeResponseData(readResponse)), written(response));
-
-    for (auto const* const text :
-         {R"({})", R"({"StartElementIndex":1})", R"({"NumberOfElement":1})",
-          R"({"StartElementIndex":-1,"NumberOfElement":1})",
-          R"({"StartElementIndex":4294967296,"NumberOfElement":1})"})
+    EXPECT_EQ(written(request), R"({"StartElementIndex":4294967295,"NumberOfElement":7})");
+    EXPECT_EQ(request.offset(), 4294967295U);
+    EXPECT_EQ(request.number(), 7U);
+    for (auto const* const text : {R"({"StartElementIndex":-1,"NumberOfElement":1})",
+                                   R"({"StartElementIndex":4294967296,"NumberOfElement":1})"})
         EXPECT_THROW(readInto(request, text), Exception::InvalidParameter) << text;
-    for (auto const* const text : {R"({"Attributes":[]})", R"({"StartElementIndex":1})"})
-        EXPECT_THROW(readInto(response, text), Exception::InvalidParameter) << text;
+    ArrayWithRangeResponseData response;
+    response.setOffset(5);
+    EXPECT_EQ(written(response), R"({"Attributes":[],"StartElementIndex":5})");
 }
 
 } // namespace

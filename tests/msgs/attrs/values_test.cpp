@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/msgs/attrs/values.h>
+#include <tolv/msgs/attrs/messages.h>
 
 #include "msgs/attrs/judged.h"
 #include "support/trees.h"
@@ -94,6 +94,12 @@ TEST(AttrValues, OthersAreAlwaysValid) {
         {{R"({"m":9,"AttributeMetaData":{"Minimum":0,"Maximum":1}})", "valid"}});
     judgeAll<AttrWithMetaData<double, NumericMeasMetaDataWithStatus>>(
         {{R"({"m":9,"AttributeMetaData":{"Minimum":0,"Maximum":1}})", "valid"}});
+    // Neither samples nor segments are looked at.
+    using Trace = TraceWithSegmentsPayload<double, RangedMetaData<double>>;
+    static_assert(std::is_base_of_v<isTrace, Trace>);
+    judgeAll<Trace>({{R"({"AttributeMetaData":{"Maximum":1},"trace":[9],)"
+                      R"("segments":[{"offset":5,"length":7},{"offset":0,"length":0}]})",
+                      "valid"}});
 }
 
 TEST(AttrValues, IntVector) {

@@ -5,11 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/msgs/communications/messages.h>
 
-#include "support/captured_output.h"
 #include "support/messages.h"
-#include "support/records.h"
 
 namespace Tolv::Msgs::Communications::Forwarder {
 namespace {
@@ -24,15 +21,6 @@ constexpr auto full =
     R"("Count":18446744073709551615,"ShortestDistance":9223372036854775808})";
 constexpr auto unreadKey = "Tolv::MetaData::Reflector::operator()(): MsgKey is not initialized";
 
-TEST(ServiceData, Texts) {
-    expectTexts<ServiceData>(fresh, full);
-    auto const list = [](char const* key) {
-        return R"({")" + std::string(key) + R"(":[)" + fresh + ',' + full + "]}";
-    };
-    expectTexts<AllServicesData>(R"({"Services":[]})", list("Services"));
-    expectTexts<AllSubscriptionsData>(R"({"Subscriptions":[]})", list("Subscriptions"));
-}
-
 TEST(ServiceData, IsMadeOfAKey) {
     MessageKey const key(5, {"a"}, {"b", "c"});
     constexpr auto keyText = R"({"MessageID":5,"Sender":["a"],"Destination":["b","c"]})";
@@ -44,27 +32,6 @@ TEST(ServiceData, IsMadeOfAKey) {
     // Empty addresses are there; those of a message are not.
     EXPECT_EQ(written(MessageKeyData(MessageKey(0, {}, {}, {}))),
               R"({"MessageID":0,"Sender":[],"Destination":[]})");
-}
-
-TEST(ServiceData, MessageKeyIsCopied) {
-    MessageKeyData key(5, {"a"}, {"b"});
-    MessageKeyData const copy(key);
-    key = MessageKeyData(6, {}, {});
-    EXPECT_EQ(written(copy), R"({"MessageID":5,"Sender":["a"],"Destination":["b"]})");
-    EXPECT_EQ(written(key), R"({"MessageID":6,"Sender":[],"Destination":[]})");
-    readInto(key, R"({"MessageID":7})");
-    EXPECT_EQ(written(key), R"({"MessageID":7})");
-    EXPECT_EQ(written(MessageKeyData(key)), R"({"MessageID":7})");
-    readInto(key, R"({"MessageID":-7,"Sender":["c"]})");
-    EXPECT_EQ(written(key), R"({"Sender":["c"]})");
-}
-
-TEST(ServiceData, NumbersThatDoNotFit) {
-    for (auto const* const count : {"-1", "18446744073709551616", "1.5", "true", R"("1")"}) {
-        ServiceData data;
-        readInto(data, R"({"Count":)" + std::string(count) + R"(,"ShortestDistance":2})");
-        EXPECT_EQ(written(data), R"({"ShortestDistance":2})") << count;
-    }
 }
 
 TEST(ServiceData, WithoutKeyIsNotCopied) {
@@ -82,41 +49,6 @@ TEST(ServiceData, WithoutKeyIsNotCopied) {
     readInto(data, R"({"MsgKey":{"MessageID":1,"Sender":[],"Destination":[]}})");
     EXPECT_EQ(written(ServiceData(data)), R"({"MsgKey":{"MessageID":1,"Sender":[],)"
                                           R"("Destination":[]},"Count":0,"ShortestDistance":0})");
-}
-
-TEST(ServiceData, ListWithAnEntryWithoutKeyStaysAsItWas) {
-    auto const before = R"({"Services":[)" + std::string(full) + "]}";
-    for (auto const* const entry :
-         {R"({"Count":3})", R"({"MsgKey":3})", R"({"MsgKey":[]})", "{}", "3", "null"}) {
-        SCOPED_TRACE(entry);
-        AllServicesData data;
-        readInto(data, before);
-        CapturedOutput const output;
-        readInto(data, R"({"Services":[)" + std::string(fresh) + ',' + entry + "]}");
-        EXPECT_EQ(output.text(),
-                  "Exception MetaDat::ReflectorArray MetaData Array corrupt for Services\n");
-        EXPECT_EQ(written(data), before);
-    }
-}
-
-TEST(ServiceData, ListsDifferInTheirKeyAlone) {
-    AllServicesData services;
-    AllSubscriptionsData subscriptions;
-    services.services.edit().assign(3, ServiceData(MessageKey(5, {"a"}, {}), 2, 1));
-    subscriptions.subscriptions = services.services();
-    EXPECT_TRUE(parsed(written(services))["Services"] ==
-                parsed(written(subscriptions))["Subscriptions"]);
-    auto const read = sent(AllSubscriptionsMessage(subscriptions));
-    ASSERT_NE(read, nullptr);
-    EXPECT_EQ(read->payload().subscriptions().size(), 3U);
-    EXPECT_EQ(read->payload().subscriptions()[2].msgKey().sender(), Address{"a"});
-}
-
-TEST(Forwarder, IdsAreOfSubFamilyOne) {
-    EXPECT_EQ(Base::idBuilder(5, 7, 0), 0x0009000100000005ULL);
-    EXPECT_EQ(Base::idBuilder(5, 0, 7), 0x0009000100070005ULL);
-    EXPECT_EQ(Base::MsgID(), 0x000900010000FFFFULL);
-    EXPECT_EQ(CommunicationsMessage::idBuilder(5, 7, 0), 0x0009000700000005ULL);
 }
 
 } // namespace

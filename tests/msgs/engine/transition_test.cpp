@@ -18,7 +18,6 @@ namespace Tolv::Msgs::Engine {
 namespace {
 
 using namespace Tolv::Testing;
-using MetaData::Element;
 
 constexpr auto unread = "Tolv::MetaData::Reflector::operator()(): param is not initialized";
 // A ping, a connection and a notification.
@@ -27,15 +26,6 @@ constexpr auto mixed =
     R"({"MessageID":844424930131969,"Sender":["a"],"Data":{"MaxVersion":3,"MinVersion":2,)"
     R"("BinaryTransmission":false}},{"MessageID":1970324837040129},)"
     R"({"MessageID":844424930131972}]})";
-
-TEST(Transition, FreshAndEmpty) {
-    TransitionData data;
-    EXPECT_EQ(written(data), R"({"event":1,"param":[]})");
-    EXPECT_FALSE(data.hasParam(0));
-    readInto(data, R"({"event":0,"param":[]})");
-    EXPECT_EQ(written(data), R"({"event":0,"param":[]})");
-    EXPECT_FALSE(data.hasParam(0));
-}
 
 TEST(Transition, ParametersKeepOrderAndClass) {
     auto const message = received<TransitionMessage>(messageText(0x0002000000010007, mixed));
@@ -137,51 +127,6 @@ TEST(Transition, ListWritesOverWhatIsThere) {
     data.param.edit().push_back(std::make_shared<App::PingMessage>());
     data.copyToMetaData(tree);
     EXPECT_EQ(textOf(tree), R"({"event":1,"param":[{"MessageID":844424930131972}]})");
-}
-
-/// Transitions that are each the only parameter of the next.
-Element nested(int levels) {
-    Element message;
-    for (int level = 0; level < levels; ++level) {
-        Element outer;
-        outer["MessageID"].setUnsigned(TransitionMessage::MsgID());
-        outer["Data"]["event"].setSigned(level);
-        MetaData::Array& param = outer["Data"]["param"];
-        if (level != 0)
-            param[0] = message;
-        message = outer;
-    }
-    return message;
-}
-
-int depthOf(Message const& message) {
-    auto const* transition = dynamic_cast<TransitionMessage const*>(&message);
-    int depth = 1;
-    while (transition != nullptr && transition->payload().hasParam(0)) {
-        transition = dynamic_cast<TransitionMessage const*>(transition->payload().param()[0].get());
-        ++depth;
-    }
-    return depth;
-}
-
-TEST(Transition, TransitionsInOneAnother) {
-    // 85 take 255 levels of JSON, three each.
-    auto const read = received(textOf(nested(85)));
-    ASSERT_NE(read, nullptr);
-    EXPECT_EQ(depthOf(*read), 85);
-    EXPECT_EQ(written(*read), textOf(nested(85)));
-    EXPECT_NE(thrownBy<Exception::InvalidParameter>([] { textOf(nested(86)); }).find("256"),
-              std::string::npos);
-}
-
-TEST(Engine, Ids) {
-    EXPECT_EQ(TransitionMessage::MsgID(), 0x0002000000010007ULL);
-    EXPECT_EQ(StateMessage::MsgID(), 0x000200000001FFFFULL);
-    EXPECT_EQ(StateMessage::idBuilder(7), 0x0002000000010007ULL);
-    EXPECT_EQ(EngineMessage::idBuilder(7, 1, 2), 0x0002000100020007ULL);
-    unsigned short const number = 6;
-    EXPECT_EQ(StateMessage(number, {}, {}).id(), 0x0002000000010006ULL);
-    EXPECT_EQ(EngineMessage(number, {}, {}).id(), 0x0002000000000006ULL);
 }
 
 } // namespace
