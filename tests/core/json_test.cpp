@@ -289,6 +289,14 @@ TEST(ReaderJson, ARefusalLeavesNothingBehind) {
         EXPECT_NE(refusalOf(text), "accepted") << row.text;
         EXPECT_EQ(counted.blocks(), 0) << row.text << ": " << row.why;
     }
+    // Behind a list that is closed already, whose entries stand in it and nowhere else any more.
+    for (auto const* const key : {"abcde", "a key that is a text of its own"}) {
+        auto const text =
+            R"({"a":["a text of more than 14 bytes","another one of these"],")"s + key;
+        Testing::Counted const counted;
+        EXPECT_NE(refusalOf(text + "\":1}                ", {.keyBytes = 4}), "accepted");
+        EXPECT_EQ(counted.blocks(), 0) << key;
+    }
 }
 
 TEST(ReaderJson, RefersToATextThatIsShared) {

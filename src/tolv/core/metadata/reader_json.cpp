@@ -221,8 +221,10 @@ private:
                 auto const* const start = at;
                 readString();
                 // The text is no longer than what it was read from.
-                if (static_cast<std::size_t>(at - start) > limits_.keyBytes) [[unlikely]]
+                if (static_cast<std::size_t>(at - start) > limits_.keyBytes) [[unlikely]] {
+                    tell(at);
                     checkKey(top[-1], start);
+                }
                 if (skipSpace(at) != ':') [[unlikely]] {
                     tell(at);
                     refuseByte();
@@ -291,6 +293,7 @@ private:
     void close(Element& place, std::span<Element> elements, bool isObject) {
         if (!isObject) {
             Access::takeArray(place, elements, arena_);
+            stack_.setTop(elements.data());
             return;
         }
         Access::takeObject(place, elements, arena_);
