@@ -5,8 +5,9 @@
 namespace Tolv {
 
 /// Bounds on what is accepted from a peer. A text or tree beyond a bound is refused with
-/// `Exception::InvalidParameter`, a pattern with `std::regex_error`. `ReaderJson::Read` takes other
-/// bounds with a call; the others are the same for all.
+/// `Exception::InvalidParameter`, a pattern with `std::regex_error`. What reads a text
+/// (`ReaderJson::Read`, `CreateFromText`, `copyFromText`) takes other bounds with a call; the
+/// others are the same for all.
 struct Limits {
     /// Levels of arrays and objects in one another. Stops a text such as a million "[" from
     /// exhausting the stack of whoever walks the tree.

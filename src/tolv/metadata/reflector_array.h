@@ -188,10 +188,6 @@ private:
                 if (!TryGetAs(entry, one))
                     return false;
                 read.push_back(one);
-            } else if constexpr (std::is_same_v<T, std::string>) { // built with its content
-                if (!entry.isString())
-                    return false;
-                read.emplace_back(entry.text());
             } else {
                 if (!TryGetAs(entry, read.emplace_back()))
                     return false;

@@ -16,6 +16,7 @@ using Detail::ArrayRep;
 using Detail::BorrowedText;
 using Detail::Chunk;
 using Detail::ContainerRep;
+using Detail::ContainerView;
 using Detail::DeferredText;
 using Detail::Index;
 using Detail::Member;
@@ -384,14 +385,8 @@ ContainerRep* shareOrCopy(ContainerRep* rep) {
         acquire(rep->refs);
         return rep;
     }
-    Element source;
     Element target;
-    Access::putContainer(source, rep);
-    struct Borrowed { // `source` never owned
-        Element& element;
-        ~Borrowed() { Access::forget(element); }
-    } const borrowed{source};
-    Copier().copy(source, target);
+    Copier().copy(ContainerView(rep).element(), target);
     auto* const copy = Access::container(target);
     Access::forget(target);
     return copy;

@@ -216,17 +216,18 @@ struct Access {
     static std::ptrdiff_t indexObject(Element& target, Tolv::Detail::Arena* arena);
 };
 
-/// An object as an element, without a reference of its own: only for reading, and no longer than
-/// the object.
-class ObjectView {
+/// A container as an element, without a reference of its own: only for reading, and no longer than
+/// the container.
+class ContainerView {
 public:
-    explicit ObjectView(Object const& object) noexcept : element_(Object()) {
-        if (auto* const rep = Access::rep(object))
-            Access::putContainer(element_, rep);
+    /// @param container null for an empty object
+    explicit ContainerView(ContainerRep* container) noexcept : element_(Object()) {
+        if (container != nullptr)
+            Access::putContainer(element_, container);
     }
-    ObjectView(ObjectView const&) = delete;
-    ObjectView& operator=(ObjectView const&) = delete;
-    ~ObjectView() { Access::forget(element_); }
+    ContainerView(ContainerView const&) = delete;
+    ContainerView& operator=(ContainerView const&) = delete;
+    ~ContainerView() { Access::forget(element_); }
 
     [[nodiscard]] Element const& element() const noexcept { return element_; }
 

@@ -32,7 +32,8 @@ Message::Message(unsigned long long id, Address const& sender, Address const& de
 }
 
 Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
-    MirroredObject::copyFromMetaData(MetaData::Detail::ObjectView(object).element());
+    using namespace MetaData::Detail;
+    MirroredObject::copyFromMetaData(ContainerView(Access::rep(object)).element());
 }
 
 Message::Message(Message const& other) : Message(0, {}, {}) { *this = other; }
