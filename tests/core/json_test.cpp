@@ -24,7 +24,7 @@
 namespace Tolv::MetaData {
 namespace {
 
-using namespace std::string_literals;
+using namespace std::literals;
 
 Element parsed(std::string_view text) {
     auto element = Testing::parsed(text);
@@ -924,8 +924,8 @@ TEST(ReaderJson, AgreesWithAnotherReaderOnRandomTexts) {
         R"( { "a" : [ ] , "b" : { } , "c" : [ [ { "d" : null } ] , true , false ] } )",
         "{\"\":0,\"\\u0000\":1,\"key of more than 14 bytes\":[1,2,3]}",
     };
-    std::string const alphabet =
-        "{}[]:,\"\\/ \t\n\r0123456789+-.eEtrufalsnbx\x01\x1F\x7F\x80\xC3\xA4\xED\xA0\xFF"s + '\0';
+    auto const alphabet =
+        "{}[]:,\"\\/ \t\n\r0123456789+-.eEtrufalsnbx\x01\x1F\x7F\x80\xC3\xA4\xED\xA0\xFF\0"sv;
     std::mt19937 random(5);
     for (int i = 0; i < 60'000; ++i) {
         auto text = seeds[random() % seeds.size()];

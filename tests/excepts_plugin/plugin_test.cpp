@@ -148,10 +148,12 @@ TEST_P(ExceptsPlugin, DoesNotTakeNamesakesForItsOwn) {
     }
     ASSERT_NE(message, nullptr);
     EXPECT_EQ(message->id().type(), 601);
+#ifndef __clang__ // which itself takes classes in unnamed namespaces for one if their names agree
     message = ConverterFactory::asMessage(Overload::Namesake());
     ASSERT_NE(message, nullptr);
     EXPECT_EQ(written(*message),
               messageText(UnknownExceptionMessage::MsgID(), R"({"what":"of the program"})"));
+#endif
 }
 
 INSTANTIATE_TEST_SUITE_P(Builds, ExceptsPlugin, testing::Values(TOLV_PLUGINS),

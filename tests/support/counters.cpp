@@ -56,10 +56,12 @@ void operator delete[](void* block, std::size_t) noexcept { release(block); }
 void operator delete(void* block, std::nothrow_t const&) noexcept { release(block); }
 void operator delete[](void* block, std::nothrow_t const&) noexcept { release(block); }
 
-/// Stands before the function of the C++ runtime that each `throw` of each library calls. The types
-/// are those with which g++ declares it by itself.
-extern "C" [[noreturn]] __attribute__((visibility("default"))) void
-__cxa_throw(void* exception, void* type, void (*destroy)(void*)) {
+/// Stands before the function of the C++ runtime that each `throw` of each library calls. It goes
+/// by another name here, since compilers and headers declare that one in ways of their own.
+[[noreturn]] __attribute__((visibility("default"))) void
+countThrow(void* exception, void* type, void (*destroy)(void*)) __asm__("__cxa_throw");
+
+[[noreturn]] void countThrow(void* exception, void* type, void (*destroy)(void*)) {
     using Throw = void (*)(void*, void*, void (*)(void*));
     static auto const next = reinterpret_cast<Throw>(dlsym(RTLD_NEXT, "__cxa_throw"));
     ++totals.exceptions;

@@ -76,7 +76,7 @@ void put(std::string const& line) { std::cout << line << '\n'; }
 
 template <class M, class T>
 void putTraces() {
-    for (std::size_t const count : {0, 1, 2, 3, 4, 5, 7, 8, 9, 31, 32, 33, 1000}) {
+    for (auto const count : {0U, 1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 31U, 32U, 33U, 1000U}) {
         M message({"here"}, {"there", std::to_string(count)});
         message.editPayload().trace = samples<T>(count);
         put(Testing::written(message));

@@ -14,8 +14,6 @@ namespace {
 using namespace Tolv::Testing;
 using Structs::MessageKeyData;
 
-constexpr auto fresh =
-    R"({"MsgKey":{"MessageID":0,"Sender":[],"Destination":[]},"Count":1,"ShortestDistance":0})";
 constexpr auto full =
     R"({"MsgKey":{"MessageID":18446744073709551615,"Sender":["a","b"],"Destination":["c"]},)"
     R"("Count":18446744073709551615,"ShortestDistance":9223372036854775808})";

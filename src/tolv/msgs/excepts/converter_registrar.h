@@ -44,6 +44,7 @@ public:
                   if (auto const* const own = dynamic_cast<Exc const*>(&error))
                       return make(*own);
                   // Two classes in unnamed namespaces may have the same name; this is the other.
+                  // Code of clang++ does not tell them apart, here as in a `catch`.
                   return std::make_shared<UnknownExceptionMessage>(
                       CommonExceptionData(error.what()));
               })) {}
