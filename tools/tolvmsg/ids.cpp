@@ -79,6 +79,7 @@ std::vector<std::string> similar(Classes const& classes, std::string_view text) 
     std::sort(near.begin(), near.end());
     near.resize(std::min(near.size(), std::size_t{4}));
     std::vector<std::string> names;
+    names.reserve(near.size());
     for (auto& [away, name] : near)
         names.push_back(std::move(name));
     return names;
@@ -124,6 +125,7 @@ MessageClass const& resolveClass(Classes const& classes, std::string_view text) 
         return *found.front();
     if (!found.empty()) {
         std::vector<std::string> names;
+        names.reserve(found.size());
         for (auto const* const known : found)
             names.push_back(known->alias);
         throw UsageError(quoted(text, 200) + " can be any of " + listed(names));

@@ -88,11 +88,8 @@ public:
         uninit();
     }
 
-    PolymorphicReflector& operator=(PolymorphicReflector const& other) {
-        message_ = other.message_;
-        ReflectorBase::operator=(other);
-        return *this;
-    }
+    /// Takes over the initialized flag and a share of the message.
+    PolymorphicReflector& operator=(PolymorphicReflector const&) = default;
     /// `assign`, for `record.field = message`.
     PolymorphicReflector& operator=(std::shared_ptr<T> message) {
         assign(std::move(message));

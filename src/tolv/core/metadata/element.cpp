@@ -561,7 +561,7 @@ namespace {
 
 /// Moves elements to raw memory, and leaves garbage where they were.
 void takeWords(std::span<Element> from, Element* raw) noexcept {
-    std::memcpy(static_cast<void*>(raw), from.data(), from.size_bytes());
+    std::memcpy(static_cast<void*>(raw), static_cast<void const*>(from.data()), from.size_bytes());
 }
 
 } // namespace

@@ -12,12 +12,12 @@ ConverterFactory& ConverterFactory::getInstance() {
 }
 
 bool ConverterFactory::registerMessageConverter(unsigned long long id, MessageConverter converter) {
-    return getInstance().messageConverters_.try_emplace(id, std::move(converter)).second;
+    return getInstance().messageConverters_.emplace(id, std::move(converter)).second;
 }
 
 bool ConverterFactory::registerExceptionConverter(char const* typeName,
                                                   ExceptionConverter converter) {
-    return getInstance().exceptionConverters_.try_emplace(typeName, std::move(converter)).second;
+    return getInstance().exceptionConverters_.emplace(typeName, std::move(converter)).second;
 }
 
 void ConverterFactory::unregisterMessageConverter(unsigned long long id) {

@@ -37,7 +37,7 @@ std::string decoded(std::string const& segment) {
 
 } // namespace
 
-MacAlgorithm::~MacAlgorithm() {}
+MacAlgorithm::~MacAlgorithm() = default;
 
 JsonWebToken::JsonWebToken(std::shared_ptr<MacAlgorithm> algorithm)
     : macAlgorithm_(std::move(algorithm)) {}
