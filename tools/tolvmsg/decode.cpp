@@ -54,7 +54,7 @@ private:
         LineReader reader(input.descriptor(), options_.mostLineBytes, [this] { out_.flush(); });
         if (options_.follow)
             reader.follow();
-        Progress progress(input.descriptor(), out_);
+        Progress progress(input, out_);
         LineNumber where{options_.files.size() > 1 ? std::string_view(file) : std::string_view(),
                          0};
         LineReader::Line line;

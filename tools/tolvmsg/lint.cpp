@@ -177,7 +177,7 @@ private:
         constexpr auto mostLineBytes = std::size_t{1} << 30U;
         Input const input(file);
         LineReader reader(input.descriptor(), mostLineBytes, [this] { out_.flush(); });
-        Progress progress(input.descriptor(), out_);
+        Progress progress(input, out_);
         LineReader::Line line;
         for (std::uint64_t number = 1; reader.next(line); ++number) {
             progress.update();

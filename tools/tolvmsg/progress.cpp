@@ -27,8 +27,8 @@ Progress::Progress(std::uint64_t total, Output& out) : out_(out) {
     }
 }
 
-Progress::Progress(int descriptor, Output& out) : Progress(sizeOf(descriptor), out) {
-    descriptor_ = descriptor;
+Progress::Progress(Input const& input, Output& out) : Progress(sizeOf(input.descriptor()), out) {
+    descriptor_ = input.descriptor();
 }
 
 Progress::~Progress() {

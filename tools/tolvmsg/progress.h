@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "input.h"
 #include "output.h"
 
 namespace Tolv::Tool {
@@ -16,7 +17,7 @@ public:
     static constexpr std::uint64_t muchWork = 4'000'000; ///< bytes
 
     /// For a file that is read: its position is the work. @param out outlives this object
-    Progress(int descriptor, Output& out);
+    Progress(Input const& input, Output& out);
     /// @param total bytes @param out outlives this object
     Progress(std::uint64_t total, Output& out);
     Progress(Progress const&) = delete;
