@@ -12,6 +12,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 import urllib.request
 
@@ -112,6 +113,13 @@ class Catalogue(unittest.TestCase):
         return self.browser.run(
             "[...document.querySelectorAll('#results .name')].map((name) => name.textContent)")
 
+    def assertSoon(self, expected, ask):
+        """What is asked for may be there only when the next page is."""
+        end = time.monotonic() + 20
+        while (answer := ask()) != expected and time.monotonic() < end:
+            time.sleep(0.05)
+        self.assertEqual(expected, answer)
+
     def search(self, text):
         self.browser.keys("/" + text)
         return self.results()
@@ -150,13 +158,14 @@ class Catalogue(unittest.TestCase):
         self.assertEqual(found[1], self.browser.run(
             "document.querySelector('#results [aria-current] .name').textContent"))
         self.browser.keys(ENTER)
-        self.assertEqual(found[1], self.browser.run("document.title"))
-        self.assertEqual(found[1].split("::")[1],
-                         self.browser.run("document.querySelector('h1').textContent"))
+        self.assertSoon(found[1], lambda: self.browser.run("document.title"))
+        self.assertSoon(found[1].split("::")[1],
+                        lambda: self.browser.run("document.querySelector('h1')?.textContent"))
         # And from a page back into the search.
         self.browser.keys("/fan" + ENTER)
-        self.assertEqual("fan", self.browser.run("document.getElementById('search').value"))
-        self.assertIn("Attrs::FanBankMessage", self.results())
+        self.assertSoon("fan", lambda: self.browser.run(
+            "document.getElementById('search')?.value"))
+        self.assertSoon(True, lambda: "Attrs::FanBankMessage" in self.results())
 
     def test_theme(self):
         ground = "getComputedStyle(document.body).backgroundColor"
