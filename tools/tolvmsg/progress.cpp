@@ -49,9 +49,9 @@ std::uint64_t Progress::position() const {
 }
 
 void Progress::show(std::uint64_t done) {
-    constexpr std::uint64_t width = 40;
+    constexpr std::size_t width = 40;
     auto const part = std::min(done, total_);
-    auto const filled = part * width / total_;
+    auto const filled = static_cast<std::size_t>(part * width / total_);
     auto const text = "\r[" + std::string(filled, '=') + std::string(width - filled, ' ') + "] " +
                       std::to_string(part * 100 / total_) + " %";
     std::fputs(text.c_str(), stderr);

@@ -77,7 +77,7 @@ std::string validUtf8(std::string_view text) {
     }
 }
 
-std::string counted(std::size_t count, char const* one, char const* many) {
+std::string counted(std::uint64_t count, char const* one, char const* many) {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 

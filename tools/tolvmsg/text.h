@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,7 @@ std::string word(std::string_view text);
 std::string validUtf8(std::string_view text);
 
 /// "1 entry", "2 entries"
-std::string counted(std::size_t count, char const* one, char const* many);
+std::string counted(std::uint64_t count, char const* one, char const* many);
 
 /// The number of characters of a valid UTF-8 text: its width on a terminal, near enough.
 std::size_t width(std::string_view text);
