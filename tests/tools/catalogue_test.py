@@ -10,9 +10,7 @@ import subprocess
 import tempfile
 import unittest
 
-from tool import classes, run
-
-USER_CLASS = os.environ["USER_CLASS"]
+from tool import WITH_CLASS_OF_A_USER, classes, run
 
 
 class Page(html.parser.HTMLParser):
@@ -107,7 +105,7 @@ class Catalogue(unittest.TestCase):
 
     def test_class_of_a_user(self):
         with tempfile.TemporaryDirectory() as folder:
-            files = write_site(folder, env={**os.environ, "LD_PRELOAD": USER_CLASS})
+            files = write_site(folder, env=WITH_CLASS_OF_A_USER)
             page = Page(files["3.0.0.61166.html"])
             self.assertIn("not known", page.words)  # nobody told of its payload
             self.assertIn("Gauge", "".join(page.words))  # its name holds angle brackets

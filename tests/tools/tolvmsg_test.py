@@ -1,7 +1,4 @@
-"""What people and scripts rely on when they run tolvmsg.
-
-The environment names a library with a message class that no catalogue knows (USER_CLASS).
-"""
+"""What people and scripts rely on when they run tolvmsg."""
 
 import json
 import os
@@ -11,9 +8,9 @@ import select
 import subprocess
 import unittest
 
-from tool import CONNECT, TOLVMSG, Case, attribute, classes, decode, encoded, message, run
+from tool import (CONNECT, TOLVMSG, WITH_CLASS_OF_A_USER, Case, attribute, classes, decode, encoded,
+                  message, run)
 
-USER_CLASS = os.environ["USER_CLASS"]
 CORRUPT_SENDER = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Sender"
 
 VALIDATED = re.compile(r"Attrs::(AttrWithMetaData|Trace\w*Payload)<|Attrs::(Bool|Enum\w*)Data$")
@@ -47,18 +44,19 @@ class List(unittest.TestCase):
                           "alias": "App::ConnectMessage", "payload": "App::Connect"}, row)
 
     def test_class_of_a_user(self):
-        preload = {**os.environ, "LD_PRELOAD": USER_CLASS}
-        rows = json.loads(run("list", "--json", env=preload).out)
+        rows = json.loads(run("list", "--json", env=WITH_CLASS_OF_A_USER).out)
         self.assertEqual(len(classes()) + 1, len(rows))
         row = next(row for row in rows if row["id"] == "0x000300000000eeee")
         self.assertEqual([None, None, None], [row["alias"], row["payload"], row["role"]])
         self.assertRegex(row["class"], r"PayloadMessageHelper<.*Gauge.*>")
 
-        self.assertEqual(2, run("example", "3.0.0.61166", env=preload).status)
-        done = run("decode", "--json", text=message(0xEEEE, {"level": 2.5}), env=preload)
+        self.assertEqual(2, run("example", "3.0.0.61166", env=WITH_CLASS_OF_A_USER).status)
+        done = run("decode", "--json", text=message(0xEEEE, {"level": 2.5}),
+                   env=WITH_CLASS_OF_A_USER)
         self.assertEqual((0, {"level": 2.5}), (done.status, done.rows()[0]["message"]["Data"]))
         self.assertNotIn("problems", done.rows()[0])
-        self.assertIn(row["class"], run("decode", text=message(0xEEEE), env=preload).out.decode())
+        self.assertIn(row["class"], run("decode", text=message(0xEEEE),
+                                        env=WITH_CLASS_OF_A_USER).out.decode())
 
 
 class Example(unittest.TestCase):

@@ -1,4 +1,7 @@
-"""Runs tolvmsg, which the environment names (TOLVMSG), and makes messages for it."""
+"""Runs tolvmsg, which the environment names (TOLVMSG), and makes messages for it.
+
+PRELOAD, NAME=VALUE, is what makes it load a library with a message class that no catalogue knows.
+"""
 
 import base64
 import json
@@ -10,6 +13,7 @@ import tempfile
 import unittest
 
 TOLVMSG = os.environ["TOLVMSG"]
+WITH_CLASS_OF_A_USER = {**os.environ, **dict([os.environ["PRELOAD"].split("=", 1)])}
 
 CONNECT = (b'{"MessageID":844424930131969,"Data":{"MaxVersion":1,"MinVersion":1,'
            b'"BinaryTransmission":true}}')
