@@ -3,8 +3,8 @@
 // copy reaches is the bound here; the small ones show the cost of the code itself.
 
 #include <tolv/core/base64.h>
-#include <tolv/core/base64_kernels_internal.h>
 #include <tolv/core/bit_vectors.h>
+#include <tolv/core/detail/base64_kernels.h>
 
 #include <benchmark/benchmark.h>
 

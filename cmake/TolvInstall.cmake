@@ -9,14 +9,11 @@ foreach(library IN ITEMS Core Messages)
     install(TARGETS Tolv${library} EXPORT TolvTargets
         LIBRARY COMPONENT ${package} NAMELINK_COMPONENT libtolv-dev)
 endforeach()
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/src/tolv" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
-    COMPONENT libtolv-dev
-    FILES_MATCHING
-    PATTERN "*.h"
-    PATTERN "*.def"
-    PATTERN "*.inc"
-    PATTERN "*_internal.h" EXCLUDE
-    PATTERN "detail_private" EXCLUDE)
+foreach(header IN LISTS TOLV_PUBLIC_HEADERS)
+    cmake_path(GET header PARENT_PATH folder)
+    install(FILES "${PROJECT_SOURCE_DIR}/src/${header}"
+        DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${folder}" COMPONENT libtolv-dev)
+endforeach()
 
 install(EXPORT TolvTargets NAMESPACE Tolv:: DESTINATION "${package_dir}"
     COMPONENT libtolv-dev)

@@ -13,5 +13,6 @@
 #include <tolv/core/metadata/read_report.h>
 #include <tolv/core/msgs/message.h>
 #include <tolv/core/msgs/message_key.h>
+#include <tolv/core/utf8.h>
 #include <tolv/metadata/reflector.h>
 #include <tolv/metadata/reflector_array.h>

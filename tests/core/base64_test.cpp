@@ -1,5 +1,5 @@
 #include <tolv/core/base64.h>
-#include <tolv/core/base64_kernels_internal.h>
+#include <tolv/core/detail/base64_kernels.h>
 #include <tolv/core/exceptions.h>
 
 #include <gtest/gtest.h>

@@ -16,7 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/messages.h>
-#include <tolv/msgs/introspection/types.h>
+#include <tolv/msgs/introspection/detail/types.h>
 
 #include "support/golden.h"
 #include "support/messages.h"

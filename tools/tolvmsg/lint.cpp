@@ -22,7 +22,7 @@
 #include "text.h"
 #include "tree_text.h"
 
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 
 namespace Tolv::Tool {
 

@@ -11,7 +11,7 @@
 #include "trace_choice.h"
 
 #include <tolv/core/metadata/conversion.h>
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 
 namespace Tolv::Tool {
 

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include <tolv/core/metadata/conversion.h>
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 
 #include "number_text.h"
 #include "tree_diff.h"

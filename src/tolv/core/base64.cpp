@@ -9,7 +9,7 @@
 #include <cstring>
 #include <limits>
 
-#include <tolv/core/base64_kernels_internal.h>
+#include <tolv/core/detail/base64_kernels.h>
 #include <tolv/core/exceptions.h>
 
 namespace Tolv::Base64 {

@@ -1,4 +1,4 @@
-#include <tolv/core/base64_kernels_internal.h>
+#include <tolv/core/detail/base64_kernels.h>
 
 #if defined(TOLV_BASE64_NEON)
 

@@ -10,7 +10,7 @@
 #include <tolv/core/base64.h>
 #include <tolv/core/bit_vectors.h>
 #include <tolv/core/exceptions.h>
-#include <tolv/core/metadata/encoding.h>
+#include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/metadata/reflector.h>
 
 namespace Tolv::MetaData {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
+#include <tolv/core/msgs/detail/nested_message.h>
 #include <tolv/core/msgs/message.h>
-#include <tolv/core/msgs/nested_message.h>
 
 namespace Tolv::MetaData {
 

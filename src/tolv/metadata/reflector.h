@@ -4,7 +4,7 @@
 #include <type_traits>
 #include <utility>
 
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/metadata/traits.h>
 
 namespace Tolv::MetaData {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/detail/family_rows.h>
 
 namespace Tolv::Msgs {
 

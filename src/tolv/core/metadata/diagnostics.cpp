@@ -2,8 +2,8 @@
 #include <initializer_list>
 #include <iostream>
 
+#include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/diagnostics.h>
-#include <tolv/core/metadata/read_hooks.h>
 
 namespace Tolv::MetaData::Diagnostics {
 

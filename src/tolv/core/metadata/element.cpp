@@ -7,7 +7,7 @@
 
 #include <tolv/core/base64.h>
 #include <tolv/core/exceptions.h>
-#include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/metadata/detail/tree.h>
 
 namespace Tolv::MetaData {
 

@@ -2,9 +2,9 @@
 #include <utility>
 
 #include <tolv/core/base64.h>
-#include <tolv/core/metadata/encoding.h>
-#include <tolv/core/metadata/encoding_internal.h>
-#include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/metadata/detail/encoding.h>
+#include <tolv/core/metadata/detail/encoding_scope.h>
+#include <tolv/core/metadata/detail/tree.h>
 
 namespace Tolv::MetaData::Detail {
 

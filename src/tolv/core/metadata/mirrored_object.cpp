@@ -2,11 +2,11 @@
 #include <utility>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/core/metadata/encoding_internal.h>
+#include <tolv/core/metadata/detail/encoding_scope.h>
+#include <tolv/core/metadata/detail/passing_tree.h>
+#include <tolv/core/metadata/detail/read_recorder.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/core/metadata/mirrored_object.h>
-#include <tolv/core/metadata/passing_tree_internal.h>
-#include <tolv/core/metadata/read_recorder_internal.h>
 
 namespace Tolv::MetaData {
 

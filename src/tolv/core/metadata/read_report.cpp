@@ -2,9 +2,9 @@
 #include <exception>
 #include <utility>
 
+#include <tolv/core/metadata/detail/read_recorder.h>
+#include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/metadata/json.h>
-#include <tolv/core/metadata/read_recorder_internal.h>
-#include <tolv/core/metadata/tree_internal.h>
 
 namespace Tolv::MetaData {
 

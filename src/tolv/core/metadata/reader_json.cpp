@@ -13,11 +13,11 @@
 #include <system_error>
 #include <vector>
 
+#include <tolv/core/detail/text_run.h>
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/detail/passing_tree.h>
+#include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/metadata/json.h>
-#include <tolv/core/metadata/passing_tree_internal.h>
-#include <tolv/core/metadata/tree_internal.h>
-#include <tolv/core/text_run_internal.h>
 #include <tolv/core/utf8.h>
 
 namespace Tolv::MetaData {

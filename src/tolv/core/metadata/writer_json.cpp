@@ -9,10 +9,10 @@
 #include <vector>
 
 #include <tolv/core/base64.h>
+#include <tolv/core/detail/text_run.h>
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/metadata/json.h>
-#include <tolv/core/metadata/tree_internal.h>
-#include <tolv/core/text_run_internal.h>
 #include <tolv/core/utf8.h>
 
 namespace Tolv::MetaData {

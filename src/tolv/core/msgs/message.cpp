@@ -1,6 +1,6 @@
 #include <tolv/core/exceptions.h>
-#include <tolv/core/metadata/passing_tree_internal.h>
-#include <tolv/core/metadata/tree_internal.h>
+#include <tolv/core/metadata/detail/passing_tree.h>
+#include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/msgs/message.h>
 
 namespace Tolv::MetaData {

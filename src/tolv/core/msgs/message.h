@@ -9,8 +9,8 @@
 
 #include <tolv/core/export.h>
 #include <tolv/core/limits.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/mirrored_object.h>
-#include <tolv/core/metadata/read_hooks.h>
 #include <tolv/core/msgs/address.h>
 #include <tolv/core/msgs/identifier.h>
 #include <tolv/metadata/reflector.h>

@@ -1,6 +1,6 @@
 #include <tolv/msgs/attrs/arrays.h>
 
-#include <tolv/msgs/message_list.h>
+#include <tolv/msgs/detail/message_list.h>
 
 namespace Tolv::Msgs::Attrs {
 

@@ -1,6 +1,6 @@
 #include <tolv/msgs/attrs/enums.h>
 
-#include <tolv/msgs/attrs/sentences_internal.h>
+#include <tolv/msgs/attrs/detail/sentences.h>
 
 namespace Tolv::MetaData {
 template class ReflectorNoWriteParend<Msgs::Attrs::EnumVal>;

@@ -1,5 +1,5 @@
 #include <tolv/msgs/attrs/messages.h>
-#include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/detail/family_rows.h>
 
 #define TOLV_FAMILY Attrs
 #define TOLV_FAMILY_BASE Attrs::AttrMessage

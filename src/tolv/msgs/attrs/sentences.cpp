@@ -1,4 +1,4 @@
-#include <tolv/msgs/attrs/sentences_internal.h>
+#include <tolv/msgs/attrs/detail/sentences.h>
 
 #include <charconv>
 #include <cmath>

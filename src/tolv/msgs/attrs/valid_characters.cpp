@@ -1,4 +1,4 @@
-#include <tolv/msgs/attrs/valid_characters_internal.h>
+#include <tolv/msgs/attrs/detail/valid_characters.h>
 
 #include <algorithm>
 #include <cstddef>

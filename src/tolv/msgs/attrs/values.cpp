@@ -1,8 +1,8 @@
 #include <tolv/msgs/attrs/values.h>
 
+#include <tolv/msgs/attrs/detail/sentences.h>
+#include <tolv/msgs/attrs/detail/valid_characters.h>
 #include <tolv/msgs/attrs/enums.h>
-#include <tolv/msgs/attrs/sentences_internal.h>
-#include <tolv/msgs/attrs/valid_characters_internal.h>
 
 namespace Tolv::Msgs::Attrs {
 

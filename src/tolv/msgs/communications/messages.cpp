@@ -1,5 +1,5 @@
 #include <tolv/msgs/communications/messages.h>
-#include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/detail/family_rows.h>
 
 #define TOLV_FAMILY Communications::Forwarder
 #define TOLV_FAMILY_BASE Communications::Forwarder::Base

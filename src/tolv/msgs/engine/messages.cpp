@@ -1,4 +1,4 @@
-#include <tolv/msgs/detail/family_rows_internal.h>
+#include <tolv/msgs/detail/family_rows.h>
 #include <tolv/msgs/engine/messages.h>
 
 #define TOLV_FAMILY Engine

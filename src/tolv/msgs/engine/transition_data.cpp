@@ -1,5 +1,5 @@
+#include <tolv/msgs/detail/message_list.h>
 #include <tolv/msgs/engine/transition_data.h>
-#include <tolv/msgs/message_list.h>
 
 namespace Tolv::Msgs::Engine {
 

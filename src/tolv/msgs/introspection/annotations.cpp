@@ -2,7 +2,7 @@
 #include <typeindex>
 
 #include <tolv/messages.h>
-#include <tolv/msgs/introspection/tables_internal.h>
+#include <tolv/msgs/introspection/detail/tables.h>
 
 /// @file
 /// What is known of fields beyond their types: units, and what single numbers and texts mean.

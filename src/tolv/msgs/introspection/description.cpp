@@ -8,8 +8,8 @@
 #include <boost/core/demangle.hpp>
 
 #include <tolv/msgs/catalogue.h>
-#include <tolv/msgs/introspection/tables_internal.h>
-#include <tolv/msgs/introspection/types.h>
+#include <tolv/msgs/introspection/detail/tables.h>
+#include <tolv/msgs/introspection/detail/types.h>
 
 namespace Tolv::Msgs::Introspection {
 

@@ -3,11 +3,11 @@
 #include <set>
 
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/json.h>
-#include <tolv/core/metadata/read_hooks.h>
 #include <tolv/msgs/catalogue.h>
-#include <tolv/msgs/introspection/mismatch_internal.h>
-#include <tolv/msgs/introspection/tables_internal.h>
+#include <tolv/msgs/introspection/detail/mismatch.h>
+#include <tolv/msgs/introspection/detail/tables.h>
 
 namespace Tolv::Msgs::Introspection {
 

@@ -1,4 +1,4 @@
-#include <tolv/msgs/introspection/mismatch_internal.h>
+#include <tolv/msgs/introspection/detail/mismatch.h>
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include <tolv/messages.h>
-#include <tolv/msgs/introspection/tables_internal.h>
-#include <tolv/msgs/introspection/types.h>
+#include <tolv/msgs/introspection/detail/tables.h>
+#include <tolv/msgs/introspection/detail/types.h>
 
 /// @file
 /// The types that fields of this library have: the plain ones, the records inside of other records,

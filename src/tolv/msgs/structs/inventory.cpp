@@ -1,5 +1,5 @@
+#include <tolv/msgs/structs/detail/same_fields.h>
 #include <tolv/msgs/structs/inventory.h>
-#include <tolv/msgs/structs/same_fields_internal.h>
 
 namespace Tolv::Msgs::Structs {
 

@@ -1,6 +1,6 @@
 #include <boost/lexical_cast.hpp>
 
-#include <tolv/msgs/structs/same_fields_internal.h>
+#include <tolv/msgs/structs/detail/same_fields.h>
 #include <tolv/msgs/structs/services.h>
 
 namespace Tolv::Msgs::Structs {

@@ -5,8 +5,6 @@
 
 #include <tolv/core/metadata/element.h>
 
-/// @file
-/// Not installed.
 namespace Tolv::MetaData::Detail {
 
 /// While one exists, `putEncoded` of this thread only notes large blocks: for a tree that is

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include <tolv/core/metadata/read_hooks.h>
+#include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/read_report.h>
 
 namespace Tolv::MetaData {

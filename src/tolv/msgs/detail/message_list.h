@@ -7,8 +7,8 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/element.h>
+#include <tolv/core/msgs/detail/nested_message.h>
 #include <tolv/core/msgs/message.h>
-#include <tolv/core/msgs/nested_message.h>
 
 /// @file
 /// Lists of whole messages of any class, as payloads that convert themselves by hand write and read

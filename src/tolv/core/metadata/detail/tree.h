@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include <tolv/core/arena_internal.h>
+#include <tolv/core/detail/arena.h>
 #include <tolv/core/metadata/element.h>
 
 /// @file

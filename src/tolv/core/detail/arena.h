@@ -5,8 +5,6 @@
 #include <new>
 #include <utility>
 
-/// @file
-/// Not installed.
 namespace Tolv::Detail {
 
 /// Memory that is given out piece by piece and given back as a whole. The first pieces stand inside

@@ -1,4 +1,4 @@
-#include <tolv/core/msgs/nested_message.h>
+#include <tolv/core/msgs/detail/nested_message.h>
 
 #include <cstddef>
 #include <string>

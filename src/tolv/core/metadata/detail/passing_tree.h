@@ -2,12 +2,10 @@
 
 #include <string_view>
 
-#include <tolv/core/arena_internal.h>
+#include <tolv/core/detail/arena.h>
 #include <tolv/core/limits.h>
 #include <tolv/core/metadata/element.h>
 
-/// @file
-/// Not installed.
 namespace Tolv::MetaData::Detail {
 
 /// The tree of a text that is only looked at, by somebody who takes out what is wanted. All of it
