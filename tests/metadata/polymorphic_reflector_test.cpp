@@ -76,7 +76,8 @@ TEST(PolymorphicReflector, StartsWithoutMessage) {
     EXPECT_EQ(record.error.pointer(), nullptr);
     EXPECT_EQ(written(record), "{}");
     EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { record.error(); }),
-              "Tolv::MetaData::PolymorphicReflector::operator()(): Error is not initialized");
+              "Tolv::MetaData::PolymorphicReflector::operator()(): Error is not initialized in "
+              "Utils::MayContainError");
 }
 
 TEST(PolymorphicReflector, HoldsTheMessageAsItsOwnClass) {

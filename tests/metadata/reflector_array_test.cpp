@@ -1,3 +1,4 @@
+#include <tolv/core/detail/type_name.h>
 #include <tolv/metadata/reflector_array.h>
 
 #include <algorithm>
@@ -237,7 +238,8 @@ TYPED_TEST(EncodedArrayOf, TheEncoderIsTheSameForm) {
 
 TYPED_TEST(EncodedArrayOf, LetsExceptionsThroughAndKeepsItsContent) {
     auto const uninitialized = [](std::string const& key) {
-        return "Tolv::MetaData::Reflector::operator()(): " + key + " is not initialized";
+        return "Tolv::MetaData::Reflector::operator()(): " + key + " is not initialized in " +
+               Tolv::Detail::nameOf(typeid(Base64Encoder<TypeParam>));
     };
     std::string const type = "{\"type\":" + std::string(this->known.tag);
     std::string const text = R"("base64":")" + std::string(this->known.text) + "\"}";

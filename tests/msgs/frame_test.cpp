@@ -31,7 +31,8 @@ using Testing::readInto;
 using Testing::thrownBy;
 using Testing::written;
 
-std::string const unreadData = "Tolv::MetaData::Reflector::operator()(): Data is not initialized";
+std::string const unreadData = "Tolv::MetaData::Reflector::operator()(): Data is not initialized "
+                               "in PayloadMessageHelper<UserMessage, Reading, 1>";
 constexpr auto connectText =
     R"({"MessageID":844424930131969,"Sender":["a"],"Destination":["b","c"],)"
     R"("Data":{"MaxVersion":3,"MinVersion":2,"BinaryTransmission":false}})";

@@ -116,7 +116,8 @@ TEST_F(MessagesArrayTest, BatchWithAnEntryWithoutPayloadIsNotCopied) {
     entries.messages.edit().resize(2);
     readInto(entries.messages.edit()[1], "{}");
     EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { Entries const copy(entries); }),
-              "Tolv::MetaData::Reflector::operator()(): Data is not initialized");
+              "Tolv::MetaData::Reflector::operator()(): Data is not initialized in "
+              "PayloadMessageHelper<App::AppMessage, App::InstalledAppData, 600>");
 }
 
 } // namespace

@@ -144,7 +144,7 @@ class Words(unittest.TestCase):
              ["value  7 V", "valid  yes", "AttributeMetaData", "Precision  2"]),
             (DOUBLE, about(Maximum=6),
              ["value  not set", "limits  at most 6",
-              "valid  no: Tolv::MetaData::Reflector::operator()(): d is not initialized"]),
+              "valid  no: Tolv::MetaData::Reflector::operator()(): d is not initialized in Attrs::AttrWithMetaData<double, Attrs::RangedMetaData<double>>"]),
             (COMPLEX, {"dc": [1.5, -2], **about(CurrentBroadcastUnit="V")},
              ["value  (1.5 - 2i) V", "valid  yes"]),
             # what is not told in words is shown as it stands
@@ -181,7 +181,7 @@ class Words(unittest.TestCase):
               'valid  no: "b" is disabled in enums']),
             (ENUM, {"value": {"Value": 2}, "enums": ENTRIES[1:]},
              ['value  2 ?', "entries  1, 0 disabled", '2 "AC"',
-              "valid  no: Tolv::MetaData::Reflector::operator()(): Literal is not initialized"]),
+              "valid  no: Tolv::MetaData::Reflector::operator()(): Literal is not initialized in Attrs::EnumVal"]),
             # the current entry shows wherever it stands; flags of no entry do not get lost
             (ENUM_INT, {"value": 130, "enums": list(range(100, 150)),
                         **about(DisabledList=[False] * 50 + [True])},

@@ -50,11 +50,13 @@ public:
     }
 
     /// @throws Exception::InvalidEnumValue whose text is the value as a decimal number of 32 bits.
-    std::string const& literal(E value) const {
+    std::string const& literal(E value) const& {
         if (auto const* const found = tryLiteral(value); found != nullptr)
             return *found;
         throw Exception::InvalidEnumValue(std::to_string(numberOf(value)));
     }
+
+    std::string const& literal(E value) && = delete; ///< the text would end with the table
 
     /// @throws Exception::InvalidEnumLiteral whose text is the literal.
     E value(std::string const& literal) const {
@@ -120,9 +122,10 @@ public:
 
     // Extensions.
     /// The value that stands for a missing entry.
-    [[nodiscard]] E const& defaultValue() const noexcept { return defaultValue_; }
+    [[nodiscard]] E defaultValue() const noexcept { return defaultValue_; }
     /// The literal that stands for a missing entry.
-    [[nodiscard]] std::string const& defaultLiteral() const noexcept { return defaultLiteral_; }
+    [[nodiscard]] std::string const& defaultLiteral() const& noexcept { return defaultLiteral_; }
+    std::string const& defaultLiteral() && = delete; ///< the text would end with the table
 
 private:
     E defaultValue_;

@@ -18,22 +18,24 @@ class PolymorphicReflector : public ReflectorBase {
 
 public:
     /// A field without a message.
-    PolymorphicReflector(MirroredObject* owner, Key const& key, bool required)
+    PolymorphicReflector(MirroredObject* owner, Key const& key, Presence required)
         : ReflectorBase(owner, key, required) {
         uninit(); // there is no message yet, whatever the flag says
     }
-    PolymorphicReflector(MirroredObject* owner, std::string const& key, bool required)
+    PolymorphicReflector(MirroredObject* owner, std::string const& key, Presence required)
         : PolymorphicReflector(owner, Key::intern(key), required) {}
     PolymorphicReflector(PolymorphicReflector const&) = delete;
     ~PolymorphicReflector() override = default;
 
     /// The message. @throws Exception::InvalidOperation when there is none.
-    T const& operator()() const {
+    T const& operator()() const& {
         throwIfAbsent();
         return *message_;
     }
+    T const& operator()() && = delete; ///< the message may end with the field: use `pointer`
     /// The message to be shared; empty when there is none.
-    [[nodiscard]] std::shared_ptr<T> const& pointer() const noexcept { return message_; }
+    [[nodiscard]] std::shared_ptr<T> const& pointer() const& noexcept { return message_; }
+    [[nodiscard]] std::shared_ptr<T> pointer() && noexcept { return std::move(message_); }
 
     /// Writes the message as a whole under the field's key into `parent`; nothing when there is
     /// none. @throws Exception::InvalidOperation beyond `Limits::messageNesting`.

@@ -1,29 +1,50 @@
 #pragma once
 
+#include <concepts>
+#include <initializer_list>
 #include <string>
 #include <type_traits>
 #include <utility>
 
+#include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
+#include <tolv/core/metadata/lossless.h>
 #include <tolv/metadata/traits.h>
 
 namespace Tolv::MetaData {
 
-/// A field with one value. It never writes to its parent: a change shows in a tree only when the
-/// owner is written.
+/// A single-valued field. Assigning to it does not touch any tree; the new value appears when the
+/// owning record is next written.
 ///
 /// A field is initialized or not. Required fields start initialized; `assign` and a successful
 /// read make a field initialized; a failed read and `reset` make it uninitialized, with the type's
-/// zero as value. An uninitialized field writes no key, and reading its value throws.
+/// zero as its value. An uninitialized field writes no key, and reading its value throws.
 template <class T, bool OwnerApart = true>
 class ReflectorNoWriteParend : public ReflectorBase {
     static_assert(OwnerApart, "only the form that never writes to its parent exists");
+    static_assert(
+        FieldType<T>,
+        "a field holds a bool, an unsigned char or short, an int or unsigned int, a (unsigned) "
+        "long long, a double, a std::string, a std::complex<double>, a std::vector<int>, an "
+        "enumeration with a table of words (stringsOf), or a record");
 
 public:
     /// The value. @throws Exception::InvalidOperation when the field is uninitialized.
-    T const& operator()() const {
+    T const& operator()() const& {
         if (!initialized()) [[unlikely]]
             throwIfUninited("Tolv::MetaData::Reflector::operator()()");
+        return value_;
+    }
+    /// The value of a field that ends with the expression, as an object of its own. A template, so
+    /// that only the types for which it is used have it.
+    template <class = void>
+    T operator()() && {
+        throwIfUninited("Tolv::MetaData::Reflector::operator()()");
+        return std::move(value_);
+    }
+    template <class = void>
+    T operator()() const&& { ///< the same
+        throwIfUninited("Tolv::MetaData::Reflector::operator()()");
         return value_;
     }
 
@@ -42,6 +63,23 @@ public:
         setPristine(false);
         value_ = value;
         init();
+    }
+
+    /// Stores a value of another type, through the function above, where it fits without loss (see
+    /// `Lossless`); else this does not compile.
+    /// @throws Exception::InvalidParameter for an integer of a wider type, or of the other
+    /// signedness, whose value does not fit: only `=` has the compiler look at literals.
+    template <Detail::Another<T> Given>
+    void assign(Given&& given) {
+        using Part = typename Detail::PartOf<T>::Type;
+        if constexpr (Detail::passageOf<Given, Part>() == Detail::Passage::byValue) {
+            if (!Detail::fits<Part>(given))
+                throw Exception::InvalidParameter(std::to_string(given) + " does not fit into " +
+                                                  name() + " without loss");
+            assign(static_cast<T>(static_cast<Part>(given)));
+        } else {
+            assign(Lossless<T>(std::forward<Given>(given)).get());
+        }
     }
 
     /// Reads the field from the object `parent`. A missing key, an element of the wrong kind, a
@@ -66,7 +104,7 @@ public:
 
     /// Extension: the value, to be changed in place, and marks the field initialized. The checks of
     /// a derived class do not see such a change.
-    T& edit() {
+    T& edit() & {
         setPristine(false);
         init();
         return value_;
@@ -90,14 +128,15 @@ public:
 protected:
     /// A field with the type's default as value, initialized when required.
     template <class Name>
-    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, bool required)
+    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required)
         : ReflectorBase(owner, key, required), value_(DefaultOf<T>::make()) {
         setPristine(true);
     }
 
     /// A field with an initial value, initialized when required.
     template <class Name>
-    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, bool required, T const& initial)
+    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required,
+                           T const& initial)
         : ReflectorBase(owner, key, required), value_(initial) {}
 
 private:
@@ -119,30 +158,52 @@ private:
 
 /// The field of a record: `Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};`.
 ///
+/// What a field takes loses nothing: `maxVersion = 3.7` does not compile (see `Lossless`).
 /// `IsRecord` says whether `T` is a record; it changes no behaviour.
 template <class T, bool IsRecord = Record<T>, bool OwnerApart = true>
 class Reflector : public ReflectorNoWriteParend<T, OwnerApart> {
     using Base = ReflectorNoWriteParend<T, OwnerApart>;
 
 public:
-    /// A field with the type's default as value, initialized when required.
-    Reflector(MirroredObject* owner, Key const& key, bool required) : Base(owner, key, required) {}
-    Reflector(MirroredObject* owner, std::string const& key, bool required)
+    /// A field with the type's default as its value, initialized when required.
+    Reflector(MirroredObject* owner, Key const& key, Presence required)
+        : Base(owner, key, required) {}
+    Reflector(MirroredObject* owner, std::string const& key, Presence required)
         : Base(owner, key, required) {}
 
     /// A field with an initial value, initialized when required.
-    Reflector(MirroredObject* owner, Key const& key, bool required, T const& initial)
-        : Base(owner, key, required, initial) {}
-    Reflector(MirroredObject* owner, std::string const& key, bool required, T const& initial)
-        : Base(owner, key, required, initial) {}
+    Reflector(MirroredObject* owner, Key const& key, Presence required, Parameter<T> initial)
+        : Base(owner, key, required, valueOf<T>(initial)) {}
+    Reflector(MirroredObject* owner, std::string const& key, Presence required,
+              Parameter<T> initial)
+        : Base(owner, key, required, valueOf<T>(initial)) {}
 
     Reflector(Reflector const&) = delete;
     ~Reflector() override = default;
 
     Reflector& operator=(Reflector const&) = default;
     /// `assign`, for `record.field = value`.
-    Reflector& operator=(T const& value) {
-        this->assign(value);
+    Reflector& operator=(Parameter<T> value) {
+        this->assign(valueOf<T>(value));
+        return *this;
+    }
+    /// @cond a refusal, for the sake of its message: a 0 would be taken for a null pointer
+    template <class Given>
+    requires((std::same_as<T, std::string> ||
+              std::is_enum_v<T>)&&(std::is_arithmetic_v<Given> ||
+                                   std::is_null_pointer_v<Given>)) Reflector&
+    operator=(Given /*number*/) {
+        static_assert(
+            !std::same_as<Given, Given>,
+            "a number is neither a text nor an enumerator: write the text, or the name of the "
+            "enumerator");
+        return *this;
+    }
+    /// @endcond
+    /// `assign`, for `record.field = {1, 2, 3}`.
+    template <class List = T>
+    Reflector& operator=(std::initializer_list<typename Detail::EntryOf<List>::Type> entries) {
+        this->assign(T(entries));
         return *this;
     }
 };

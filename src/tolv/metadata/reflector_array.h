@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <initializer_list>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
@@ -21,34 +22,37 @@ namespace Tolv::MetaData {
 /// output (see diagnostics.h).
 template <class T>
 class ReflectorArray : public ReflectorBase {
+    static_assert(
+        FieldType<T>,
+        "a list holds values of the types that have a conversion (see SetAs), or records");
+
     static constexpr bool isEncodable = Detail::encodedTag<T> != 0;
 
 public:
-    /// An empty list, initialized when required.
-    ReflectorArray(MirroredObject* owner, Key const& key, bool required)
-        : ReflectorBase(owner, key, required) {}
-    ReflectorArray(MirroredObject* owner, std::string const& key, bool required)
-        : ReflectorBase(owner, key, required) {}
-
-    /// The same. `encode` says whether the encoded form is written; it is of no effect for types
-    /// that have none. Only a `bool` is taken for it: in `{this, "k"_key, Required, {1}}` the last
-    /// is a list.
-    template <std::same_as<bool> Flag>
-    ReflectorArray(MirroredObject* owner, Key const& key, bool required, Flag encode)
-        : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
-    template <std::same_as<bool> Flag>
-    ReflectorArray(MirroredObject* owner, std::string const& key, bool required, Flag encode)
-        : ReflectorBase(owner, key, required), encodeBinary_(encode && isEncodable) {}
+    /// An empty list, initialized when required. `encode` says whether the encoded form is written;
+    /// it has no effect for types that have none.
+    ReflectorArray(MirroredObject* owner, Key const& key, Presence required, Flag encode = false)
+        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
+    ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
+                   Flag encode = false)
+        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
 
     /// A list with content, initialized when required.
-    ReflectorArray(MirroredObject* owner, Key const& key, bool required, std::vector<T> initial,
-                   bool encode = false)
-        : ReflectorBase(owner, key, required), value_(std::move(initial)),
-          encodeBinary_(encode && isEncodable) {}
-    ReflectorArray(MirroredObject* owner, std::string const& key, bool required,
-                   std::vector<T> initial, bool encode = false)
-        : ReflectorBase(owner, key, required), value_(std::move(initial)),
-          encodeBinary_(encode && isEncodable) {}
+    ReflectorArray(MirroredObject* owner, Key const& key, Presence required, std::vector<T> initial,
+                   Flag encode = false)
+        : ReflectorArray(owner, key, required, encode) {
+        value_ = std::move(initial);
+    }
+    ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
+                   std::vector<T> initial, Flag encode = false)
+        : ReflectorArray(owner, key, required, encode) {
+        value_ = std::move(initial);
+    }
+    /// The same for `{this, "k"_key, Required, {1, 2, 3}}`.
+    template <class Entry = T>
+    ReflectorArray(MirroredObject* owner, Key const& key, Presence required,
+                   std::initializer_list<std::type_identity_t<Entry>> initial, Flag encode = false)
+        : ReflectorArray(owner, key, required, std::vector<T>(initial), encode) {}
 
     ReflectorArray(ReflectorArray const&) = delete;
     ~ReflectorArray() override = default;
@@ -57,9 +61,21 @@ public:
     [[nodiscard]] bool encodeBinary() const noexcept { return encodeBinary_; }
 
     /// The list. @throws Exception::InvalidOperation when the field is uninitialized.
-    std::vector<T> const& operator()() const {
+    std::vector<T> const& operator()() const& {
         if (!initialized()) [[unlikely]]
             throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
+        return value_;
+    }
+    /// The list of a field that ends with the expression, as an object of its own. A template, so
+    /// that only the types for which it is used have it.
+    template <class = void>
+    std::vector<T> operator()() && {
+        throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
+        return std::move(value_);
+    }
+    template <class = void>
+    std::vector<T> operator()() const&& { ///< the same
+        throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
         return value_;
     }
 
@@ -111,7 +127,7 @@ public:
     }
 
     /// Extension: the list, to be changed in place, and marks the field initialized.
-    std::vector<T>& edit() {
+    std::vector<T>& edit() & {
         init();
         return value_;
     }
@@ -127,6 +143,12 @@ public:
     /// `assign`, for `record.field = list`.
     ReflectorArray& operator=(std::vector<T> const& values) {
         assign(values);
+        return *this;
+    }
+    /// `assign`, for `record.field = {1, 2, 3}`.
+    template <class Entry = T>
+    ReflectorArray& operator=(std::initializer_list<std::type_identity_t<Entry>> values) {
+        assign(std::vector<T>(values));
         return *this;
     }
 

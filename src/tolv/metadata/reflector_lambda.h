@@ -29,13 +29,13 @@ public:
 
     /// A required field with an initial value, which is not checked. An empty function stands for
     /// the default of its place.
-    ReflectorLambda(MirroredObject* owner, Key const& key, T const& initial, PreValue preValue = {},
-                    Post post = {}, PreMeta preMeta = {})
+    ReflectorLambda(MirroredObject* owner, Key const& key, Parameter<T> initial,
+                    PreValue preValue = {}, Post post = {}, PreMeta preMeta = {})
         : Base(owner, key, Optional, initial) {
         this->init();
         setFunctions(std::move(preValue), std::move(post), std::move(preMeta));
     }
-    ReflectorLambda(MirroredObject* owner, std::string const& key, T const& initial,
+    ReflectorLambda(MirroredObject* owner, std::string const& key, Parameter<T> initial,
                     PreValue preValue = {}, Post post = {}, PreMeta preMeta = {})
         : ReflectorLambda(owner, Key::intern(key), initial, std::move(preValue), std::move(post),
                           std::move(preMeta)) {}
@@ -65,6 +65,12 @@ public:
         post_(*this);
     }
 
+    /// As `ReflectorNoWriteParend::assign` of another type.
+    template <Detail::Another<T> Given>
+    void assign(Given&& given) {
+        Value::assign(std::forward<Given>(given));
+    }
+
     /// Reads the field from the object `parent`, if that is accepted. @throws what functions other
     /// than the defaults throw.
     [[gnu::noinline]] void assign(Element const& parent) override {
@@ -82,8 +88,8 @@ public:
         return *this;
     }
     /// `assign`, for `record.field = value`.
-    ReflectorLambda& operator=(T const& value) {
-        assign(value);
+    ReflectorLambda& operator=(Parameter<T> value) {
+        assign(valueOf<T>(value));
         return *this;
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <tolv/core/metadata/conversion.h>
 #include <tolv/core/metadata/mirrored_object.h>
 
@@ -21,10 +23,22 @@ concept Record = requires(T& object, T const& constant, Element& out, Element co
     object.copyFromMetaData(in);
 };
 
-/// An enumeration that travels as a word. Its header declares, beside the enumeration, functions
-/// that are found by argument-dependent lookup:
-/// `bool TryGetAs(Element const&, E&)` and `void SetAs(E const&, Element&)`.
+/// What a field may hold: a type that has a conversion, or a record. An enumeration that travels as
+/// a word has one where its table of words is known (see `WordEnumeration`).
+template <class T>
+concept FieldType = Record<T> || requires(Element const& in, T& value) {
+    TryGetAs(in, value);
+};
+
 namespace Detail {
+
+/// The type of the entries of a list.
+template <class T>
+struct EntryOf {};
+template <class Entry>
+struct EntryOf<std::vector<Entry>> {
+    using Type = Entry;
+};
 
 /// Reads `child` into `value`. @return false when it is of the wrong kind or doesn't fit.
 template <class T>

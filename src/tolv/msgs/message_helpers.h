@@ -1,5 +1,8 @@
 #pragma once
 
+#include <concepts>
+#include <initializer_list>
+#include <type_traits>
 #include <utility>
 
 #include <tolv/core/msgs/message.h>
@@ -31,6 +34,9 @@ Identifier idInFamily(unsigned short type) {
 /// A message without content.
 template <class Base, unsigned short last>
 class SimpleMessageHelper : public Base {
+    static_assert(std::derived_from<Base, Message>,
+                  "the base of a message is a family: a class derived from Message");
+
 public:
     static Message::Registrar<SimpleMessageHelper> factoryRegistration;
 
@@ -55,11 +61,13 @@ template <class Self, class Payload>
 class PayloadAccessorIf {
 public:
     /// @throws Exception::InvalidOperation when the payload did not read.
-    [[nodiscard]] Payload const& payload() const { return self().Data(); }
+    [[nodiscard]] Payload const& payload() const& { return self().Data(); }
+    /// The payload of a temporary message, as an object of its own.
+    [[nodiscard]] Payload payload() && { return self().Data(); }
     /// Replaces the payload by a copy.
     void setPayload(Payload const& payload) { self().Data.assign(payload); }
     /// The payload, to be changed in place; it counts as set from now on.
-    Payload& editPayload() { return self().Data.edit(); }
+    Payload& editPayload() & { return self().Data.edit(); }
 
 private:
     friend Self;
@@ -74,6 +82,11 @@ template <class Base, class Payload, unsigned short last>
 class PayloadMessageHelper
     : public Base,
       public PayloadAccessorIf<PayloadMessageHelper<Base, Payload, last>, Payload> {
+    static_assert(std::derived_from<Base, Message>,
+                  "the base of a message is a family: a class derived from Message");
+    static_assert(MetaData::Record<Payload>,
+                  "a payload is a record: a class with copyToMetaData and copyFromMetaData");
+
 public:
     static Message::Registrar<PayloadMessageHelper> factoryRegistration;
 
@@ -91,11 +104,30 @@ public:
     PayloadMessageHelper(Address const& sender, Address const& destination)
         : Base(static_cast<unsigned long long>(MsgID()), sender, destination),
           Data(this, key(), MetaData::Required) {}
+    /// The same with addresses written out: in `SomeMessage({}, {"to"})` the first braces are an
+    /// address, not a payload.
+    template <class Part = char const*>
+    PayloadMessageHelper(std::initializer_list<std::type_identity_t<Part>> sender,
+                         std::initializer_list<std::type_identity_t<Part>> destination)
+        : PayloadMessageHelper(Address(sender.begin(), sender.end()),
+                               Address(destination.begin(), destination.end())) {}
+    template <class Part = char const*>
+    PayloadMessageHelper(std::initializer_list<std::type_identity_t<Part>> sender,
+                         Address const& destination)
+        : PayloadMessageHelper(Address(sender.begin(), sender.end()), destination) {}
+
     /// A message with this payload.
     explicit PayloadMessageHelper(Payload const& payload, Address const& sender = {},
                                   Address const& destination = {})
         : PayloadMessageHelper(sender, destination) {
         Data.assign(payload);
+    }
+    /// A message of an attribute, with this value and without metadata.
+    template <class P = Payload>
+    explicit PayloadMessageHelper(MetaData::Parameter<typename P::ValueType> value,
+                                  Address const& sender = {}, Address const& destination = {})
+        : PayloadMessageHelper(sender, destination) {
+        Data.edit().value = value;
     }
 
     /// The frame of a message in a parsed tree. The payload is at its default: whoever creates the

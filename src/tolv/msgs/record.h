@@ -7,6 +7,7 @@
 /// The words in which records are written, for all families.
 namespace Tolv::Msgs {
 
+using MetaData::Lossless;
 using MetaData::MirroredObject;
 using MetaData::Optional;
 using MetaData::Reflector;

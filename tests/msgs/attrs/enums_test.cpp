@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tolv/core/detail/type_name.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/msgs/attrs/enums.h>
 
@@ -68,7 +69,9 @@ void judgeAll(Write const& write, Show const& show, std::string const& missing =
         if (verdict[0] == '$')
             verdict.replace(0, 1, show(*row.value));
         if (auto const key = verdict.find('?'); key != verdict.npos)
-            verdict.replace(key, 1, missing);
+            verdict.replace(key, 1, missing) +=
+                " in " + (missing == "value" ? Tolv::Detail::nameOf(typeid(Payload))
+                                             : std::string("Attrs::EnumVal"));
         EXPECT_EQ(judgedText<Payload>(data), verdict) << row.why << ": " << data;
     }
 }
@@ -91,7 +94,8 @@ TEST(EnumeratedAttrs, NumbersWithTexts) {
     judgeAll<EnumData>(
         write, [](char c) { return std::string(1, c) + " \"A" + c + '"'; }, "Value");
     EXPECT_EQ(judgedText<EnumData>(R"({"value":{"Literal":"A"},"enums":[)" + write('1') + "]}"),
-              "throws Tolv::MetaData::Reflector::operator()(): Value is not initialized");
+              "throws Tolv::MetaData::Reflector::operator()(): Value is not initialized in "
+              "Attrs::EnumVal");
     EXPECT_EQ(judgedText<EnumData>(R"({"value":)" + write('2') + ",\"enums\":[" + write('1') + ',' +
                                    write('2') + "]}"),
               "valid");
@@ -109,8 +113,8 @@ TEST(EnumeratedAttrs, NumbersWithTexts) {
     data.enums.edit().resize(1);
     data.enums.edit()[0].literal.reset();
     data.enums.edit()[0].value = 1;
-    EXPECT_EQ(judged(data),
-              "throws Tolv::MetaData::Reflector::operator()(): Literal is not initialized");
+    EXPECT_EQ(judged(data), "throws Tolv::MetaData::Reflector::operator()(): Literal is not "
+                            "initialized in Attrs::EnumVal");
     data.editMetaData().disabledList = std::vector<bool>{true};
     EXPECT_EQ(judged(data), R"(1 "A" is not in enums)");
 }

@@ -62,9 +62,11 @@ TEST(AttrValues, RangedDouble) {
         {R"({"d":1,"AttributeMetaData":{"Maximum":"NaN"}})",
          "value 1 cannot be compared with Maximum NaN"},
         // The value is looked at first, whatever the metadata.
-        {R"({})", std::string(unset) + "d is not initialized"},
+        {R"({})", std::string(unset) + "d is not initialized in Attrs::AttrWithMetaData<double, "
+                                       "Attrs::RangedMetaData<double>>"},
         {R"({"d":"x","AttributeMetaData":{"Minimum":3}})",
-         std::string(unset) + "d is not initialized"},
+         std::string(unset) + "d is not initialized in Attrs::AttrWithMetaData<double, "
+                              "Attrs::RangedMetaData<double>>"},
     });
 }
 
@@ -78,7 +80,9 @@ TEST(AttrValues, RangedLong) {
         {R"({"i":-1,"AttributeMetaData":{"Minimum":0}})", "value -1 is below Minimum 0"},
         {R"({"i":-1,"AttributeMetaData":{"Maximum":0}})", "valid"},
         {R"({"i":5,"AttributeMetaData":{"Minimum":9,"Maximum":1}})", "value 5 is below Minimum 9"},
-        {R"({"i":1.5})", std::string(unset) + "i is not initialized"},
+        {R"({"i":1.5})", std::string(unset) +
+                             "i is not initialized in Attrs::AttrWithMetaData<long long, "
+                             "Attrs::RangedMetaData<long long>>"},
     });
 }
 
@@ -112,7 +116,8 @@ TEST(AttrValues, IntVector) {
         {R"({"iv":[1],"AttributeMetaData":{"MaxLength":0}})", "1 elements, MaxLength is 0"},
         {R"({"iv":7})", "valid"},
         {R"({"iv":7,"AttributeMetaData":{"MaxLength":2}})",
-         std::string(unset) + "iv is not initialized"},
+         std::string(unset) + "iv is not initialized in Attrs::AttrWithMetaData<std::vector<int>, "
+                              "Attrs::IntVectorMetaData>"},
     });
 }
 
@@ -147,7 +152,8 @@ TEST(AttrValues, Text) {
          R"(value "quote\" bell\x07 back\\slash" does not match ValidCharacters "a")"},
         {R"({"s":1,"AttributeMetaData":{"Name":"n"}})", "valid"},
         {R"({"s":1,"AttributeMetaData":{"MaxLength":9}})",
-         std::string(unset) + "s is not initialized"},
+         std::string(unset) +
+             "s is not initialized in Attrs::AttrWithMetaData<std::string, Attrs::StringMetaData>"},
     });
 }
 

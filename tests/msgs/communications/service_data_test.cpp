@@ -17,7 +17,8 @@ using Structs::MessageKeyData;
 constexpr auto full =
     R"({"MsgKey":{"MessageID":18446744073709551615,"Sender":["a","b"],"Destination":["c"]},)"
     R"("Count":18446744073709551615,"ShortestDistance":9223372036854775808})";
-constexpr auto unreadKey = "Tolv::MetaData::Reflector::operator()(): MsgKey is not initialized";
+constexpr auto unreadKey = "Tolv::MetaData::Reflector::operator()(): MsgKey is not initialized in "
+                           "Communications::Forwarder::ServiceData";
 
 TEST(ServiceData, IsMadeOfAKey) {
     MessageKey const key(5, {"a"}, {"b", "c"});

@@ -19,7 +19,8 @@ namespace {
 
 using namespace Tolv::Testing;
 
-constexpr auto unread = "Tolv::MetaData::Reflector::operator()(): param is not initialized";
+constexpr auto unread =
+    "Tolv::MetaData::Reflector::operator()(): param is not initialized in Engine::TransitionData";
 // A ping, a connection and a notification.
 constexpr auto mixed =
     R"({"event":-3,"param":[{"MessageID":844424930131972},)"

@@ -46,11 +46,12 @@ TEST(GenericErrorData, IsCopiedOnlyWhole) {
         data.copyFromMetaData(tree);
         EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { GenericErrorData const copy(data); }),
                   std::string("Tolv::MetaData::Reflector::operator()(): ") + key +
-                      " is not initialized");
+                      " is not initialized in Errs::GenericErrorData");
         GenericErrorData assigned;
         readInto(assigned, full);
         assigned = data; // gives what is required its zero
-        EXPECT_EQ(assigned.members().size(), parsed(written(assigned)).object().size());
+        auto const rewritten = parsed(written(assigned));
+        EXPECT_EQ(assigned.members().size(), rewritten.object().size());
     }
 }
 

@@ -117,12 +117,17 @@ TEST(Excepts, MessagesThatCannotBeThrown) {
              Row{"an id without its class", ofId(0x0006000000000003), typeid(InvalidOperation),
                  "bad cast"},
              Row{"without payload", ofText(R"({"MessageID":1688849860263939})"),
-                 typeid(InvalidOperation), std::string(unread) + "Data is not initialized"},
+                 typeid(InvalidOperation),
+                 std::string(unread) +
+                     "Data is not initialized in PayloadMessageHelper<Excepts::ExceptionMessage, "
+                     "Excepts::CommonExceptionData, 3>"},
              Row{"without text", ofText(R"({"MessageID":1688849860263939,"Data":{}})"),
-                 typeid(InvalidOperation), std::string(unread) + "what is not initialized"},
+                 typeid(InvalidOperation),
+                 std::string(unread) + "what is not initialized in Excepts::CommonExceptionData"},
              Row{"with a number as text",
                  ofText(R"({"MessageID":1688849860263938,"Data":{"what":1}})"),
-                 typeid(InvalidOperation), std::string(unread) + "what is not initialized"},
+                 typeid(InvalidOperation),
+                 std::string(unread) + "what is not initialized in Excepts::CommonExceptionData"},
              Row{"no message", nullptr, typeid(InvalidParameter),
                  "there is no exception message to throw"},
          }) {

@@ -34,7 +34,8 @@ TEST(FilesystemSpace, NumbersAreText) {
     readInto(space, R"({"capacity":"","free":"007"})");
     EXPECT_EQ(space.getFree(), 7U);
     EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { (void)space.getAvailable(); }),
-              "Tolv::MetaData::Reflector::operator()(): available is not initialized");
+              "Tolv::MetaData::Reflector::operator()(): available is not initialized in "
+              "Structs::FilesystemSpace");
     space.setAvailable(5);
     EXPECT_EQ(space.getAvailable(), 5U);
 }

@@ -55,7 +55,8 @@ TEST(Records, ComparisonStopsAtTheFirstDifference) {
     EXPECT_FALSE(readFrom<FanBankData>(broken) == FanBankData(2, 0));
     EXPECT_EQ(thrownBy<InvalidOperation>(
                   [&] { (void)(readFrom<FanBankData>(broken) == FanBankData(1, 0)); }),
-              "Tolv::MetaData::Reflector::operator()(): speed is not initialized");
+              "Tolv::MetaData::Reflector::operator()(): speed is not initialized in "
+              "Structs::FanBankData");
 }
 
 TEST(Triggers, AccessorsTranslate) {
@@ -98,7 +99,8 @@ TEST(Triggers, TimesAreMilliseconds) {
 TEST(Triggers, GettersNeedTheirField) {
     auto const route = readFrom<TriggerRoute>(R"({"output":1,"source":"none"})");
     EXPECT_EQ(thrownBy<InvalidOperation>([&] { (void)route.getOutput(); }),
-              "Tolv::MetaData::Reflector::operator()(): output is not initialized");
+              "Tolv::MetaData::Reflector::operator()(): output is not initialized in "
+              "Structs::TriggerRoute");
     EXPECT_EQ(route.getSource(), TriggerSources::none);
     EXPECT_THROW((void)readFrom<TriggerPulseOffset>("{}").getOffset(), InvalidOperation);
     EXPECT_THROW((void)readFrom<TriggerPulseOffset>("{}").getSource(), InvalidOperation);

@@ -241,7 +241,6 @@ bool TryGetAs(Element const& element, std::vector<std::string>& value) {
     return tryList(element, value);
 }
 
-// One overload for the result and one for the reference, both made of `get`.
 #define TOLV_GET(...)                                                                              \
     template <>                                                                                    \
     void GetAs(Element const& element, __VA_ARGS__& value) {                                       \
@@ -269,19 +268,6 @@ template <>
 void GetAs(Element const& element, std::vector<std::string>& value) {
     getList(element, value);
 }
-
-#define TOLV_GET(...)                                                                              \
-    template <>                                                                                    \
-    __VA_ARGS__ GetAs<__VA_ARGS__>(Element const& element) {                                       \
-        __VA_ARGS__ value{};                                                                       \
-        get(element, value);                                                                       \
-        return value;                                                                              \
-    }
-TOLV_GET(bool)
-TOLV_GET(int)
-TOLV_GET(unsigned int)
-TOLV_GET(std::string)
-#undef TOLV_GET
 
 // ---- Writing -------------------------------------------------------------------------------
 

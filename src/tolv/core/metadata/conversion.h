@@ -50,19 +50,42 @@ TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<int>& value);
 TOLV_CORE_API bool TryGetAs(Element const& element, std::vector<std::string>& value);
 /// @}
 
+namespace Detail {
+
+template <class T>
+consteval void requireConversion() {
+    static_assert(
+        isScalar<T>,
+        "this type has no conversion to an element; these have one: bool, unsigned char, unsigned "
+        "short, int, unsigned int, long long, unsigned long long, double, std::string, "
+        "std::complex<bool>, std::complex<double>, std::vector<int>, "
+        "std::vector<std::string>, and enumerations with a table of words; a record has "
+        "copyToMetaData and copyFromMetaData");
+}
+
+} // namespace Detail
+
 /// Reads `element` into `value`.
 /// @throws Exception::InvalidParameter when the element is of the wrong kind or its number doesn't
 /// fit; the text says what was expected and found. `value` is then as it was.
 template <class T>
-void GetAs(Element const& element, T& value);
+void GetAs([[maybe_unused]] Element const& element, [[maybe_unused]] T& value) {
+    Detail::requireConversion<T>();
+}
 
 /// The same as a result.
 template <class T>
-T GetAs(Element const& element);
+T GetAs(Element const& element) {
+    T value{};
+    GetAs(element, value);
+    return value;
+}
 
 /// Replaces the content of `element` by `value`.
 template <class T>
-void SetAs(T const& value, Element& element);
+void SetAs([[maybe_unused]] T const& value, [[maybe_unused]] Element& element) {
+    Detail::requireConversion<T>();
+}
 
 /// @cond the templates above are what people look for
 #define TOLV_CONVERSION(...)                                                                       \
@@ -84,15 +107,6 @@ TOLV_CONVERSION(std::complex<double>)
 TOLV_CONVERSION(std::vector<int>)
 TOLV_CONVERSION(std::vector<std::string>)
 #undef TOLV_CONVERSION
-
-template <>
-TOLV_CORE_API bool GetAs<bool>(Element const& element);
-template <>
-TOLV_CORE_API int GetAs<int>(Element const& element);
-template <>
-TOLV_CORE_API unsigned int GetAs<unsigned int>(Element const& element);
-template <>
-TOLV_CORE_API std::string GetAs<std::string>(Element const& element);
 /// @endcond
 
 /// Has `value` write itself, through its virtual `copyToMetaData`.

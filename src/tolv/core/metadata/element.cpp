@@ -827,7 +827,7 @@ bool Element::asBoolean() const {
     return boolean();
 }
 
-std::string_view Element::asStringView() const {
+std::string_view Element::asStringView() const& {
     if (!isString())
         throwKind("a string", *this);
     return text();
@@ -855,7 +855,7 @@ Element const& Element::child(KeyView const& key) const {
     return *found;
 }
 
-Element::operator Array&() {
+Element::operator Array&() & {
     if (isNull())
         words_[1] = std::uint64_t{tagArray} << 56U;
     else if (!isArray())
@@ -863,16 +863,24 @@ Element::operator Array&() {
     return array_;
 }
 
-Element::operator Array const&() const {
+Element::operator Array const&() const& {
     if (!isArray())
         throwKind("an array", *this);
     return array_;
 }
 
-Element::operator Object const&() const {
+Element::operator Object const&() const& {
     if (!isObject())
         throwKind("an object", *this);
     return object_;
+}
+
+Element::operator Array() && { return std::move(static_cast<Array&>(*this)); }
+
+Element::operator Object() && {
+    if (!isObject())
+        throwKind("an object", *this);
+    return std::move(object_);
 }
 
 bool operator==(Element const& left, Element const& right) {

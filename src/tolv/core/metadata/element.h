@@ -51,7 +51,8 @@ public:
     /// Holds `value`.
     explicit Trivial_T(T value) : value_(std::move(value)) {}
     /// What it holds.
-    [[nodiscard]] T const& value() const { return value_; }
+    [[nodiscard]] T const& value() const& { return value_; }
+    [[nodiscard]] T value() && { return std::move(value_); }
 
 private:
     T value_;
@@ -242,37 +243,48 @@ public:
     [[nodiscard]] std::string asString() const;
     /// Extension: the text without a copy; it lives as long as this element is not changed.
     /// @throws Exception::InvalidParameter when this is no string.
-    [[nodiscard]] std::string_view asStringView() const;
+    [[nodiscard]] std::string_view asStringView() const&;
+    std::string_view asStringView() && = delete; ///< the text would end with the element
 
     /// The child of `key`. A null element becomes an object, an absent key a null child.
     /// @throws Exception::InvalidParameter when this is neither an object nor null.
-    Element& operator[](std::string const& key) { return child(KeyView(key)); }
-    Element& operator[](KeyView const& key) { return child(key); } ///< extension
+    Element& operator[](std::string const& key) & { return child(KeyView(key)); }
+    Element& operator[](KeyView const& key) & { return child(key); } ///< extension
     /// The same.
-    Element& operator[](char const* key) { return child(KeyView(key)); }
+    Element& operator[](char const* key) & { return child(KeyView(key)); }
     Element& operator[](int) = delete; ///< entries are reached through `Array&`
 
     /// The child of `key`.
     /// @throws Exception::InvalidParameter when this is no object or the key is absent.
-    Element const& operator[](std::string const& key) const { return child(KeyView(key)); }
-    Element const& operator[](KeyView const& key) const { return child(key); } ///< extension
+    Element const& operator[](std::string const& key) const& { return child(KeyView(key)); }
+    Element const& operator[](KeyView const& key) const& { return child(key); } ///< extension
     /// The same.
-    Element const& operator[](char const* key) const { return child(KeyView(key)); }
+    Element const& operator[](char const* key) const& { return child(KeyView(key)); }
     Element const& operator[](int) const = delete;
 
+    /// The child of `key` of an element that ends with the expression, as an element of its own.
+    /// @throws Exception::InvalidParameter when this is no object or the key is absent.
+    Element operator[](std::string const& key) const&& { return child(KeyView(key)); }
+    Element operator[](KeyView const& key) const&& { return child(key); } ///< extension
+    /// The same.
+    Element operator[](char const* key) const&& { return child(KeyView(key)); }
+
     /// Extension: the child of `key`, or null when this is no object or the key is absent.
-    [[nodiscard]] Element const* find(KeyView const& key) const noexcept {
+    [[nodiscard]] Element const* find(KeyView const& key) const& noexcept {
         return isObject() ? object().find(key) : nullptr;
     }
+    Element const* find(KeyView const& key) && = delete; ///< the child would end with the element
 
     // NOLINTBEGIN(google-explicit-constructor): the conversions are the way to the containers
     /// This element as an array; a null element becomes an empty one.
     /// @throws Exception::InvalidParameter on any other kind.
-    operator Array&();
+    operator Array&() &;
     /// @throws Exception::InvalidParameter when this is no array.
-    operator Array const&() const;
+    operator Array const&() const&;
+    operator Array() &&; ///< of an element that ends with the expression
     /// @throws Exception::InvalidParameter when this is no object.
-    operator Object const&() const;
+    operator Object const&() const&;
+    operator Object() &&; ///< likewise
     // NOLINTEND(google-explicit-constructor)
 
     /// Extension: makes this an object with room for `members` keys, unless it is one already.
@@ -305,14 +317,17 @@ public:
     [[nodiscard]] double floatingNumber() const noexcept {
         return std::bit_cast<double>(words_[0]);
     }
-    [[nodiscard]] std::string_view text() const noexcept {
+    [[nodiscard]] std::string_view text() const& noexcept {
         if (tag() == tagLongText)
             return separateText();
         return {reinterpret_cast<char const*>(words_),
                 static_cast<std::size_t>(words_[1] >> 48U & 0xFFU)};
     }
-    [[nodiscard]] Array const& array() const noexcept { return array_; }
-    [[nodiscard]] Object const& object() const noexcept { return object_; }
+    [[nodiscard]] Array const& array() const& noexcept { return array_; }
+    [[nodiscard]] Object const& object() const& noexcept { return object_; }
+    std::string_view text() && = delete; // what these three refer to would end with the element
+    Array const& array() && = delete;
+    Object const& object() && = delete;
     /// @}
 
     /// @{

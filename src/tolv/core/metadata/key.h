@@ -99,6 +99,7 @@ class Key : public KeyView {
 public:
     /// A key of this text, which must live as long as the key: a literal.
     constexpr explicit Key(std::string_view staticText) : KeyView(staticText) {}
+    explicit Key(std::string const&&) = delete; ///< the text would end first: use `intern`
     Key(Key const&) = delete;
     Key& operator=(Key const&) = delete;
 

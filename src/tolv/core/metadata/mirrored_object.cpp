@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <tolv/core/detail/type_name.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/encoding_scope.h>
 #include <tolv/core/metadata/detail/passing_tree.h>
@@ -94,7 +95,7 @@ std::vector<ReflectorBase const*> MirroredObject::members() const {
     return {fields.begin(), fields.end()};
 }
 
-ReflectorBase::ReflectorBase(MirroredObject* owner, Key const& key, bool required) noexcept
+ReflectorBase::ReflectorBase(MirroredObject* owner, Key const& key, Presence required) noexcept
     : state_(reinterpret_cast<std::uintptr_t>(owner) |
              (required ? requiredBit | initializedBit : std::uintptr_t{0})),
       key_(&key) {
@@ -102,7 +103,7 @@ ReflectorBase::ReflectorBase(MirroredObject* owner, Key const& key, bool require
         older_ = std::exchange(owner->members_.newest_, this);
 }
 
-ReflectorBase::ReflectorBase(MirroredObject* owner, std::string const& name, bool required)
+ReflectorBase::ReflectorBase(MirroredObject* owner, std::string const& name, Presence required)
     : ReflectorBase(owner, Key::intern(name), required) {}
 
 ReflectorBase::~ReflectorBase() {
@@ -118,8 +119,13 @@ ReflectorBase::~ReflectorBase() {
 }
 
 void ReflectorBase::throwIfUninited(std::string const& where) const {
-    if (!initialized())
-        throw Exception::InvalidOperation(where + ": " + name() + " is not initialized");
+    if (initialized())
+        return;
+    auto text = where + ": " + name() + " is not initialized";
+    if (auto const* const record = owner();
+        record != nullptr && typeid(*record) != typeid(MirroredObject))
+        text += " in " + Tolv::Detail::nameOf(typeid(*record));
+    throw Exception::InvalidOperation(text);
 }
 
 } // namespace Tolv::MetaData

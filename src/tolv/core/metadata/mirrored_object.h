@@ -9,6 +9,7 @@
 #include <tolv/core/limits.h>
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/metadata/key.h>
+#include <tolv/core/metadata/lossless.h>
 #include <tolv/core/metadata/serializable.h>
 
 namespace Tolv::MetaData {
@@ -16,11 +17,14 @@ namespace Tolv::MetaData {
 class MirroredObject;
 class ReflectorBase;
 
-/// Whether a field is there from the start. A required field starts initialized with its default;
-/// an optional one starts uninitialized and has no key in the tree until it is set.
-inline constexpr bool Required = true;
-/// The opposite of `Required`.
-inline constexpr bool Optional = false;
+/// Whether a field is required. It is made from a `bool`, and converts to one only where that is
+/// written out, so that it is not taken for an initial value.
+using Presence = Flag;
+
+/// The field starts initialized with its default value.
+inline constexpr Presence Required = true;
+/// The field starts uninitialized, and has no key in the tree until it is set.
+inline constexpr Presence Optional = false;
 
 /// A record: the list of its fields in declaration order. Writing or reading it is a walk over
 /// them. Records are used by one thread at a time.
@@ -100,9 +104,9 @@ private:
 class TOLV_CORE_API ReflectorBase : public virtual PartiallySerializableInterface {
 public:
     /// Appends this field to the members of `owner`, which may be null.
-    ReflectorBase(MirroredObject* owner, Key const& key, bool required) noexcept;
+    ReflectorBase(MirroredObject* owner, Key const& key, Presence required) noexcept;
     /// The same with the key as text, which is kept until the process ends.
-    ReflectorBase(MirroredObject* owner, std::string const& name, bool required);
+    ReflectorBase(MirroredObject* owner, std::string const& name, Presence required);
     ReflectorBase(ReflectorBase const&) = delete; ///< a copy would have no owner
     /// Leaves the owner, if that is still there.
     ~ReflectorBase() override;
@@ -135,8 +139,9 @@ public:
     /// Extension: the key in the form that lookups want.
     [[nodiscard]] Key const& key() const noexcept { return *key_; }
 
-    /// @throws Exception::InvalidOperation with `where`, the key and "is not initialized", unless
-    /// the field is initialized.
+    /// @throws Exception::InvalidOperation unless the field is initialized. The text is `where`,
+    /// the key, "is not initialized" and, of a field that has one, the class of the owner:
+    /// "operator()(): MaxVersion is not initialized in App::Connect".
     void throwIfUninited(std::string const& where) const;
 
 protected:

@@ -7,13 +7,13 @@ template class ReflectorArray<std::string>;
 namespace Tolv::Msgs {
 
 ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
-                                   bool required)
+                                   MetaData::Presence required)
     : ReflectorArray(owner, name, required) {
     letListsMoveIn();
 }
 
 ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
-                                   bool required)
+                                   MetaData::Presence required)
     : ReflectedAddress(owner, MetaData::Key::intern(name), required) {}
 
 ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,

@@ -19,8 +19,10 @@ using Address = std::vector<std::string>;
 class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
     /// An empty list, initialized when required.
-    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name, bool required);
-    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name, bool required);
+    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
+                     MetaData::Presence required);
+    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
+                     MetaData::Presence required);
 
     /// An initialized field with this content.
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,

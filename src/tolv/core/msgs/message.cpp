@@ -36,7 +36,19 @@ Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
     MirroredObject::copyFromMetaData(ContainerView(Access::rep(object)).element());
 }
 
-Message::Message(Message const& other) : Message(0, {}, {}) { *this = other; }
+Message::Message(Message const& other) : Message(0, {}, {}) {
+    id_ = other.id_;
+    sender = other.sender;
+    destination = other.destination;
+}
+
+Message& Message::operator=(Message const& other) {
+    if (typeid(*this) == typeid(other))
+        id_ = other.id_;
+    sender = other.sender;
+    destination = other.destination;
+    return *this;
+}
 
 Message::~Message() = default;
 

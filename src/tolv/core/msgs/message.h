@@ -45,12 +45,15 @@ public:
     explicit Message(MetaData::Object const& object);
 
     Message(Message const& other);
-    Message& operator=(Message const&) = default;
+    /// Takes over the addresses and, from a message of the same class, the id. A message keeps its
+    /// id when one of another class is assigned to it through a common base.
+    Message& operator=(Message const& other);
     ~Message() override;
 
     /// The id, fixed at construction.
     /// @throws Exception::InvalidOperation when the message was read from a tree without one.
-    [[nodiscard]] Identifier const& id() const { return id_(); }
+    [[nodiscard]] Identifier const& id() const& { return id_(); }
+    [[nodiscard]] Identifier id() && { return id_(); } ///< the same of a temporary message
 
     /// Writes the id, the addresses that are set, and the fields of the derived classes.
     void copyToMetaData(MetaData::Element& element) const override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include <tolv/core/export.h>
 #include <tolv/core/msgs/address.h>
@@ -24,11 +25,14 @@ public:
                Evaluate const& evaluate = {});
 
     /// Which messages.
-    [[nodiscard]] Identifier const& id() const noexcept { return id_; }
+    [[nodiscard]] Identifier const& id() const& noexcept { return id_; }
+    [[nodiscard]] Identifier id() && noexcept { return id_; }
     /// Who sends them.
-    [[nodiscard]] Address const& sender() const noexcept { return sender_; }
+    [[nodiscard]] Address const& sender() const& noexcept { return sender_; }
+    [[nodiscard]] Address sender() && noexcept { return std::move(sender_); }
     /// To whom they go.
-    [[nodiscard]] Address const& destination() const noexcept { return destination_; }
+    [[nodiscard]] Address const& destination() const& noexcept { return destination_; }
+    [[nodiscard]] Address destination() && noexcept { return std::move(destination_); }
     /// What `evaluate` gave.
     [[nodiscard]] unsigned long long value() const noexcept { return value_; }
 

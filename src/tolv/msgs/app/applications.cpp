@@ -18,7 +18,7 @@ InstantiateAppCommandData::InstantiateAppCommandData(std::string const& name,
 
 ConnectToAppCommandData::ConnectToAppCommandData(std::string const& uuid) { this->uuid = uuid; }
 
-ConnectToAppResultData::ConnectToAppResultData(bool result, int port) {
+ConnectToAppResultData::ConnectToAppResultData(Lossless<bool> result, Lossless<int> port) {
     this->port = port;
     this->result = result;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <tolv/msgs/payload_interface.h>
@@ -102,11 +104,12 @@ public:
 
     ConnectToAppResultData() = default;
     /// A result with the port, without an id.
-    ConnectToAppResultData(bool result, int port);
+    ConnectToAppResultData(Lossless<bool> result, Lossless<int> port);
     /// A result without a port.
-    explicit ConnectToAppResultData(bool result) : ConnectToAppResultData(result, 0) {}
+    template <std::same_as<bool> Bool>
+    explicit ConnectToAppResultData(Bool result) : ConnectToAppResultData(result, 0) {}
     /// A success.
-    explicit ConnectToAppResultData(int port) : ConnectToAppResultData(true, port) {}
+    explicit ConnectToAppResultData(Lossless<int> port) : ConnectToAppResultData(true, port) {}
     ConnectToAppResultData(ConnectToAppResultData const& other) : ConnectToAppResultData() {
         *this = other;
     }
@@ -128,7 +131,8 @@ public:
 class TOLV_MESSAGES_API AppLocationData : public SerializablePayloadInterface {
 public:
     /// Where the application is, in the instrument's own form.
-    [[nodiscard]] std::string const& location() const noexcept { return location_; }
+    [[nodiscard]] std::string const& location() const& noexcept { return location_; }
+    [[nodiscard]] std::string location() && noexcept { return std::move(location_); }
     /// Sets what `location` gives.
     void setLocation(std::string const& location) { location_ = location; }
 

@@ -31,19 +31,22 @@ ResourceData::ResourceData(std::string name, std::string id, std::string type, s
     this->inUseBy = inUseBy;
 }
 
-HardwareComponent::HardwareComponent(HardwareComponentType type, int position, int width) {
+HardwareComponent::HardwareComponent(HardwareComponentType type, Lossless<int> position,
+                                     Lossless<int> width) {
     this->type = static_cast<int>(type);
     this->position = position;
     this->width = width;
 }
 
-HardwareComponent::HardwareComponent(HardwareComponentType type, int position, int width,
-                                     std::string resourceId)
+HardwareComponent::HardwareComponent(HardwareComponentType type, Lossless<int> position,
+                                     Lossless<int> width, std::string resourceId)
     : HardwareComponent(type, position, width) {
     this->resourceId = resourceId;
 }
 
-HardwareConfiguration::HardwareConfiguration(int divisions) { this->divisions = divisions; }
+HardwareConfiguration::HardwareConfiguration(Lossless<int> divisions) {
+    this->divisions = divisions;
+}
 
 HardwareModule::HardwareModule(std::string make, std::string model) {
     this->make = make;

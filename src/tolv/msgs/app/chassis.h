@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include <tolv/msgs/payload_interface.h>
 #include <tolv/msgs/record.h>
@@ -14,13 +15,17 @@ namespace Tolv::Msgs::App {
 class TOLV_MESSAGES_API SystemInfoResponseData : public SerializablePayloadInterface {
 public:
     /// What people call the system.
-    [[nodiscard]] std::string const& name() const noexcept { return name_; }
+    [[nodiscard]] std::string const& name() const& noexcept { return name_; }
+    [[nodiscard]] std::string name() && noexcept { return std::move(name_); }
     /// The id of the system.
-    [[nodiscard]] std::string const& uuid() const noexcept { return uuid_; }
+    [[nodiscard]] std::string const& uuid() const& noexcept { return uuid_; }
+    [[nodiscard]] std::string uuid() && noexcept { return std::move(uuid_); }
     /// What it is, for people.
-    [[nodiscard]] std::string const& description() const noexcept { return description_; }
+    [[nodiscard]] std::string const& description() const& noexcept { return description_; }
+    [[nodiscard]] std::string description() && noexcept { return std::move(description_); }
     /// The serial number of the system.
-    [[nodiscard]] std::string const& serialNumber() const noexcept { return serialNumber_; }
+    [[nodiscard]] std::string const& serialNumber() const& noexcept { return serialNumber_; }
+    [[nodiscard]] std::string serialNumber() && noexcept { return std::move(serialNumber_); }
 
     /// Sets what `name` gives.
     void setName(std::string const& name) { name_ = name; }
@@ -91,9 +96,10 @@ public:
 
     HardwareComponent() = default;
     /// A component without resource.
-    HardwareComponent(HardwareComponentType type, int position, int width);
+    HardwareComponent(HardwareComponentType type, Lossless<int> position, Lossless<int> width);
     /// A component that a resource stands for.
-    HardwareComponent(HardwareComponentType type, int position, int width, std::string resourceId);
+    HardwareComponent(HardwareComponentType type, Lossless<int> position, Lossless<int> width,
+                      std::string resourceId);
     HardwareComponent(HardwareComponent const& other) : HardwareComponent() { *this = other; }
     HardwareComponent& operator=(HardwareComponent const&) = default;
 };
@@ -108,7 +114,7 @@ public:
 
     HardwareConfiguration() = default;
     /// A front without components.
-    explicit HardwareConfiguration(int divisions);
+    explicit HardwareConfiguration(Lossless<int> divisions);
     HardwareConfiguration(HardwareConfiguration const& other) : HardwareConfiguration() {
         *this = other;
     }

@@ -10,13 +10,15 @@ using MetaData::GetAs;
 using MetaData::SetAs;
 using MetaData::Trivial_T;
 
-Connect::Connect(int maxVersion, int minVersion, bool binaryTransmission) {
+Connect::Connect(Lossless<int> maxVersion, Lossless<int> minVersion,
+                 Lossless<bool> binaryTransmission) {
     this->maxVersion = maxVersion;
     this->minVersion = minVersion;
     this->binaryTransmission = binaryTransmission;
 }
 
-Connected::Connected(int maxVersion, int minVersion, int versionToUse, bool binaryTransmission) {
+Connected::Connected(Lossless<int> maxVersion, Lossless<int> minVersion, Lossless<int> versionToUse,
+                     Lossless<bool> binaryTransmission) {
     this->maxVersion = maxVersion;
     this->minVersion = minVersion;
     this->versionToUse = versionToUse;

@@ -20,7 +20,7 @@ public:
 
     Connect() = default;
     /// A request with all fields.
-    Connect(int maxVersion, int minVersion, bool binaryTransmission);
+    Connect(Lossless<int> maxVersion, Lossless<int> minVersion, Lossless<bool> binaryTransmission);
     Connect(Connect const& other) : Connect() { *this = other; }
     Connect& operator=(Connect const&) = default;
 };
@@ -40,7 +40,8 @@ public:
 
     Connected() = default;
     /// An answer with all fields.
-    Connected(int maxVersion, int minVersion, int versionToUse, bool binaryTransmission);
+    Connected(Lossless<int> maxVersion, Lossless<int> minVersion, Lossless<int> versionToUse,
+              Lossless<bool> binaryTransmission);
     Connected(Connected const& other) : Connected() { *this = other; }
     Connected& operator=(Connected const&) = default;
 };
@@ -59,13 +60,13 @@ public:
     [[nodiscard]] bool supportsBinary() const noexcept { return supportsBinary_; }
 
     /// Sets what `maxVersion` gives.
-    void setMaxVersion(unsigned int version) noexcept { maxVersion_ = version; }
+    void setMaxVersion(Lossless<unsigned int> version) noexcept { maxVersion_ = version.get(); }
     /// Sets what `minVersion` gives.
-    void setMinVersion(unsigned int version) noexcept { minVersion_ = version; }
+    void setMinVersion(Lossless<unsigned int> version) noexcept { minVersion_ = version.get(); }
     /// Sets what `messageType` gives.
-    void setMessageType(unsigned int type) noexcept { messageType_ = type; }
+    void setMessageType(Lossless<unsigned int> type) noexcept { messageType_ = type.get(); }
     /// Sets what `supportsBinary` gives.
-    void setSupportsBinary(bool supports) noexcept { supportsBinary_ = supports; }
+    void setSupportsBinary(Lossless<bool> supports) noexcept { supportsBinary_ = supports.get(); }
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit; the

@@ -8,8 +8,9 @@ QmlFileRequestData::QmlFileRequestData(std::string const& applicationType,
     this->fileName = fileName;
 }
 
-QmlFileResponseData::QmlFileResponseData(std::string const& fileName, long long fileOffset,
-                                         long long fileSize, std::string const& content) {
+QmlFileResponseData::QmlFileResponseData(std::string const& fileName,
+                                         Lossless<long long> fileOffset,
+                                         Lossless<long long> fileSize, std::string const& content) {
     this->fileName = fileName;
     this->fileOffset = fileOffset;
     this->fileSize = fileSize;

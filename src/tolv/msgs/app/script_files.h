@@ -76,8 +76,8 @@ public:
 
     QmlFileResponseData() = default;
     /// A piece with all fields.
-    QmlFileResponseData(std::string const& fileName, long long fileOffset, long long fileSize,
-                        std::string const& content);
+    QmlFileResponseData(std::string const& fileName, Lossless<long long> fileOffset,
+                        Lossless<long long> fileSize, std::string const& content);
     QmlFileResponseData(QmlFileResponseData const& other) : QmlFileResponseData() { *this = other; }
     QmlFileResponseData& operator=(QmlFileResponseData const&) = default;
 };

@@ -63,8 +63,12 @@ public:
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
     /// How many are wanted.
     [[nodiscard]] unsigned int number() const noexcept { return number_; }
-    void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
-    void setNumber(unsigned int number) noexcept { number_ = number; } ///< of elements
+    void setOffset(MetaData::Lossless<unsigned int> offset) noexcept {
+        offset_ = offset.get();
+    } ///< of the first element
+    void setNumber(MetaData::Lossless<unsigned int> number) noexcept {
+        number_ = number.get();
+    } ///< of elements
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit.
@@ -82,7 +86,9 @@ class TOLV_MESSAGES_API ArrayWithRangeResponseData : public ArrayDataPolymorphic
 public:
     /// Which element of the list is the first one here, counted from 0.
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
-    void setOffset(unsigned int offset) noexcept { offset_ = offset; } ///< of the first element
+    void setOffset(MetaData::Lossless<unsigned int> offset) noexcept {
+        offset_ = offset.get();
+    } ///< of the first element
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws what the base throws, and Exception::InvalidParameter when the offset is missing or

@@ -24,7 +24,7 @@ std::string shown(EnumVal const& entry) {
 
 } // namespace
 
-EnumVal::EnumVal(int value, std::string const& literal) {
+EnumVal::EnumVal(Lossless<int> value, std::string const& literal) {
     this->value = value;
     this->literal = literal;
 }

@@ -17,7 +17,7 @@ public:
 
     EnumVal() = default;
     /// An entry with number and text.
-    EnumVal(int value, std::string const& literal);
+    EnumVal(Lossless<int> value, std::string const& literal);
     EnumVal(EnumVal const& other) : EnumVal() { *this = other; }
     EnumVal& operator=(EnumVal const&) = default;
 

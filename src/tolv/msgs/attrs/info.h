@@ -40,7 +40,7 @@ public:
 
     RegistrationData() = default;
     /// An answer.
-    explicit RegistrationData(bool ok) { this->ok = ok; }
+    explicit RegistrationData(Lossless<bool> ok) { this->ok = ok; }
     RegistrationData(RegistrationData const& other) : RegistrationData() { *this = other; }
     RegistrationData& operator=(RegistrationData const&) = default;
 };

@@ -145,9 +145,13 @@ public:
     /// The record.
     /// @throws Exception::InvalidOperation when it is not set; `attributeMetaData.initialized()`
     /// tells.
-    [[nodiscard]] M const& metaData() const { return attributeMetaData(); }
+    [[nodiscard]] M const& metaData() const& { return attributeMetaData(); }
+    template <class = void>
+    [[nodiscard]] M metaData() && { ///< of a temporary payload
+        return attributeMetaData();
+    }
     /// Extension: the record, to be changed in place; it counts as set from now on.
-    M& editMetaData() { return attributeMetaData.edit(); }
+    M& editMetaData() & { return attributeMetaData.edit(); }
 };
 
 extern template class TOLV_MESSAGES_API RangedMetaData<double>;

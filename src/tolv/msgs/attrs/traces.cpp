@@ -6,7 +6,8 @@ template class ReflectorArray<Msgs::Attrs::TraceSegment>;
 
 namespace Tolv::Msgs::Attrs {
 
-TraceSegment::TraceSegment(unsigned long long offset, unsigned long long length) {
+TraceSegment::TraceSegment(Lossless<unsigned long long> offset,
+                           Lossless<unsigned long long> length) {
     this->offset = offset;
     this->length = length;
 }

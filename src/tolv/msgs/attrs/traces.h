@@ -18,7 +18,7 @@ public:
 
     TraceSegment() = default;
     /// A run of `length` samples that starts at `offset`.
-    TraceSegment(unsigned long long offset, unsigned long long length);
+    TraceSegment(Lossless<unsigned long long> offset, Lossless<unsigned long long> length);
     TraceSegment(TraceSegment const& other) : TraceSegment() { *this = other; }
     TraceSegment& operator=(TraceSegment const&) = default;
 };

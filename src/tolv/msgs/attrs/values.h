@@ -21,11 +21,13 @@ public:
     /// The key of the value: "b", "d", "dc", "i", "iv", "s", "m" or "value".
     static std::string const valMirrorName;
 
+    using ValueType = T; ///< the type of the value
+
     Reflector<T> value; ///< under the key `valMirrorName`
 
     /// An attribute with this value and without metadata.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
-    AttrWithMetaData(T const& initial = initialValue())
+    AttrWithMetaData(MetaData::Parameter<T> initial = initialValue())
         : value(this, valueKey(), Required, initial) {}
 
     /// Copies metadata and value; a value that is not set stays so.
@@ -91,7 +93,7 @@ class TOLV_MESSAGES_API BoolData : public AttrWithMetaData<bool, AttrMetaDataBas
 public:
     /// An attribute with this value and without metadata.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
-    BoolData(bool initial = true) : AttrWithMetaData(initial) {}
+    BoolData(MetaData::Lossless<bool> initial = true) : AttrWithMetaData(initial) {}
 };
 
 extern template class TOLV_MESSAGES_API AttrWithMetaData<double, RangedMetaData<double>>;

@@ -2,7 +2,7 @@
 
 namespace Tolv::Msgs::Errs {
 
-GenericErrorData::GenericErrorData(ErrorLevel level, ErrorCategory category, int number,
+GenericErrorData::GenericErrorData(ErrorLevel level, ErrorCategory category, Lossless<int> number,
                                    std::string const& description, std::string const& timestamp) {
     errorLevel = static_cast<int>(level);
     errorCategory = static_cast<int>(category);

@@ -39,7 +39,7 @@ public:
 
     GenericErrorData() = default;
     /// A report with all fields.
-    GenericErrorData(ErrorLevel level, ErrorCategory category, int number,
+    GenericErrorData(ErrorLevel level, ErrorCategory category, Lossless<int> number,
                      std::string const& description, std::string const& timestamp);
     /// @throws Exception::InvalidOperation when a field of `other` is uninitialized.
     GenericErrorData(GenericErrorData const& other);

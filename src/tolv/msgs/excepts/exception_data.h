@@ -34,7 +34,7 @@ public:
     GenericExceptionData& operator=(GenericExceptionData const&) = default;
 
     /// Sets "ExceptionType".
-    void setType(unsigned int type) { exceptionType = type; }
+    void setType(Lossless<unsigned int> type) { exceptionType = type; }
     /// Sets "ExceptionMessage".
     void setMessage(std::string const& text) { exceptionMessage = text; }
 };

@@ -5,8 +5,6 @@
 #include <typeindex>
 #include <unordered_map>
 
-#include <boost/core/demangle.hpp>
-
 #include <tolv/msgs/catalogue.h>
 #include <tolv/msgs/introspection/detail/tables.h>
 #include <tolv/msgs/introspection/detail/types.h>
@@ -25,12 +23,6 @@ Known& known() {
     return table;
 }
 
-std::string replaced(std::string text, std::string_view what, std::string_view by) {
-    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
-        text.replace(at, what.size(), by);
-    return text;
-}
-
 /// A message of the class that is registered for `id`, as much of it as can be had without knowing
 /// the class: its payload, if there is one, has not been read.
 std::shared_ptr<Message> frameOf(unsigned long long id) {
@@ -46,25 +38,9 @@ std::shared_ptr<Message> frameOf(unsigned long long id) {
 
 namespace Detail {
 
-std::string nameOf(std::type_info const& type) {
-    auto name = boost::core::demangle(type.name());
-    static constexpr std::pair<char const*, char const*> shorter[] = {
-        {"Tolv::Msgs::", ""},
-        {"Tolv::MetaData::", ""},
-        {"std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >",
-         "std::string"},
-        {"(unsigned short)", ""},
-        {"> >", ">>"},
-        {", std::allocator<int>>", ">"},
-    };
-    for (auto const& [what, by] : shorter)
-        name = replaced(std::move(name), what, by);
-    return name;
-}
-
 std::string nameOfMessage(unsigned long long id, std::type_info const& type) {
     auto const* const row = findMessage(id);
-    return row != nullptr ? row->fullAlias() : nameOf(type);
+    return row != nullptr ? row->fullAlias() : Tolv::Detail::nameOf(type);
 }
 
 void enter(std::type_info const& field, Type const& type) {
@@ -144,7 +120,7 @@ std::optional<ClassDescription> describe(unsigned long long id) {
         return {};
     auto const& built = *message;
     if (result.className.empty())
-        result.className = Detail::nameOf(typeid(built));
+        result.className = Tolv::Detail::nameOf(typeid(built));
     result.fields = describeFields(*message);
     return result;
 }

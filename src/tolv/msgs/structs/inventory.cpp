@@ -16,7 +16,7 @@ bool SensorData::operator==(SensorData const& other) const {
                       &SensorData::reading);
 }
 
-FanBankData::FanBankData(int bank, int speed) {
+FanBankData::FanBankData(Lossless<int> bank, Lossless<int> speed) {
     this->bank = bank;
     this->speed = speed;
 }

@@ -70,7 +70,7 @@ public:
 
     FanBankData() = default;
     /// The speed of this bank.
-    FanBankData(int bank, int speed);
+    FanBankData(Lossless<int> bank, Lossless<int> speed);
     FanBankData(FanBankData const& other) : FanBankData() { *this = other; }
     FanBankData& operator=(FanBankData const&) = default;
 

@@ -114,8 +114,9 @@ void JsonWebToken::authenticate() const {
         throw Exception::InvalidParameter("unable to authenticate JWT");
 }
 
-Payload::Payload(int audience, std::string const& expiration, std::string const& issuedAt)
-    : audience_(audience), expiration_(expiration), issuedAt_(issuedAt) {}
+Payload::Payload(MetaData::Lossless<int> audience, std::string const& expiration,
+                 std::string const& issuedAt)
+    : audience_(audience.get()), expiration_(expiration), issuedAt_(issuedAt) {}
 
 Payload::~Payload() = default;
 

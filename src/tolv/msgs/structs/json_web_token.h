@@ -2,8 +2,10 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <tolv/core/metadata/element.h>
+#include <tolv/core/metadata/lossless.h>
 #include <tolv/core/metadata/serializable.h>
 #include <tolv/msgs/export.h>
 
@@ -82,10 +84,12 @@ public:
     void authenticate() const;
 
     /// The payload. It lives as long as the token, until the next parse or `setPayload`.
-    [[nodiscard]] MetaData::Element const& payload() const noexcept { return payload_; }
+    [[nodiscard]] MetaData::Element const& payload() const& noexcept { return payload_; }
+    [[nodiscard]] MetaData::Element payload() && noexcept { return std::move(payload_); }
 
     /// The "alg" of the header that was parsed last; empty before.
-    [[nodiscard]] std::string const& algorithm() const noexcept { return algorithm_; }
+    [[nodiscard]] std::string const& algorithm() const& noexcept { return algorithm_; }
+    [[nodiscard]] std::string algorithm() && noexcept { return std::move(algorithm_); }
 
 private:
     std::string algorithm_;
@@ -101,7 +105,8 @@ private:
 class TOLV_MESSAGES_API Payload : public MetaData::PartiallySerializableInterface {
 public:
     /// A payload with a null message.
-    Payload(int audience, std::string const& expiration, std::string const& issuedAt);
+    Payload(MetaData::Lossless<int> audience, std::string const& expiration,
+            std::string const& issuedAt);
     ~Payload() override;
     Payload(Payload const&) = default;
     Payload& operator=(Payload const&) = default;
@@ -109,11 +114,13 @@ public:
     /// For whom the token is: "aud".
     [[nodiscard]] int getAudience() const noexcept { return audience_; }
     /// Until when it holds: "exp".
-    [[nodiscard]] std::string const& getExpirationTime() const noexcept { return expiration_; }
+    [[nodiscard]] std::string const& getExpirationTime() const& noexcept { return expiration_; }
+    [[nodiscard]] std::string getExpirationTime() && noexcept { return std::move(expiration_); }
     /// When it was made: "iat".
-    [[nodiscard]] std::string const& getIssuedAt() const noexcept { return issuedAt_; }
+    [[nodiscard]] std::string const& getIssuedAt() const& noexcept { return issuedAt_; }
+    [[nodiscard]] std::string getIssuedAt() && noexcept { return std::move(issuedAt_); }
     /// Sets "aud".
-    void setAudience(int audience) noexcept { audience_ = audience; }
+    void setAudience(MetaData::Lossless<int> audience) noexcept { audience_ = audience.get(); }
     /// Sets "exp".
     void setExpirationTime(std::string const& expiration) { expiration_ = expiration; }
     /// Sets "iat".
@@ -121,7 +128,8 @@ public:
 
     /// The message's tree, from which `Message::CreateFromMetaData` makes the message. It lives as
     /// long as the payload, until the next read or `setMessage`.
-    [[nodiscard]] MetaData::Element const& message() const noexcept { return message_; }
+    [[nodiscard]] MetaData::Element const& message() const& noexcept { return message_; }
+    [[nodiscard]] MetaData::Element message() && noexcept { return std::move(message_); }
     /// Replaces the message by what `object` writes. @throws what `object` throws.
     void setMessage(MetaData::PartiallySerializableInterface const& object);
 

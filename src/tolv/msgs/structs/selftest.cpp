@@ -21,8 +21,8 @@ bool SelftestTestState::isState(int const& value) {
     return isTestState(value, "SelftestTestState::testState = ");
 }
 
-SelftestData::SelftestData(int id, std::string const& name, bool enable, Selftest::TestState state,
-                           std::string const& result) {
+SelftestData::SelftestData(Lossless<int> id, std::string const& name, Lossless<bool> enable,
+                           Selftest::TestState state, std::string const& result) {
     this->id = id;
     this->name = name;
     this->enable = enable;

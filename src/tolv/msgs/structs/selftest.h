@@ -36,8 +36,8 @@ public:
 
     SelftestData() = default;
     /// A test with all fields. The state is not checked: it is held, and written, whatever it is.
-    SelftestData(int id, std::string const& name, bool enable, Selftest::TestState state,
-                 std::string const& result);
+    SelftestData(Lossless<int> id, std::string const& name, Lossless<bool> enable,
+                 Selftest::TestState state, std::string const& result);
     SelftestData(SelftestData const& other) : SelftestData() { *this = other; }
     SelftestData& operator=(SelftestData const&) = default;
 };

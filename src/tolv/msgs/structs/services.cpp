@@ -85,12 +85,16 @@ std::string textOf(unsigned long long number) { return boost::lexical_cast<std::
 unsigned long long FilesystemSpace::getCapacity() const { return numberOf(capacity()); }
 unsigned long long FilesystemSpace::getFree() const { return numberOf(free()); }
 unsigned long long FilesystemSpace::getAvailable() const { return numberOf(available()); }
-void FilesystemSpace::setCapacity(unsigned long long value) { capacity = textOf(value); }
-void FilesystemSpace::setFree(unsigned long long value) { free = textOf(value); }
-void FilesystemSpace::setAvailable(unsigned long long value) { available = textOf(value); }
+void FilesystemSpace::setCapacity(Lossless<unsigned long long> value) {
+    capacity = textOf(value.get());
+}
+void FilesystemSpace::setFree(Lossless<unsigned long long> value) { free = textOf(value.get()); }
+void FilesystemSpace::setAvailable(Lossless<unsigned long long> value) {
+    available = textOf(value.get());
+}
 
-GPS::GPS(double latitude, double longitude, double altitude, unsigned long long time,
-         int satellites, FixStatus status) {
+GPS::GPS(Lossless<double> latitude, Lossless<double> longitude, Lossless<double> altitude,
+         Lossless<unsigned long long> time, Lossless<int> satellites, FixStatus status) {
     this->latitude = latitude;
     this->longitude = longitude;
     this->altitude = altitude;

@@ -113,11 +113,11 @@ public:
     /// "available" as a number.
     [[nodiscard]] unsigned long long getAvailable() const;
     /// Sets "capacity".
-    void setCapacity(unsigned long long value);
+    void setCapacity(Lossless<unsigned long long> value);
     /// Sets "free".
-    void setFree(unsigned long long value);
+    void setFree(Lossless<unsigned long long> value);
     /// Sets "available".
-    void setAvailable(unsigned long long value);
+    void setAvailable(Lossless<unsigned long long> value);
 };
 
 /// A position fix.
@@ -145,8 +145,8 @@ public:
 
     GPS() = default;
     /// A fix with all fields.
-    GPS(double latitude, double longitude, double altitude, unsigned long long time, int satellites,
-        FixStatus status);
+    GPS(Lossless<double> latitude, Lossless<double> longitude, Lossless<double> altitude,
+        Lossless<unsigned long long> time, Lossless<int> satellites, FixStatus status);
     GPS(GPS const& other) : GPS() { *this = other; }
     GPS& operator=(GPS const&) = default;
 };

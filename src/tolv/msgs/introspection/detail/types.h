@@ -10,6 +10,7 @@
 #include <typeinfo>
 #include <vector>
 
+#include <tolv/core/detail/type_name.h>
 #include <tolv/metadata/enum_strings.h>
 #include <tolv/metadata/polymorphic_reflector.h>
 #include <tolv/metadata/reflector_array.h>
@@ -47,7 +48,6 @@ FieldDescription requiredKey(std::string key) {
 namespace Detail {
 
 /// The name of a type, seen from Tolv::Msgs.
-TOLV_MESSAGES_API std::string nameOf(std::type_info const& type);
 TOLV_MESSAGES_API std::string nameOfMessage(unsigned long long id, std::type_info const& type);
 TOLV_MESSAGES_API void enter(std::type_info const& field, Type const& type);
 /// Fills in what `record` writes, and units and literals that are known of its fields.
@@ -115,7 +115,7 @@ void fillList(Type& type, Type const& element) {
 template <class T>
 Type makeType() {
     Type type;
-    type.name = nameOf(typeid(T));
+    type.name = Tolv::Detail::nameOf(typeid(T));
     if constexpr (std::same_as<T, bool>) {
         type.kind = TypeKind::boolean;
     } else if constexpr (std::integral<T>) {
