@@ -1,5 +1,5 @@
-# Compiler settings of everything in this project. They are directory-scoped on purpose: nothing
-# of this leaks into a project that adds this one as a subdirectory.
+# Compiler settings of everything in this project. All of them are scoped to its directories, so that
+# nothing leaks into a project that adds this one as a subdirectory.
 include(CheckCXXCompilerFlag)
 include(CheckIPOSupported)
 include(CheckLinkerFlag)
@@ -7,17 +7,25 @@ include(CheckLinkerFlag)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-# The libraries export what is marked for export, and nothing by accident.
+# The libraries export only what is marked for export.
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
-# One place for programs and one for libraries, so that scripts need not know the source layout.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
-
-add_compile_options(-Wall -Wextra -Wpedantic -Wconversion)
+# How to build is for the top-level project to say: where the output goes, which warnings are wanted,
+# and whether a compiler cache is used.
+if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+    # All programs in one folder and all libraries in another: scripts need not know the source layout.
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+    add_compile_options(-Wall -Wextra -Wpedantic -Wconversion)
+    find_program(TOLV_CCACHE ccache)
+    mark_as_advanced(TOLV_CCACHE)
+    if(TOLV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${TOLV_CCACHE}")
+    endif()
+endif()
 if(TOLV_WERROR)
     add_compile_options(-Werror)
 endif()
@@ -53,9 +61,3 @@ check_ipo_supported(RESULT TOLV_HAVE_IPO OUTPUT tolv_ipo_output LANGUAGES CXX)
 check_cxx_compiler_flag(-fno-semantic-interposition TOLV_HAVE_NO_SEMANTIC_INTERPOSITION)
 # The half of the relocations in a tenth of the bytes; needs the C library of Debian 12.
 check_linker_flag(CXX LINKER:-z,pack-relative-relocs TOLV_HAVE_PACKED_RELOCATIONS)
-
-find_program(TOLV_CCACHE ccache)
-mark_as_advanced(TOLV_CCACHE)
-if(TOLV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${TOLV_CCACHE}")
-endif()

@@ -33,7 +33,8 @@ function(package component section depends summary text)
     set(CPACK_COMPONENT_${key}_DESCRIPTION "${summary}\n${text}" PARENT_SCOPE)
     install(FILES "${PROJECT_BINARY_DIR}/changelog.Debian.gz"
         "${PROJECT_SOURCE_DIR}/cmake/debian/copyright"
-        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${component}" COMPONENT ${component})
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${component}" COMPONENT ${component}
+        EXCLUDE_FROM_ALL) # `cmake --install` installs no package
 endfunction()
 
 set(family "The messages of a modular measurement-instrument platform: typed

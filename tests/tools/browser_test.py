@@ -1,7 +1,6 @@
 """Uses the pages of `tolvmsg catalogue` as a reader does, in Chromium.
 
-Where SHOTS names a folder, pictures of the pages go there. Without Chromium the test is skipped,
-with the exit status 77.
+Where SHOTS names a folder, pictures of the pages go there.
 """
 
 import base64
@@ -31,7 +30,7 @@ ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
 
 class Browser:
     def __init__(self, folder):
-        # At a port of its own choice, which it tells.
+        # The driver chooses a free port and prints it.
         self.driver = subprocess.Popen([DRIVER, "--port=0"], stdout=subprocess.PIPE,
                                        stderr=subprocess.DEVNULL, text=True)
         try:
@@ -198,6 +197,5 @@ class Catalogue(unittest.TestCase):
 
 if __name__ == "__main__":
     if DRIVER is None or CHROMIUM is None:
-        print("skipped: there is no chromium with chromedriver here")
-        sys.exit(77)
+        sys.exit("chromium and chromedriver are needed; scripts/setup installs them")
     unittest.main()

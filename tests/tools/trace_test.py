@@ -4,7 +4,6 @@ import math
 import os
 import pty
 import re
-import shutil
 import struct
 import subprocess
 import unittest
@@ -66,7 +65,6 @@ class Export(Case):
             self.assertRegex(done.err, f'cannot write to "?{target}"?: ')
 
 
-@unittest.skipUnless(shutil.which("gnuplot"), "needs gnuplot")
 class Plot(Case):
     def draw(self, name, line, *arguments):
         done = run("plot", "--output", name, *arguments, text=line, cwd=self.folder)
