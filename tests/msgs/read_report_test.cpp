@@ -99,6 +99,20 @@ TEST(Explain, NamesTheFieldAndWhy) {
             {attribute(6, R"({"trace":{"type":3,"len":1}})"),
              {R"(Data | did not read, because of Data.trace | {"trace":{"type":3,"len":1}})",
               "Data.trace.base64 | required, but absent"}},
+            // an encoded array whose "len" is wrong: the tag is no number of elements
+            {attribute(6, R"({"trace":{"type":3,"len":1e30}})"),
+             {R"(Data | did not read, because of Data.trace | {"trace":{"type":3,"len":1e+30}})",
+              "Data.trace.len | expected an integer from 0 to 18446744073709551615 | 1e+30"}},
+            {attribute(6, R"({"trace":{"type":3,"len":9,"base64":"AAAAAAAA8D8="}})"),
+             {"Data.trace.len | the text holds 1 | 9"}},
+            {attribute(9, R"({"trace":{"type":1,"len":17,"base64":"AAA="}})"),
+             {R"(Data | did not read, because of Data.trace | )"
+              R"({"trace":{"type":1,"len":17,"base64":"AAA="}})",
+              "Data.trace.len | expected 9 to 16, the text holds 2 bytes | 17"}},
+            {attribute(8, R"({"trace":{"type":2,"len":1,"base64":""}})"),
+             {R"(Data | did not read, because of Data.trace | )"
+              R"({"trace":{"type":2,"len":1,"base64":""}})",
+              "Data.trace.len | expected 0, the text holds 0 bytes | 1"}},
             // messages inside of messages
             {messageText(0x0004000100000001, R"({"Messages":[{"MessageID":1125899906842627,)"
                                              R"("Data":{"b":true}},{"MessageID":1}]})"),

@@ -4,12 +4,14 @@ import json
 import os
 import pty
 import re
+import resource
 import select
 import subprocess
+import tempfile
 import unittest
 
 from tool import (CONNECT, TOLVMSG, WITH_CLASS_OF_A_USER, Case, attribute, classes, decode, encoded,
-                  message, run)
+                  message, on_terminal, run)
 
 CORRUPT_SENDER = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Sender"
 
@@ -181,7 +183,7 @@ class Decode(unittest.TestCase):
              {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
             (attribute(6, {"trace": {**trace, "len": 3}}), {"Data.trace.len": "3"}),
             (attribute(6, {"trace": {"type": 3, "len": 1}}),
-             {"Data": '{trace: 0 x double ("len" says 1)}', "Data.trace.base64": None}),
+             {"Data": '{trace: 1 x double, not in the text}', "Data.trace.base64": None}),
             (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
              {"Data": '{trace: 1 x double ("len" says 2), not base64}',
               "Data.trace.base64": None}),
@@ -271,7 +273,7 @@ class Streams(Case):
     def test_wrong_usage(self):
         self.check_refusals(
             *((words, "") for words in (
-                (), ("nothing",), ("decode", "--nothing"), ("example",),
+                ("nothing",), ("decode", "--nothing"), ("example",),
                 ("example", "3.0.0.1", "3.0.0.2"), ("list", "more"), ("decode", "--max-line", "-1"),
                 ("decode", "--id", "Nothing"), ("lint", "--family", "Nothing"), ("example", "-1"),
                 ("decode", "--follow", "a", "b"), ("diff", "-", "-"),
@@ -287,9 +289,7 @@ class Streams(Case):
                 "3.0.0.65537", "18447588498639683585",                # would wrap around to 3.0.0.1
                 "0x10003000000000001")),                              # 65 bits
             (("schema",), "ID or --all"),
-            (("schema", "--all", "3.0.0.1"), "ID or --all"),
-            (("schema", "--all", "-o", "/dev/null/x"), "/dev/null"),
-            (("catalogue", "/dev/null/site"), "/dev/null"))
+            (("schema", "--all", "3.0.0.1"), "ID or --all"))
 
     def test_help(self):
         for arguments in (("--help",), ("list", "--help"), ("example", "--help"),
@@ -330,9 +330,92 @@ class Streams(Case):
                 self.assertEqual(3, process.wait(60))
 
     def test_full_disk(self):
+        log = self.file("log", attribute(6, {"trace": [1]}))
         with open("/dev/full", "wb") as full:
-            done = subprocess.run([TOLVMSG, "list"], stdout=full, stderr=subprocess.PIPE)
-        self.assertEqual(3, done.returncode)
+            for words in (("list",), ("schema", "--all"), ("catalogue", f"{self.folder}/site"),
+                          ("decode", log), ("lint", log), ("export", log), ()):
+                done = subprocess.run([TOLVMSG, *words], stdout=full, stderr=subprocess.PIPE)
+                self.assertEqual(3, done.returncode, words)
+
+    def test_full_disk_and_files(self):
+        """What cannot be written ends with 3, and leaves what was there, and nothing else."""
+        old = {"log": attribute(6, {"trace": list(range(9999))}), "t.csv": b"old", "index.html": b"old",
+               "App.ConnectMessage.schema.json": b"old"}
+        for name, content in old.items():
+            self.file(name, content)
+        for words in (("schema", "--all", "-o", "."), ("schema", "3.0.0.1", "-o", "."),
+                      ("catalogue", "."), ("export", "--output", "t.csv", "log")):
+            with self.subTest(words):
+                done = run(*words, cwd=self.folder, preexec_fn=lambda: resource.setrlimit(
+                    resource.RLIMIT_FSIZE, (512, 512)))
+                self.assertEqual((3, b""), (done.status, done.out))
+                self.assertIn("cannot write to ", done.err)
+                files = {file.name: file.read_bytes() for file in self.folder.iterdir()}
+                self.assertEqual([], [name for name in old if files[name] != old[name]])
+                self.assertFalse([name for name in files if name.startswith(".")])
+        for words in (("schema", "--all", "-o", "/dev/null/x"), ("catalogue", "/dev/null/x")):
+            done = run(*words)
+            self.assertEqual(3, done.status)
+            self.assertIn('cannot write to /dev/null/x', done.err)
+        self.assertEqual(1, run("export", "--line", "2", "--output", "t.csv", "log",
+                                cwd=self.folder).status)
+        self.assertEqual("old", (self.folder / "t.csv").read_text())
+
+    def test_files_and_links(self):
+        """A file keeps its mode, a link is followed where it is named, and none leads out of a
+        folder."""
+        log = self.file("log", attribute(6, {"trace": [1]}))
+        outside = self.folder / "outside"
+        outside.write_text("old")
+        outside.chmod(0o640)
+        (self.folder / "link").symlink_to(outside)
+        self.assertEqual(0, run("export", "--output", self.folder / "link", log).status)
+        self.assertEqual(("index,value\n0,1\n", 0o100640, True),
+                         (outside.read_text(), outside.stat().st_mode,
+                          (self.folder / "link").is_symlink()))
+        site = self.folder / "site"
+        site.mkdir()
+        for name in ("index.html", "App.ConnectMessage.schema.json"):
+            (site / name).symlink_to(outside)
+        for words in (("catalogue", site), ("schema", "--all", "-o", site)):
+            self.assertEqual(0, run(*words).status)
+            self.assertEqual("index,value\n0,1\n", outside.read_text(), words)
+        self.assertFalse((site / "index.html").is_symlink())
+
+    def test_help_of_one_screen(self):
+        status, text = on_terminal([TOLVMSG])
+        self.assertEqual(2, status)
+        self.assertLessEqual(len(text.splitlines()), 24)
+        self.assertLessEqual(max(map(len, text.splitlines())), 80)
+        for word in re.findall(r"^  (\w+) ", run("--help").out.decode().split("commands:\n")[1]
+                               .split("\n\n")[0], re.M):
+            self.assertIn(f"  {word} ", text)
+
+    def test_says_what_it_waits_for(self):
+        ours, theirs = pty.openpty()
+        os.write(ours, b"\x04")  # end of input
+        for words in (("decode",), ("lint",), ("diff", "-", os.devnull), ("export",), ("token", "-")):
+            with self.subTest(words):
+                done = subprocess.run([TOLVMSG, *words], stdin=theirs, capture_output=True, timeout=60)
+                self.assertRegex(done.stderr, b"^tolvmsg: waiting for (a signed token|messages)")
+                os.write(ours, b"\x04")
+        os.close(ours)
+        os.close(theirs)
+
+    def test_bound_on_a_line_in_all_commands(self):
+        long = self.file("long", attribute(6, {"trace": [1] * 100}) + b"\n" + CONNECT)
+        bound = ("--max-line", str(len(CONNECT)))
+        for words, status, shown in (
+                (("decode", long), 1, "no message: the line is longer"),
+                (("lint", long), 1, "no-message: the line is longer"),
+                (("diff", long, os.devnull), 1, "line 1 only in the first  no message"),
+                (("export", long), 1, "1 line is longer than"),
+                (("plot", "--terminal", long), 1, "1 line is longer than")):
+            with self.subTest(words):
+                done = run(words[0], *bound, *words[1:])
+                self.assertEqual(status, done.status)
+                self.assertIn(shown, done.out.decode() + done.err)
+                self.assertNotIn("longer than", run(*words).err)
 
     def test_shows_a_message_before_the_next_comes(self):
         """A message on a pipe or a terminal shows at once; the input stays open meanwhile."""
@@ -407,6 +490,9 @@ class Filters(unittest.TestCase):
                 (("--id", "3.0.0.77"), [5]),
                 (("--family", "App"), [1, 2, 3, 5]),
                 (("--family", "4"), [4]),
+                (("--family", "App", "--family", "Attrs"), [1, 2, 3, 4, 5]),
+                (("--family", "3", "--family", "App"), [1, 2, 3, 5]),  # the same once more
+                (("--family", "Attrs", "--family", "Attrs"), [4]),
                 (("--from", "panel"), [2, 5]),
                 (("--from", "panel", "--to", "instrument"), [2]),
                 (("--invalid-only",), [3, 4, 5, 6]),
@@ -415,6 +501,21 @@ class Filters(unittest.TestCase):
                 done = decode(self.LOG, *arguments)
                 self.assertEqual(lines, [row["line"] for row in done.rows()])
                 self.assertEqual(int(5 in lines or 6 in lines), done.status)
+
+    def test_file_behind_an_option(self):
+        """An option takes one value, and what follows is the file."""
+        with tempfile.NamedTemporaryFile() as log:
+            log.write(self.LOG)
+            log.flush()
+            for command in ("decode", "lint", "export", ("diff", "--ignore", "x", log.name)):
+                words = (command,) if isinstance(command, str) else command
+                for option, value in (("--id", "3.0.0.4"), ("--family", "App"), ("--from", "panel"),
+                                      ("--to", "instrument")):
+                    with self.subTest(words, option=option):
+                        ahead = run(words[0], f"{option}={value}", *words[1:], log.name)
+                        behind = run(*words, option, value, log.name)
+                        self.assertNotEqual(2, behind.status, behind.err)
+                        self.assertEqual((ahead.status, ahead.out), (behind.status, behind.out))
 
 
 class Lint(unittest.TestCase):

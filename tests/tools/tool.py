@@ -4,12 +4,15 @@ PRELOAD, NAME=VALUE, is what makes it load a library with a message class that n
 """
 
 import base64
+import fcntl
 import json
 import os
 import pathlib
+import pty
 import struct
 import subprocess
 import tempfile
+import termios
 import unittest
 
 TOLVMSG = os.environ["TOLVMSG"]
@@ -59,6 +62,24 @@ def encoded(kind, values):
 
 def classes():
     return json.loads(run("list", "--json").out)
+
+
+def on_terminal(words, until=b"", **options):
+    """What a command prints on a terminal of 24 lines; it is ended once that holds `until`."""
+    ours, theirs = pty.openpty()
+    fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("4H", 24, 80, 0, 0))
+    process = subprocess.Popen(words, stdout=theirs, **options)
+    os.close(theirs)
+    text = b""
+    try:
+        while part := os.read(ours, 65536):
+            text += part
+            if until and until in text:
+                process.terminate()
+    except OSError:  # the end
+        pass
+    os.close(ours)
+    return process.wait(60), text.replace(b"\r\n", b"\n").decode()
 
 
 class Case(unittest.TestCase):

@@ -11,6 +11,7 @@
 
 #include "attribute_description.h"
 #include "attribute_view.h"
+#include "tree_path.h"
 
 namespace Tolv::Tool {
 
@@ -126,14 +127,16 @@ Inside insideOf(Message const& message) {
     return view != nullptr ? view->inside(message) : Inside();
 }
 
-void addVerdictsInside(Message const& message, std::string const& path,
+void addVerdictsInside(Message const& message, TreePath const& path,
                        std::vector<InnerVerdict>& all) {
     auto const inside = insideOf(message);
+    TreePath const data(path, "Data");
+    TreePath const list(data, inside.key);
     for (std::size_t i = 0; i < inside.messages.size(); ++i) {
-        auto const here = path + "Data." + inside.key + '[' + std::to_string(i) + ']';
+        TreePath const here(list, i);
         if (auto verdict = verdictOf(*inside.messages[i]))
-            all.push_back({here, std::move(*verdict)});
-        addVerdictsInside(*inside.messages[i], here + '.', all);
+            all.push_back({here.text(), std::move(*verdict)});
+        addVerdictsInside(*inside.messages[i], here, all);
     }
 }
 

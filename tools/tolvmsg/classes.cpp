@@ -6,6 +6,7 @@
 #include <tolv/msgs/catalogue.h>
 
 #include "classes.h"
+#include "text.h"
 
 namespace Tolv::Tool {
 
@@ -15,7 +16,7 @@ std::string demangled(std::string const& name) {
     int status = 0;
     std::unique_ptr<char, void (*)(void*)> const text(
         abi::__cxa_demangle(name.c_str(), nullptr, nullptr, &status), &std::free);
-    return status == 0 ? text.get() : name;
+    return harmless(status == 0 ? text.get() : name);
 }
 
 MessageClass describe(Msgs::Message::MsgFactory::Entry const& entry) {

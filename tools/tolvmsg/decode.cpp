@@ -11,8 +11,10 @@
 #include "commands.h"
 #include "filter.h"
 #include "input.h"
+#include "line_bound.h"
 #include "line_reader.h"
 #include "line_views.h"
+#include "options.h"
 #include "progress.h"
 
 namespace Tolv::Tool {
@@ -24,7 +26,7 @@ struct Options {
     bool follow = false;
     bool invalidOnly = false;
     Filter filter;
-    std::size_t mostLineBytes = std::size_t{1} << 30U;
+    LineBound bound;
     std::vector<std::string> files;
 };
 
@@ -51,7 +53,7 @@ public:
 private:
     void decode(std::string const& file) {
         Input const input(file);
-        LineReader reader(input.descriptor(), options_.mostLineBytes, [this] { out_.flush(); });
+        LineReader reader(input.descriptor(), options_.bound.bytes(), [this] { out_.flush(); });
         if (options_.follow)
             reader.follow();
         Progress progress(input, out_);
@@ -63,11 +65,9 @@ private:
             if (!options_.follow)
                 progress.update();
             if (line.tooLong)
-                show(refused("the line is longer than " + std::to_string(options_.mostLineBytes) +
-                             " bytes"),
-                     where);
+                show(refused(options_.bound.complaint()), where);
             else if (line.text.find_first_not_of(" \t\r") != std::string_view::npos)
-                show(examine(printed_, line.text), where);
+                show(examine(printed_, line.text, options_.bound.limits()), where);
         }
     }
 
@@ -120,12 +120,7 @@ void addDecodeCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
     auto* const command = app.add_subcommand("decode", "Shows messages, one line of JSON each");
     command->add_flag("--json", options->json, "One JSON object a line, for programs");
-    command
-        ->add_option("--max-line", options->mostLineBytes,
-                     "A longer line is an error (default 1G; K, M and G are understood)")
-        ->transform(CLI::AsSizeValue(false))
-        ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 31U))
-        ->option_text("SIZE");
+    options->bound.addOption(*command);
     options->filter.addOptions(*command);
     command
         ->add_flag("--invalid-only", options->invalidOnly,
@@ -133,8 +128,7 @@ void addDecodeCommand(CLI::App& app, Action& chosen) {
         ->group("Filters");
     command->add_flag("--follow", options->follow,
                       "Wait for more at the end of the file, until interrupted");
-    command->add_option("FILE", options->files, "Files to read; \"-\" is the standard input")
-        ->type_name("");
+    addFiles(*command, options->files);
     command->footer(
         "A message is shown as the library reads it, with the problems: what did not read or was "
         "not\n"
@@ -153,9 +147,9 @@ void addDecodeCommand(CLI::App& app, Action& chosen) {
         "\n"
         "Examples:\n"
         "  tolvmsg decode session.ndjson\n"
-        "  tolvmsg decode --invalid-only session.ndjson        what went wrong, and why\n"
+        "  tolvmsg decode --invalid-only session.ndjson        # what went wrong, and why\n"
         "  tolvmsg decode --id ConnectMessage --from panel session.ndjson\n"
-        "  tolvmsg decode --family Attrs --follow live.ndjson  as it grows\n"
+        "  tolvmsg decode --family Attrs --follow live.ndjson  # as it grows\n"
         "  tolvmsg example 3.0.0.1 | tolvmsg decode\n"
         "  tolvmsg decode --json *.ndjson | jq 'select(.error or .problems)'\n"
         "  tolvmsg decode --json *.ndjson | jq 'select(.valid == false) | .invalid'\n"

@@ -14,8 +14,10 @@
 #include "ids.h"
 #include "input.h"
 #include "json_object.h"
+#include "line_bound.h"
 #include "line_match.h"
 #include "number_text.h"
+#include "options.h"
 #include "progress.h"
 #include "style.h"
 #include "text.h"
@@ -29,6 +31,7 @@ struct Options {
     bool json = false;
     Tolerance tolerance;
     std::vector<std::string> ignored;
+    LineBound bound;
     Filter filter;
     std::string left;
     std::string right;
@@ -46,7 +49,9 @@ struct Log {
     std::vector<Entry> entries;
 };
 
-Log readLog(std::string const& file, Filter const& filter, Output& out) {
+Log readLog(std::string const& file, Options const& options, Output& out) {
+    auto const limits = options.bound.limits();
+    auto const& filter = options.filter;
     constexpr auto mostBytes = std::size_t{1} << 30U;
     Log log;
     try {
@@ -64,8 +69,9 @@ Log readLog(std::string const& file, Filter const& filter, Output& out) {
     };
     auto const start = std::min(rest.find_first_not_of(" \t\r\n"), rest.size());
     auto const firstEnd = std::min(rest.find('\n', start), rest.size());
-    if (!blank(rest.substr(firstEnd)) && !parse(rest.substr(start, firstEnd - start)).error.empty())
-        if (auto const whole = parse(rest); whole.error.empty()) {
+    if (!blank(rest.substr(firstEnd)) &&
+        !parse(rest.substr(start, firstEnd - start), limits).error.empty())
+        if (auto const whole = parse(rest, limits); whole.error.empty()) {
             if (filter.takes(whole))
                 log.entries.push_back({rest, 1, whole.id});
             return log;
@@ -79,7 +85,7 @@ Log readLog(std::string const& file, Filter const& filter, Output& out) {
             line.remove_suffix(1);
         if (blank(line))
             continue;
-        auto const parsed = parse(line);
+        auto const parsed = parse(line, limits);
         if (filter.takes(parsed))
             log.entries.push_back({line, number, parsed.id});
         progress.update(log.text.size() - rest.size());
@@ -93,8 +99,8 @@ public:
         : options_(options), classes_(classes), out_(out) {}
 
     int run() {
-        auto const left = readLog(options_.left, options_.filter, out_);
-        auto const right = readLog(options_.right, options_.filter, out_);
+        auto const left = readLog(options_.left, options_, out_);
+        auto const right = readLog(options_.right, options_, out_);
         std::uint64_t bytes = 0;
         Progress progress(left.text.size(), out_);
         std::size_t i = 0;
@@ -166,8 +172,8 @@ private:
     void compare(Entry const& left, Entry const& right) {
         if (left.text == right.text)
             return;
-        auto const before = parse(left.text);
-        auto const after = parse(right.text);
+        auto const before = parse(left.text, options_.bound.limits());
+        auto const after = parse(right.text, options_.bound.limits());
         std::vector<Difference> all;
         if (before.error.empty() && after.error.empty())
             all = differencesOf(before.input, after.input, options_.tolerance, options_.ignored);
@@ -293,11 +299,9 @@ void addDiffCommand(CLI::App& app, Action& chosen) {
                      "The same as a part of the larger one: 1e-6")
         ->check(CLI::NonNegativeNumber)
         ->option_text("NUMBER");
-    command
-        ->add_option("--ignore", options->ignored,
-                     "A key, or a path such as Data.Timestamp, that is not compared")
-        ->expected(1)
-        ->take_all();
+    addRepeatable(*command, "--ignore", options->ignored,
+                  "A key, or a path such as Data.Timestamp, that is not compared");
+    options->bound.addOption(*command);
     options->filter.addOptions(*command);
     command->add_option("FIRST", options->left, "File; \"-\" is the standard input")
         ->required()

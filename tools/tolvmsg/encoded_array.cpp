@@ -5,13 +5,17 @@
 #include <vector>
 
 #include <tolv/core/base64.h>
+#include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/conversion.h>
+#include <tolv/msgs/introspection/detail/encoded_count.h>
 
 #include "encoded_array.h"
 
 namespace Tolv::Tool {
 
 using MetaData::Element;
+using Msgs::Introspection::Detail::encodedBits;
+using Msgs::Introspection::Detail::encodedCount;
 
 namespace {
 
@@ -36,11 +40,10 @@ std::optional<EncodedArray> EncodedArray::from(Element const& element) {
     unsigned long long count = 0;
     if (type == nullptr || len == nullptr || !TryGetAs(*type, tag) || !TryGetAs(*len, count) ||
         (text != nullptr && !text->isString()) ||
-        element.object().size() != (text != nullptr ? 3U : 2U) ||
-        (tag != 9 && (tag < 1 || tag > 4)))
+        element.object().size() != (text != nullptr ? 3U : 2U) || encodedBits(tag) == 0)
         return {};
     return EncodedArray(static_cast<Type>(tag), count,
-                        text != nullptr ? text->text() : std::string_view());
+                        text != nullptr ? std::optional(text->text()) : std::nullopt);
 }
 
 char const* EncodedArray::typeName() const noexcept {
@@ -60,32 +63,23 @@ char const* EncodedArray::typeName() const noexcept {
 }
 
 std::size_t EncodedArray::bitsPerElement() const noexcept {
-    switch (type_) {
-    case Type::boolean:
-        return 1;
-    case Type::complexBoolean:
-        return 2;
-    case Type::floating:
-        return 64;
-    case Type::complexFloating:
-        return 128;
-    case Type::integer:
-        return 32;
-    }
-    return 1;
+    return encodedBits(static_cast<unsigned int>(type_));
 }
 
-std::size_t EncodedArray::count() const noexcept {
-    auto const room = Base64::decodedSize(text_) * 8 / bitsPerElement();
-    return bitsPerElement() < 8 ? static_cast<std::size_t>(std::min<unsigned long long>(len_, room))
-                                : room;
+std::optional<std::size_t> EncodedArray::count() const noexcept {
+    return encodedCount(static_cast<unsigned int>(type_), len_, text_);
 }
 
 Samples EncodedArray::samples(std::size_t most) const {
-    auto const wanted = std::min(most, count());
-    auto const bytesWanted = (wanted * bitsPerElement() + 7) / 8;
+    auto const all = count().value_or(0);
+    auto const wanted = std::min(most, all);
+    auto const bitsWanted = wanted * bitsPerElement();
+    auto const bytesWanted = bitsWanted / 8 + (bitsWanted % 8 != 0 ? 1 : 0);
     std::vector<unsigned char> bytes((bytesWanted + 2) / 3 * 3);
-    Base64::decode(text_.substr(0, bytes.size() / 3 * 4), bytes.data(), bytes.size());
+    if (wanted > 0)
+        Base64::decode(text_->substr(0, bytes.size() / 3 * 4), bytes.data(), bytes.size());
+    if (wanted == all && bitsWanted % 8 != 0 && bytes[bytesWanted - 1] >> bitsWanted % 8 != 0)
+        throw Exception::InvalidParameter("a bit is set behind the last element");
 
     Samples samples;
     samples.isBoolean = type_ == Type::boolean || type_ == Type::complexBoolean;

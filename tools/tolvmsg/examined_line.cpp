@@ -51,10 +51,10 @@ ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
 
 } // namespace
 
-ExaminedLine parse(std::string_view json) {
+ExaminedLine parse(std::string_view json, Limits const& limits) {
     ExaminedLine line;
     try {
-        MetaData::ReaderJson::Read(line.input, json);
+        MetaData::ReaderJson::Read(line.input, json, limits);
         line.id = idOf(line.input);
     } catch (Exception::Base const& e) {
         line.error = e.what();
@@ -62,10 +62,10 @@ ExaminedLine parse(std::string_view json) {
     return line;
 }
 
-ExaminedLine examine(CapturedCout& printed, std::string_view json) {
+ExaminedLine examine(CapturedCout& printed, std::string_view json, Limits const& limits) {
     return examined(printed, [&](ExaminedLine& line) {
         MetaData::Element input;
-        MetaData::ReaderJson::Read(input, json);
+        MetaData::ReaderJson::Read(input, json, limits);
         examineTree(input, line);
     });
 }

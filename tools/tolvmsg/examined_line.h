@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include <tolv/core/limits.h>
 #include <tolv/core/msgs/message.h>
 #include <tolv/msgs/introspection/explanation.h>
 
@@ -29,10 +30,10 @@ struct ExaminedLine {
 
 /// Reads a JSON text without making its message: gives its tree and the id, where it has one. The
 /// error is set when it is no JSON. It does not throw for what the text holds.
-ExaminedLine parse(std::string_view json);
+ExaminedLine parse(std::string_view json, Limits const& limits = {});
 
 /// Makes the message of a JSON text through the factory. It does not throw for what the text holds.
-ExaminedLine examine(CapturedCout& printed, std::string_view json);
+ExaminedLine examine(CapturedCout& printed, std::string_view json, Limits const& limits = {});
 
 /// The same for a text that has been parsed.
 ExaminedLine examine(CapturedCout& printed, MetaData::Element const& input);

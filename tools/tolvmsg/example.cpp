@@ -8,6 +8,7 @@
 #include "classes.h"
 #include "commands.h"
 #include "ids.h"
+#include "text.h"
 
 namespace Tolv::Tool {
 
@@ -21,7 +22,7 @@ int printExample(std::string const& id, Output& out) {
         throw UsageError(wanted.className + " is in no catalogue, so there is no way to build one");
     std::string text;
     MetaData::WriterJson::Write(*tree, text);
-    out.write(text + '\n');
+    out.write(harmlessJson(text) + '\n');
     return success;
 }
 

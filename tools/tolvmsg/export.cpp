@@ -1,5 +1,3 @@
-#include <bit>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,9 +7,9 @@
 #include <unistd.h>
 
 #include "commands.h"
-#include "number_text.h"
 #include "output_file.h"
 #include "trace_choice.h"
+#include "trace_output.h"
 
 namespace Tolv::Tool {
 
@@ -23,38 +21,6 @@ struct Options {
     std::string output = "-";
     std::pair<double, double> x; ///< start and step; a step of 0: the index
 };
-
-void writeCsv(Trace const& trace, std::pair<double, double> const& x, Output& out) {
-    auto const& samples = trace.samples;
-    auto const text = [&](double value) {
-        return samples.isBoolean ? std::string(value != 0 ? "1" : "0") : numberText(value);
-    };
-    out.write(x.second == 0 ? "index" : "x");
-    out.write(samples.isComplex ? ",real,imag\n" : ",value\n");
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        auto row = x.second == 0 ? std::to_string(i)
-                                 : numberText(x.first + static_cast<double>(i) * x.second);
-        row.append(",").append(text(samples.real[i]));
-        if (samples.isComplex)
-            row.append(",").append(text(samples.imaginary[i]));
-        out.write(row.append("\n"));
-    }
-}
-
-void writeRaw(Samples const& samples, Output& out) {
-    auto const write = [&out](double value) {
-        auto bits = std::bit_cast<std::uint64_t>(value);
-        std::string bytes;
-        for (int i = 0; i < 8; ++i, bits >>= 8U)
-            bytes.push_back(static_cast<char>(bits & 0xFFU));
-        out.write(bytes);
-    };
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        write(samples.real[i]);
-        if (samples.isComplex)
-            write(samples.imaginary[i]);
-    }
-}
 
 int exportTrace(Options& options, Output& standardOutput) {
     auto const isRaw = options.format == "raw";
@@ -103,7 +69,7 @@ void addExportCommand(CLI::App& app, Action& chosen) {
         "  tolvmsg export --id ComplexTraceMessage --from scope session.ndjson\n"
         "  tolvmsg export --line 7 --x -1e-3 2e-6 --output t.csv session.ndjson\n"
         "  tolvmsg export --format raw --output t.f64 session.ndjson\n"
-        "  python3 -c 'import numpy; print(numpy.fromfile(\"t.f64\", \"<f8\").mean())'\n"
+        "  python3 -c 'import array; print(array.array(\"d\", open(\"t.f64\", \"rb\").read()))'\n"
         "\n"
         "Exit status: 0 written; 1 there is no such trace; 2 wrong usage, or a file that cannot\n"
         "be read; 3 the output cannot be written.");

@@ -1,11 +1,10 @@
 #include <algorithm>
 #include <charconv>
 
-#include <CLI/CLI.hpp>
-
 #include "commands.h"
 #include "filter.h"
 #include "ids.h"
+#include "options.h"
 #include "text.h"
 
 namespace Tolv::Tool {
@@ -30,7 +29,7 @@ bool hasPart(ExaminedLine const& line, char const* key, std::vector<std::string>
 
 void Filter::addOptions(CLI::App& command) {
     auto const add = [&](char const* name, std::vector<std::string>& to, char const* text) {
-        command.add_option(name, to, text)->expected(1)->take_all()->group("Filters");
+        addRepeatable(command, name, to, text)->group("Filters");
     };
     add("--id", idTexts_, "Messages of this class: an id in any notation, or an alias");
     add("--family", families_, "Messages of this family: a number, or a name such as App");
@@ -51,11 +50,13 @@ void Filter::resolve(Classes const& classes) {
             familyNumbers_.insert(number);
             continue;
         }
-        auto const size = familyNumbers_.size();
+        auto isKnown = false; // the number may be there already, from the option given before
         for (auto const& known : classes.all())
-            if (known.alias.starts_with(text + "::"))
+            if (known.alias.starts_with(text + "::")) {
                 familyNumbers_.insert(familyOf(known.id));
-        if (familyNumbers_.size() == size)
+                isKnown = true;
+            }
+        if (!isKnown)
             throw UsageError("there is no family " + quoted(text, 200) +
                              "; \"tolvmsg list\" shows all classes");
     }

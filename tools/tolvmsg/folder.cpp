@@ -1,28 +1,34 @@
 #include <cerrno>
-#include <cstdio>
-#include <memory>
+#include <filesystem>
 #include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "folder.h"
 #include "ids.h"
+#include "output_file.h"
+#include "text.h"
 
 namespace Tolv::Tool {
 
-Folder::Folder(std::filesystem::path path) : path_(std::move(path)) {
-    std::filesystem::create_directories(path_);
+Folder::Folder(std::string path) : path_(std::move(path)), descriptor_(-1) {
+    std::error_code error;
+    std::filesystem::create_directories(path_, error);
+    if (error)
+        throw OutputLost(word(path_), error.value());
+    descriptor_ = ::open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor_ < 0)
+        throw OutputLost(word(path_), errno);
 }
 
+Folder::~Folder() { ::close(descriptor_); }
+
 void Folder::write(std::string const& name, std::string_view text) const {
-    auto const full = (path_ / name).string();
-    auto* const file = std::fopen(full.c_str(), "wb");
-    auto written = file != nullptr && std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    auto error = errno;
-    if (file != nullptr && std::fclose(file) != 0 && written) {
-        error = errno;
-        written = false;
-    }
-    if (!written)
-        throw std::system_error(error, std::generic_category(), full);
+    OutputFile file(descriptor_, name, path_ + '/' + name);
+    file.output().write(text);
+    file.close();
 }
 
 std::string fileStem(MessageClass const& known) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -9,16 +8,21 @@
 namespace Tolv::Tool {
 
 /// A folder that a command fills with files. It is made when it is not there; files in it are
-/// overwritten.
+/// replaced, and so are symbolic links: nothing is written outside of it.
 class Folder {
 public:
-    /// @throws std::filesystem::filesystem_error
-    explicit Folder(std::filesystem::path path);
-    /// @throws std::system_error when the file is not whole, with its name and the reason
+    /// @throws OutputLost
+    explicit Folder(std::string path);
+    Folder(Folder const&) = delete;
+    Folder& operator=(Folder const&) = delete;
+    ~Folder();
+
+    /// @throws OutputLost when the file is not whole; an older one of that name is then left
     void write(std::string const& name, std::string_view text) const;
 
 private:
-    std::filesystem::path path_;
+    std::string path_;
+    int descriptor_;
 };
 
 /// The name of the class in names of files: "App.ConnectMessage", and the id in dotted form where

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include <fcntl.h>
@@ -12,10 +13,12 @@
 
 namespace Tolv::Tool {
 
-Input::Input(std::string const& file)
+Input::Input(std::string const& file, char const* awaited)
     : descriptor_(file == "-" ? STDIN_FILENO : ::open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
     if (descriptor_ < 0)
         throw std::system_error(errno, std::generic_category());
+    if (descriptor_ == STDIN_FILENO && ::isatty(descriptor_) == 1)
+        std::fprintf(stderr, "tolvmsg: waiting for %s; Ctrl-D ends them\n", awaited);
 }
 
 Input::~Input() {

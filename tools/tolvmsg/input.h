@@ -8,9 +8,12 @@ namespace Tolv::Tool {
 /// A file that is open for reading.
 class Input {
 public:
-    /// @param file "-": the standard input
+    /// @param file "-": the standard input. Where that is a terminal, the user is told what is
+    /// waited for
+    /// @param awaited what the file holds
     /// @throws std::system_error
-    explicit Input(std::string const& file);
+    explicit Input(std::string const& file,
+                   char const* awaited = "messages, one line of JSON each");
     Input(Input const&) = delete;
     Input& operator=(Input const&) = delete;
     ~Input();

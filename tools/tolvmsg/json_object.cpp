@@ -1,7 +1,6 @@
 #include <tolv/core/metadata/json.h>
 
 #include "json_object.h"
-#include "text.h"
 
 namespace Tolv::Tool {
 

@@ -5,10 +5,13 @@
 #include <string_view>
 #include <vector>
 
+#include "text.h"
+
 namespace Tolv::Tool {
 
 /// One JSON object in compact form, written member by member. Texts that are not valid UTF-8 are
-/// mended, so that the result is always valid.
+/// mended, so that the result is always valid, and what could harm a terminal is escaped, so that
+/// the result can be shown on one.
 class JsonObject {
 public:
     JsonObject& add(std::string_view key, std::string_view text);
@@ -20,7 +23,7 @@ public:
     /// A value that is JSON text already.
     JsonObject& addJson(std::string_view key, std::string_view json);
 
-    [[nodiscard]] std::string text() const { return text_ + '}'; }
+    [[nodiscard]] std::string text() const { return harmlessJson(text_ + '}'); }
 
 private:
     std::string text_ = "{";

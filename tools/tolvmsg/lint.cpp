@@ -1,5 +1,4 @@
 #include <array>
-#include <cmath>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,134 +7,29 @@
 
 #include <CLI/CLI.hpp>
 
-#include "attribute_view.h"
 #include "captured_cout.h"
 #include "commands.h"
 #include "examined_line.h"
 #include "filter.h"
+#include "findings.h"
 #include "ids.h"
 #include "input.h"
 #include "json_object.h"
+#include "line_bound.h"
 #include "line_reader.h"
+#include "options.h"
 #include "progress.h"
 #include "style.h"
 #include "text.h"
-#include "tree_text.h"
-
-#include <tolv/core/metadata/detail/read_hooks.h>
 
 namespace Tolv::Tool {
 
 namespace {
 
-using MetaData::Element;
-using Msgs::Introspection::Problem;
-using Msgs::Introspection::ProblemKind;
-
-/// What a log is judged for, in the order of the summary.
-enum Rule : std::size_t {
-    noMessage,
-    unknownId,
-    absent,
-    wrongValue,
-    unknownKey,
-    literal,
-    rounded,
-    invalid,
-    ruleCount
-};
-
-constexpr std::array<char const*, ruleCount> ruleNames{
-    "no-message",  "unknown-id", "absent",  "wrong-value",
-    "unknown-key", "literal",    "rounded", "invalid",
-};
-
-struct Finding {
-    Rule rule;
-    std::string path;
-    std::string text;
-    std::string found; ///< empty: nothing to show
-};
-
-Rule ruleOf(ProblemKind kind) {
-    switch (kind) {
-    case ProblemKind::absent:
-        return absent;
-    case ProblemKind::unknownLiteral:
-        return literal;
-    case ProblemKind::unknownId:
-        return unknownId;
-    case ProblemKind::unknownKey:
-        return unknownKey;
-    case ProblemKind::wrongValue:
-    case ProblemKind::consequence:
-        break;
-    }
-    return wrongValue;
-}
-
-/// Whether a reader that has doubles only, as JavaScript, takes another number for this integer.
-bool isRounded(Element const& value) {
-    if (value.isSigned()) {
-        auto const number = value.signedNumber();
-        auto const nearest = static_cast<double>(number);
-        return nearest >= 0x1p63 || static_cast<std::int64_t>(nearest) != number;
-    }
-    if (value.isUnsigned()) {
-        auto const number = value.unsignedNumber();
-        auto const nearest = static_cast<double>(number);
-        return nearest >= 0x1p64 || static_cast<std::uint64_t>(nearest) != number;
-    }
-    return false;
-}
-
-void addRounded(Element const& value, std::string const& path, std::vector<Finding>& out) {
-    if (isRounded(value)) {
-        out.push_back({rounded, path, "JavaScript rounds it", shortText(value, 60)});
-    } else if (value.isArray()) {
-        for (unsigned int i = 0; i < value.array().size(); ++i)
-            addRounded(value.array()[i], path + '[' + std::to_string(i) + ']', out);
-    } else if (value.isObject()) {
-        for (auto const& member : value.object())
-            addRounded(member.value, MetaData::Detail::pathBelow(path, member.key()), out);
-    }
-}
-
-void addProblem(Problem const& one, std::vector<Finding>& out) {
-    if (one.kind != ProblemKind::consequence) // its cause is there, too, unless the kind is unknown
-        out.push_back({ruleOf(one.kind), one.path, one.problem,
-                       one.value ? shortText(*one.value, 60) : std::string()});
-}
-
-std::vector<Finding> findingsOf(ExaminedLine const& line, Classes const& classes) {
-    std::vector<Finding> out;
-    if (!line.error.empty()) {
-        auto const isUnknown = line.id && classes.find(*line.id) == nullptr;
-        out.push_back(
-            {isUnknown ? unknownId : noMessage, isUnknown ? "MessageID" : "", line.error, ""});
-    } else {
-        for (auto const& one : line.problems)
-            addProblem(one, out);
-        if (out.empty() && !line.problems.empty()) {
-            auto const& one = line.problems.front();
-            out.push_back({wrongValue, one.path, one.problem,
-                           one.value ? shortText(*one.value, 60) : std::string()});
-        }
-        for (auto const& one : Msgs::Introspection::unknownLiterals(line.events))
-            addProblem(one, out);
-        if (auto const verdict = verdictOf(*line.message); verdict && !verdict->valid)
-            out.push_back({invalid, "Data", verdict->reason, ""});
-        for (auto const& one : verdictsInside(*line.message))
-            if (!one.verdict.valid)
-                out.push_back({invalid, one.path, one.verdict.reason, ""});
-    }
-    addRounded(line.input, "", out);
-    return out;
-}
-
 struct Options {
     bool json = false;
     bool quiet = false;
+    LineBound bound;
     Filter filter;
     std::vector<std::string> files;
 };
@@ -174,9 +68,8 @@ public:
 
 private:
     void judge(std::string const& file) {
-        constexpr auto mostLineBytes = std::size_t{1} << 30U;
         Input const input(file);
-        LineReader reader(input.descriptor(), mostLineBytes, [this] { out_.flush(); });
+        LineReader reader(input.descriptor(), options_.bound.bytes(), [this] { out_.flush(); });
         Progress progress(input, out_);
         LineReader::Line line;
         for (std::uint64_t number = 1; reader.next(line); ++number) {
@@ -185,11 +78,11 @@ private:
                 continue;
             ExaminedLine examined;
             if (line.tooLong)
-                examined.error = "the line is longer than 1 GiB";
+                examined.error = options_.bound.complaint();
             else
-                examined = examine(printed_, line.text);
+                examined = examine(printed_, line.text, options_.bound.limits());
             if (options_.filter.takes(examined))
-                judge(examined, Input::name(file), number);
+                judge(examined, file, number);
         }
     }
 
@@ -204,7 +97,7 @@ private:
             if (options_.json)
                 out_.write(asJson(one, line, file, number));
             else if (!options_.quiet)
-                out_.write(file + ':' + std::to_string(number) + ": " +
+                out_.write(Input::name(file) + ':' + std::to_string(number) + ": " +
                            style_.warning(ruleNames[one.rule]) + ": " +
                            (one.path.empty() ? "" : harmless(one.path) + ": ") +
                            harmless(one.text) + (one.found.empty() ? "" : ": " + one.found) + '\n');
@@ -290,9 +183,9 @@ void addLintCommand(CLI::App& app, Action& chosen) {
         app.add_subcommand("lint", "Judges a log for what peers stumble over, and sums up by id");
     command->add_flag("--json", options->json, "One JSON object a finding, then one an id");
     command->add_flag("--quiet", options->quiet, "The summary only");
+    options->bound.addOption(*command);
     options->filter.addOptions(*command);
-    command->add_option("FILE", options->files, "Files to read; \"-\" is the standard input")
-        ->type_name("");
+    addFiles(*command, options->files);
     command->footer(
         "The rules:\n"
         "  no-message   a line is no JSON, or no message\n"

@@ -7,28 +7,43 @@
 #include <unistd.h>
 
 #include "commands.h"
+#include "text.h"
 
 using namespace Tolv::Tool;
 
 namespace {
 
-void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", text); }
+void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", harmless(text).c_str()); }
+
+/// What fits a screen of 24 lines and 80 columns.
+std::string briefHelp(CLI::App const& app) {
+    auto text = app.get_description() + "\nUsage: tolvmsg SUBCOMMAND [OPTION...] [FILE...]\n\n";
+    for (auto const* const command : app.get_subcommands({}))
+        text += "  " + padded(command->get_name(), 11) + command->get_description() + '\n';
+    return text + "\n"
+                  "Examples:\n"
+                  "  tolvmsg decode session.ndjson  # a log, for people\n"
+                  "  tolvmsg lint session.ndjson    # what peers would stumble over\n"
+                  "  tolvmsg example ConnectMessage # a message to start from\n"
+                  "\n"
+                  "\"tolvmsg --help\" says more, \"tolvmsg SUBCOMMAND --help\" all of one.\n";
+}
 
 int run(int argc, char** argv, Output& out) {
     CLI::App app("Shows the messages that instruments and their clients exchange.", "tolvmsg");
     app.set_version_flag("--version", "tolvmsg " TOLV_VERSION);
     app.footer("Examples:\n"
-               "  tolvmsg list                                  all message classes\n"
-               "  tolvmsg example App::ConnectMessage           a message to start from\n"
-               "  tolvmsg decode session.ndjson                 a log, for people\n"
-               "  nc -U /run/instrument | tolvmsg decode --json a connection, for programs\n"
-               "  tolvmsg lint session.ndjson                   what peers would stumble over\n"
-               "  tolvmsg diff a.ndjson b.ndjson                what differs between two logs\n"
-               "  tolvmsg plot --output t.svg session.ndjson    a trace, drawn\n"
-               "  tolvmsg export session.ndjson >trace.csv      a trace, as numbers\n"
-               "  tolvmsg token --key-file shared.key login.jwt a signed token, verified\n"
-               "  tolvmsg schema App::ConnectMessage            what a validator of JSON wants\n"
-               "  tolvmsg catalogue site                        pages about all messages\n"
+               "  tolvmsg list                                    # all message classes\n"
+               "  tolvmsg example App::ConnectMessage             # a message to start from\n"
+               "  tolvmsg decode session.ndjson                   # a log, for people\n"
+               "  nc -U /run/instrument | tolvmsg decode --json   # a connection, for programs\n"
+               "  tolvmsg lint session.ndjson                     # what peers would stumble over\n"
+               "  tolvmsg diff a.ndjson b.ndjson                  # what differs between two logs\n"
+               "  tolvmsg plot --output t.svg session.ndjson      # a trace, drawn\n"
+               "  tolvmsg export session.ndjson >trace.csv        # a trace, as numbers\n"
+               "  tolvmsg token --key-file shared.key login.jwt   # a signed token, verified\n"
+               "  tolvmsg schema App::ConnectMessage              # what a JSON validator wants\n"
+               "  tolvmsg catalogue site                          # pages about all messages\n"
                "\n"
                "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, two\n"
                "logs differ, there is no such trace, or a token is not authentic;\n"
@@ -36,7 +51,7 @@ int run(int argc, char** argv, Output& out) {
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
     app.failure_message([](CLI::App const*, CLI::Error const& e) {
-        return "tolvmsg: " + std::string(e.what()) + "\n\"tolvmsg --help\" says more\n";
+        return "tolvmsg: " + harmless(e.what()) + "\n\"tolvmsg --help\" says more\n";
     });
 
     Action chosen;
@@ -50,6 +65,10 @@ int run(int argc, char** argv, Output& out) {
     addTokenCommand(app, chosen);
     addSchemaCommand(app, chosen);
     addCatalogueCommand(app, chosen);
+    if (argc < 2) {
+        out.write(briefHelp(app));
+        return wrongUsage;
+    }
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& result) {
@@ -66,8 +85,10 @@ int run(int argc, char** argv, Output& out) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that goes away is told by write(), so that the exit status is ours.
+    // write() tells of a reader that went away and of a file beyond its limit, so that the exit
+    // status is ours.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     Output out(STDOUT_FILENO);
     try {
         auto const status = run(argc, argv, out);

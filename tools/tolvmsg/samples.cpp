@@ -63,10 +63,11 @@ std::optional<Samples> samplesOf(Element const& element) {
     if (element.isArray())
         return PlainSamples().take(element.array());
     auto const encoded = EncodedArray::from(element);
-    if (!encoded || encoded->statedCount() != encoded->count())
+    auto const count = encoded ? encoded->count() : std::nullopt;
+    if (!count)
         return {};
     try {
-        return encoded->samples(encoded->count());
+        return encoded->samples(*count);
     } catch (Exception::Base const&) { // no base64
         return {};
     }

@@ -23,7 +23,7 @@ struct Samples {
 };
 
 /// The samples of an array in plain or in encoded form. Empty for anything else, for an encoded
-/// array that is damaged, and for integers that a double does not hold.
+/// array that a reader refuses, and for integers that a double does not hold.
 std::optional<Samples> samplesOf(MetaData::Element const& element);
 
 } // namespace Tolv::Tool

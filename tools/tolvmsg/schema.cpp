@@ -7,6 +7,7 @@
 
 #include "folder.h"
 #include "schema.h"
+#include "text.h"
 
 namespace Tolv::Tool {
 
@@ -301,6 +302,7 @@ Element schemaOfAny(Classes const& classes) {
 std::string indentedJson(Element const& tree) {
     std::string text;
     MetaData::WriterJson::Write(tree, text, false);
+    text = harmlessJson(std::move(text));
     return text.ends_with('\n') ? text : text + '\n';
 }
 

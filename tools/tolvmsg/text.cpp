@@ -1,4 +1,7 @@
 #include <algorithm>
+#include <array>
+#include <cstring>
+#include <utility>
 
 #include <tolv/core/utf8.h>
 
@@ -8,30 +11,98 @@ namespace Tolv::Tool {
 
 namespace {
 
-void appendHex(std::string& out, unsigned char code) {
-    constexpr char digits[] = "0123456789abcdef";
-    out.append("\\u00").append({digits[code >> 4U], digits[code & 0xFU]});
+/// Characters that move the cursor of a terminal, change the order or the look of the text around
+/// them, or do not show at all.
+constexpr std::array<std::pair<char32_t, char32_t>, 12> harmful{{
+    {0x0000, 0x001F},   // C0
+    {0x007F, 0x009F},   // DELETE and C1
+    {0x00AD, 0x00AD},   // soft hyphen
+    {0x061C, 0x061C},   // Arabic letter mark
+    {0x180E, 0x180E},   // Mongolian vowel separator
+    {0x200B, 0x200F},   // zero width; marks of direction
+    {0x2028, 0x202E},   // line and paragraph separators; embeddings and overrides of direction
+    {0x2060, 0x206F},   // invisible operators; isolates of direction
+    {0xFEFF, 0xFEFF},   // byte order mark
+    {0xFFF9, 0xFFFB},   // interlinear annotation
+    {0x1D173, 0x1D17A}, // invisible musical symbols
+    {0xE0000, 0xE007F}, // tags
+}};
+
+bool isHarmful(char32_t code) {
+    return std::any_of(harmful.begin(), harmful.end(), [&](auto const& range) {
+        return code >= range.first && code <= range.second;
+    });
 }
 
-/// @param special what gets a backslash, beside control characters
-std::string escaped(std::string_view text, std::string_view special) {
-    auto const valid = validUtf8(text);
-    std::string out;
-    for (std::size_t i = 0; i < valid.size(); ++i) {
-        auto const byte = static_cast<unsigned char>(valid[i]);
-        if (special.find(valid[i]) != special.npos) {
-            out.append({'\\', valid[i]});
-        } else if (byte == '\n') {
-            out.append("\\n");
-        } else if (byte == '\t') {
-            out.append("\\t");
-        } else if (byte < 0x20 || byte == 0x7F) {
-            appendHex(out, byte);
-        } else if (byte == 0xC2 && static_cast<unsigned char>(valid[i + 1]) < 0xA0) {
-            appendHex(out, static_cast<unsigned char>(valid[++i])); // U+0080 to U+009F
-        } else {
-            out.push_back(valid[i]);
+/// The character at the start of a text, which is valid UTF-8, and its bytes.
+std::pair<char32_t, std::size_t> firstOf(std::string_view text) {
+    auto const lead = static_cast<unsigned char>(text[0]);
+    std::size_t const size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    char32_t code = size == 1 ? lead : lead & (0x7FU >> size);
+    for (std::size_t i = 1; i < size; ++i)
+        code = code << 6U | (static_cast<unsigned char>(text[i]) & 0x3FU);
+    return {code, size};
+}
+
+/// As JSON has it: two halves for what lies beyond 16 bits.
+void appendEscape(std::string& out, char32_t code) {
+    auto const append = [&out](char32_t unit) {
+        constexpr char digits[] = "0123456789abcdef";
+        out.append("\\u");
+        for (unsigned int shift = 16; shift > 0; shift -= 4)
+            out.push_back(digits[unit >> (shift - 4) & 0xFU]);
+    };
+    if (code == '\n') {
+        out.append("\\n");
+    } else if (code == '\t') {
+        out.append("\\t");
+    } else if (code < 0x10000) {
+        append(code);
+    } else {
+        append(0xD800 + ((code - 0x10000) >> 10U));
+        append(0xDC00 + ((code - 0x10000) & 0x3FFU));
+    }
+}
+
+/// The number of bytes at the start of a text that are printable ASCII or control characters below
+/// it. @param withControls whether the latter count
+std::size_t plainBytes(std::string_view text, bool withControls) {
+    std::size_t at = 0;
+    if (withControls)
+        for (std::uint64_t bytes = 0; at + sizeof bytes <= text.size(); at += sizeof bytes) {
+            std::memcpy(&bytes, text.data() + at, sizeof bytes);
+            // A byte of 0x7F and more has its top bit set, or gets it by the addition.
+            if (((bytes + 0x0101010101010101U) | bytes) & 0x8080808080808080U)
+                break;
         }
+    while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x7F &&
+           (withControls || text[at] >= 0x20))
+        ++at;
+    return at;
+}
+
+/// The text with each harmful character escaped.
+/// @param special what gets a backslash besides
+/// @param keepsControls whether C0 stays
+std::string escaped(std::string_view text, std::string_view special, bool keepsControls) {
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        auto plain = plainBytes(text, keepsControls);
+        if (!special.empty())
+            plain = std::min(plain, text.substr(0, plain).find_first_of(special));
+        out.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
+        auto const [code, size] = firstOf(text);
+        if (special.find(text[0]) != special.npos)
+            out.append({'\\', text[0]});
+        else if (isHarmful(code))
+            appendEscape(out, code);
+        else
+            out.append(text.substr(0, size));
+        text.remove_prefix(size);
     }
     return out;
 }
@@ -42,13 +113,17 @@ std::string quoted(std::string_view text, std::size_t mostBytes) {
     auto shown = text.substr(0, mostBytes);
     if (shown.size() < text.size())
         shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character
-    auto out = '"' + escaped(shown, "\"\\");
+    auto out = '"' + escaped(validUtf8(shown), "\"\\", false);
     if (shown.size() < text.size())
         return out + "...\" (" + std::to_string(text.size()) + " bytes)";
     return out + '"';
 }
 
-std::string harmless(std::string_view text) { return escaped(text, {}); }
+std::string harmless(std::string_view text) { return escaped(validUtf8(text), {}, false); }
+
+std::string harmlessJson(std::string json) {
+    return plainBytes(json, true) == json.size() ? std::move(json) : escaped(json, {}, true);
+}
 
 std::string unquoted(std::string_view text, std::size_t mostBytes) {
     auto safe = quoted(text, mostBytes);

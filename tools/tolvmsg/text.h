@@ -7,12 +7,19 @@
 
 namespace Tolv::Tool {
 
-/// The text in quotes, with everything escaped that could move the cursor of a terminal. Beyond
-/// `mostBytes` it is cut, and its length told.
-std::string quoted(std::string_view text, std::size_t mostBytes);
-
-/// The text with everything escaped that could move the cursor of a terminal.
+/// The text with each character escaped that could harm a reader at a terminal: what moves the
+/// cursor, changes the direction of the text, or is invisible. Bytes that are not valid UTF-8
+/// become U+FFFD. All text that comes from outside (input, file names, error texts that quote
+/// either) goes through this function or one of those below before it is printed.
 std::string harmless(std::string_view text);
+
+/// The same for a JSON text, which stays one and keeps its value: there is nothing to escape
+/// outside of its strings. C0 is left alone, since within strings it is escaped already.
+/// @param json valid UTF-8
+std::string harmlessJson(std::string json);
+
+/// The text in quotes, harmless. Beyond `mostBytes` it is cut, and its length told.
+std::string quoted(std::string_view text, std::size_t mostBytes);
 
 /// The text as it is where nothing in it has to be escaped or cut, else as `quoted` gives it.
 std::string unquoted(std::string_view text, std::size_t mostBytes);

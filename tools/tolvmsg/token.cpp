@@ -65,7 +65,7 @@ std::shared_ptr<HmacSha256> algorithmOf(std::string const& keyFile) try {
 /// The text of the token, without white space around it.
 std::string readToken(std::string const& file) try {
     constexpr auto space = " \t\r\n";
-    auto const text = Input(file).read(mostTokenBytes + 1);
+    auto const text = Input(file, "a signed token").read(mostTokenBytes + 1);
     if (text.size() > mostTokenBytes)
         throw UsageError(Input::name(file) + " is longer than " + std::to_string(mostTokenBytes) +
                          " bytes");

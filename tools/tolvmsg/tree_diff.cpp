@@ -3,10 +3,10 @@
 #include <limits>
 
 #include <tolv/core/metadata/conversion.h>
-#include <tolv/core/metadata/detail/read_hooks.h>
 
 #include "number_text.h"
 #include "tree_diff.h"
+#include "tree_path.h"
 #include "tree_text.h"
 
 namespace Tolv::Tool {
@@ -46,9 +46,9 @@ public:
     Comparison(Tolerance const& tolerance, std::vector<std::string> const& ignored)
         : tolerance_(tolerance), ignored_(ignored) {}
 
-    void compare(Element const& left, Element const& right, std::string const& path) {
-        if (left == right)
-            return;
+    /// Goes down at once: to compare whole subtrees first would compare each again at every level
+    /// above it.
+    void compare(Element const& left, Element const& right, TreePath const& path) {
         if (left.isObject() && right.isObject() && compareSamples(left, right, path))
             return;
         if (left.isObject() && right.isObject())
@@ -64,24 +64,24 @@ public:
 private:
     using Kind = Difference::Kind;
 
-    void add(Kind kind, std::string const& path, Element const* left, Element const* right) {
+    void add(Kind kind, TreePath const& path, Element const* left, Element const* right) {
         all_.push_back({kind,
-                        path,
+                        path.text(),
                         left != nullptr ? shortText(*left, mostShown) : std::string(),
                         right != nullptr ? shortText(*right, mostShown) : std::string(),
                         {},
                         {}});
     }
 
-    [[nodiscard]] bool isIgnored(std::string_view key, std::string const& path) const {
+    [[nodiscard]] bool isIgnored(std::string_view key, TreePath const& path) const {
         return std::any_of(ignored_.begin(), ignored_.end(),
-                           [&](auto const& one) { return one == key || one == path; });
+                           [&](auto const& one) { return one == key || path.is(one); });
     }
 
     void compareObjects(MetaData::Object const& left, MetaData::Object const& right,
-                        std::string const& path) {
+                        TreePath const& path) {
         for (auto const& member : left) {
-            auto const here = MetaData::Detail::pathBelow(path, member.key());
+            TreePath const here(path, member.key());
             if (isIgnored(member.key(), here))
                 continue;
             auto const* const other = right.find(member.key());
@@ -93,33 +93,35 @@ private:
                 add(Kind::changed, here, &member.value, other);
         }
         for (auto const& member : right) {
-            auto const here = MetaData::Detail::pathBelow(path, member.key());
+            TreePath const here(path, member.key());
             if (left.find(member.key()) == nullptr && !isIgnored(member.key(), here))
                 add(Kind::onlyRight, here, nullptr, &member.value);
         }
     }
 
     /// Of which at least one is an array.
-    void compareArrays(Element const& left, Element const& right, std::string const& path) {
+    void compareArrays(Element const& left, Element const& right, TreePath const& path) {
         if (compareSamples(left, right, path))
             return;
         if (!left.isArray() || !right.isArray()) {
             add(Kind::changed, path, &left, &right);
             return;
         }
-        auto const below = [&path](unsigned int i) { return path + '[' + std::to_string(i) + ']'; };
         auto const& before = left.array();
         auto const& after = right.array();
         auto const both = std::min(before.size(), after.size());
         for (unsigned int i = 0; i < both; ++i)
-            compare(before[i], after[i], below(i));
+            compare(before[i], after[i], {path, i});
         for (auto i = both; i < before.size(); ++i)
-            add(Kind::onlyLeft, below(i), &before[i], nullptr);
+            add(Kind::onlyLeft, {path, i}, &before[i], nullptr);
         for (auto i = both; i < after.size(); ++i)
-            add(Kind::onlyRight, below(i), nullptr, &after[i]);
+            add(Kind::onlyRight, {path, i}, nullptr, &after[i]);
     }
 
-    void compareValues(Element const& left, Element const& right, std::string const& path) {
+    /// Of which at most one is an array or an object.
+    void compareValues(Element const& left, Element const& right, TreePath const& path) {
+        if (left == right)
+            return;
         auto const before = numberOf(left);
         auto const after = numberOf(right);
         if (before && after && tolerance_.covers(*before, *after) && !isExact())
@@ -135,7 +137,7 @@ private:
     }
 
     /// @return false when they are not both samples of the same kind
-    bool compareSamples(Element const& left, Element const& right, std::string const& path) {
+    bool compareSamples(Element const& left, Element const& right, TreePath const& path) {
         auto const before = samplesOf(left);
         auto const after = before ? samplesOf(right) : std::nullopt;
         if (!before || !after)
@@ -144,15 +146,20 @@ private:
         if (both > 0 &&
             (before->isComplex != after->isComplex || before->isBoolean != after->isBoolean))
             return false;
+        if (auto const* const stated = left.find("len"))
+            if (auto const* const other = right.find("len");
+                other != nullptr && before->size() == after->size() && *stated != *other)
+                add(Kind::changed, {path, "len"}, stated, other); // one of them lies
         if (before->size() != after->size())
-            all_.push_back({Kind::length, path, lengthText(*before), lengthText(*after), {}, {}});
+            all_.push_back(
+                {Kind::length, path.text(), lengthText(*before), lengthText(*after), {}, {}});
         SampleDifference found;
         for (std::size_t i = 0; i < both; ++i)
             if (!tolerance_.covers((*before)[i], (*after)[i]))
                 addSample(found, i, distance((*before)[i], (*after)[i]));
         if (found.count > 0)
             all_.push_back({Kind::samples,
-                            path,
+                            path.text(),
                             sampleText(*before, found.at),
                             sampleText(*after, found.at),
                             {},

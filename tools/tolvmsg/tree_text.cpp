@@ -55,11 +55,17 @@ private:
     }
 
     void add(EncodedArray const& encoded) {
-        text_.append(std::to_string(encoded.count()) + " x " + encoded.typeName());
-        if (encoded.statedCount() != encoded.count())
-            text_.append(" (\"len\" says " + std::to_string(encoded.statedCount()) + ")");
+        auto const stated = std::to_string(encoded.statedCount());
+        auto const count = encoded.count();
+        if (!count) {
+            text_.append(stated + " x " + encoded.typeName() + ", not in the text");
+            return;
+        }
+        text_.append(std::to_string(*count) + " x " + encoded.typeName());
+        if (encoded.statedCount() != *count)
+            text_.append(" (\"len\" says " + stated + ")");
         try {
-            auto const* separator = encoded.count() > mostValues ? ", first " : ": ";
+            auto const* separator = *count > mostValues ? ", first " : ": ";
             for (auto const& value : encoded.values(mostValues)) {
                 text_.append(std::exchange(separator, ", "));
                 add(value);

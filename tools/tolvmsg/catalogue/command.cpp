@@ -2,12 +2,14 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
 #include "catalogue/pages.h"
 #include "catalogue/resources.h"
 #include "commands.h"
 #include "folder.h"
 #include "schema.h"
+#include "text.h"
 
 namespace Tolv::Tool {
 
@@ -27,7 +29,9 @@ int writeCatalogue(std::string const& path, Output& out) {
         folder.write(entries[i].stem + ".schema.json",
                      indentedJson(schemaOf(classes, entries[i].description)));
     }
-    out.write(path + "/index.html\n");
+    auto const index = path + "/index.html";
+    // A program gets the name as it is.
+    out.write((::isatty(STDOUT_FILENO) == 1 ? unquoted(index, 4096) : index) + '\n');
     return success;
 }
 

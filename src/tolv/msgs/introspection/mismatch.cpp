@@ -6,6 +6,7 @@
 #include <tolv/core/base64.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
+#include <tolv/msgs/introspection/detail/encoded_count.h>
 
 namespace Tolv::Msgs::Introspection::Detail {
 
@@ -121,19 +122,31 @@ void addEntries(Type const& list, Element const& value, std::string const& path,
         addWhole(entry, value.array()[i], path + '[' + std::to_string(i) + ']', out);
 }
 
-void addEncoded(Element const& value, std::string const& path, Problems& out) {
-    unsigned long long count = 0;
-    for (auto const* key : {"type", "len"}) {
+/// The number of truth values that so many bytes can hold, as a range.
+std::string packedRange(std::size_t bytes, std::size_t perByte) {
+    if (bytes == 0)
+        return "0";
+    return std::to_string((bytes - 1) * perByte + 1) + " to " + std::to_string(bytes * perByte);
+}
+
+void addEncoded(Type const& list, Element const& value, std::string const& path, Problems& out) {
+    auto const integerAt = [&](char const* key) -> std::optional<unsigned long long> {
         auto const* const number = value.find(key);
+        unsigned long long result = 0;
         if (number == nullptr)
             out.push_back(absence(path + '.' + key));
-        else if (!TryGetAs(*number, count))
-            out.push_back(
-                problem(path + '.' + key, "expected a number of elements or a type", *number));
-    }
+        else if (!TryGetAs(*number, result))
+            out.push_back(problem(path + '.' + key,
+                                  "expected an integer from 0 to 18446744073709551615", *number));
+        else
+            return result;
+        return {};
+    };
+    integerAt("type");
+    auto const len = integerAt("len");
     auto const* const text = value.find("base64");
     if (text == nullptr) {
-        if (count > 0)
+        if (len && *len > 0)
             out.push_back(absence(path + ".base64"));
         return;
     }
@@ -142,10 +155,18 @@ void addEncoded(Element const& value, std::string const& path, Problems& out) {
         return;
     }
     try {
-        std::vector<unsigned char> bytes(Base64::decodedSize(text->text()));
-        Base64::decode(text->text(), bytes.data(), bytes.size());
+        Base64::decode(text->text(), nullptr, 0);
     } catch (Exception::Base const& e) {
         out.push_back({ProblemKind::wrongValue, path + ".base64", e.what(), {}});
+        return;
+    }
+    if (len && !encodedCount(list.encodedTag, *len, text->text())) {
+        auto const bytes = Base64::decodedSize(text->text());
+        out.push_back(problem(path + ".len",
+                              "expected " + packedRange(bytes, 8 / encodedBits(list.encodedTag)) +
+                                  ", the text holds " + std::to_string(bytes) +
+                                  (bytes == 1 ? " byte" : " bytes"),
+                              *value.find("len")));
     }
 }
 
@@ -241,22 +262,18 @@ std::optional<Problem> lengthMismatch(FieldDescription const& field, Element con
                                       std::string const& path) {
     if (field.type == nullptr || field.type->encodedTag == 0 || !value.isObject())
         return {};
-    auto const& element = *field.type->element;
-    auto const size = element.kind == TypeKind::pair     ? 2 * sizeof(double)
-                      : element.kind == TypeKind::number ? sizeof(double)
-                                                         : sizeof(int);
-    auto const isPacked =
-        element.kind == TypeKind::boolean ||
-        (element.element != nullptr && element.element->kind == TypeKind::boolean);
+    auto const bits = encodedBits(field.type->encodedTag);
     auto const* const text = value.find("base64");
     auto const* const stated = value.find("len");
     unsigned long long len = 0;
-    if (isPacked || text == nullptr || !text->isString() || stated == nullptr ||
-        !TryGetAs(*stated, len) || len == Base64::decodedSize(text->text()) / size)
+    // Truth values are not read when "len" is wrong, which is told elsewhere.
+    if (bits < 8 || text == nullptr || !text->isString() || stated == nullptr ||
+        !TryGetAs(*stated, len))
         return {};
-    return problem(path + ".len",
-                   "the text holds " + std::to_string(Base64::decodedSize(text->text()) / size),
-                   *stated);
+    auto const held = Base64::decodedSize(text->text()) / (bits / 8);
+    if (len == held)
+        return {};
+    return problem(path + ".len", "the text holds " + std::to_string(held), *stated);
 }
 
 Problems problemsInside(FieldDescription const& field, Element const& value,
@@ -266,7 +283,7 @@ Problems problemsInside(FieldDescription const& field, Element const& value,
     if (type.kind == TypeKind::list && value.isArray())
         addEntries(type, value, path, out);
     else if (type.kind == TypeKind::list && value.isObject())
-        addEncoded(value, path, out);
+        addEncoded(type, value, path, out);
     else if (type.kind == TypeKind::record && type.strict && value.isObject())
         addKeys(type, value, path, out);
     else if (type.kind == TypeKind::message && !type.messageId && value.isObject())
