@@ -1,6 +1,6 @@
 // Base64 of a block of samples, beside a copy of the same block. The rates are bytes of the block
-// per second, whichever way it goes. Blocks of 8 MB do not fit the second level cache, so what the
-// copy reaches is the bound here; the small ones show the cost of the code itself.
+// per second in both directions. Blocks of 8 MB do not fit into the second-level cache, so the rate
+// of the copy is the bound; small blocks show the cost of the code itself.
 
 #include <tolv/core/base64.h>
 #include <tolv/core/bit_vectors.h>
@@ -70,7 +70,7 @@ void decodeKernel(benchmark::State& state, Kernel const* kernel) {
     setRate(state);
 }
 
-// What a message does: a new string for every block, with the memory for it.
+// As a message does: a new string for every block.
 void encodeNewString(benchmark::State& state) {
     Bytes const block = blockFor(state);
     for (auto _ : state) {
@@ -122,7 +122,7 @@ BENCHMARK(decodeBits<std::vector<bool>>)->Arg(largeBlock);
 BENCHMARK(encodeBits<std::vector<std::complex<bool>>>)->Arg(largeBlock);
 BENCHMARK(decodeBits<std::vector<std::complex<bool>>>)->Arg(largeBlock);
 
-// The kernels there are depend on the build and the processor.
+// The available kernels depend on the build and the processor.
 bool const kernelsRegistered = [] {
     for (Kernel const* kernel : Tolv::Base64::Detail::kernels()) {
         if (!kernel->isSupported())

@@ -10,7 +10,7 @@ namespace {
 
 using namespace Tolv::Bench;
 
-/// How often this thread gave up its processor in order to wait for something.
+/// How often this thread has given up its processor to wait.
 long waits() {
     rusage usage{};
     getrusage(RUSAGE_THREAD, &usage);
@@ -19,7 +19,7 @@ long waits() {
 
 void run(benchmark::State& state, Road const& road) {
     auto const prepared = road.prepare();
-    prepared.step(); // whatever gets made on first use
+    prepared.step(); // creates what exists once per process
     Tolv::Testing::Counted const counted;
     prepared.step();
     auto const allocations = counted.allocations();

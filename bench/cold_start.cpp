@@ -1,5 +1,5 @@
-// What a program pays for both libraries: their loading with all registrations. Prints the
-// nanoseconds of processor time; a process can measure it once.
+// The cost of loading both libraries, including all registrations. Prints nanoseconds of processor
+// time; a process can measure it only once.
 //   tolv_cold_start CORE_LIBRARY MESSAGES_LIBRARY
 #include <cstdlib>
 #include <ctime>

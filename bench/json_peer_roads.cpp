@@ -1,5 +1,5 @@
 // The roads of nlohmann-json and cereal to the same content, and of RapidJSON, which has no typed
-// messages, to its tree. Each road out is proved once to say the same as the text of ours.
+// messages, to its tree. The text of each is compared once with ours.
 #include <sstream>
 #include <stdexcept>
 
@@ -112,7 +112,7 @@ Road cerealWrites(std::string const& road, TextOf text) {
 
 // ---- RapidJSON -------------------------------------------------------------------------------
 
-/// Memory from `operator new`, so that it gets counted.
+/// Memory from `operator new`, so that it is counted.
 struct NewAllocator {
     [[maybe_unused]] static constexpr bool kNeedFree = true;
     static void* Malloc(std::size_t size) { return size != 0 ? ::operator new(size) : nullptr; }
@@ -132,7 +132,7 @@ using RapidDocument =
     rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<NewAllocator>,
                                NewAllocator>;
 
-/// As strict and as exact as it can be.
+/// As strict and as exact as possible.
 RapidDocument fromRapid(std::string const& text) {
     RapidDocument tree;
     tree.Parse<rapidjson::kParseFullPrecisionFlag | rapidjson::kParseValidateEncodingFlag |

@@ -1,5 +1,5 @@
-// What can't be avoided of the way of a trace: a copy of the bytes, and the bare work of finding
-// the text and of its base64, into memory that is in use already.
+// The unavoidable work for a trace: a copy of its bytes; and finding the text and converting its
+// base64, into memory that is already in use.
 #include <cstring>
 #include <vector>
 

@@ -24,14 +24,14 @@ Prepared writing(M const& message) {
     });
 }
 
-/// Two roads: there and back, of what `make` makes.
+/// The two roads, to text and back, of the message that `make` returns.
 template <class Make>
 void enterBoth(std::string const& name, Make make) {
     roads().push_back({name + " read/ours", [make] { return reading(textOf(make())); }});
     roads().push_back({name + " write/ours", [make] { return writing(make()); }});
 }
 
-/// The factory alone. Each thread has a tree of its own, as it would have read it itself.
+/// Only the factory. Each thread has a tree of its own, as if it had read it.
 Prepared creating() {
     MetaData::Element tree;
     MetaData::ReaderJson::Read(tree, connectText());
@@ -40,7 +40,7 @@ Prepared creating() {
 
 template <class T>
 Prepared building() {
-    // Not by readingWith(), which would also count a move.
+    // Not with readingWith(), which would also count a move.
     return writingWith([] {
         T const object;
         keep(object);
@@ -87,10 +87,9 @@ void enterBatches(std::string const& name, bool described) {
         {name + " write/singles", [=] { return writingSingles(described); }, batchSize});
 }
 
-// ---- Series of sizes, for the plot
-// ---------------------------------------------------------------
+// ---- Series of sizes, for the plot -----------------------------------------------------------
 
-/// A record with as many fields as wanted.
+/// A record with any number of fields.
 class Wide : public MetaData::MirroredObject {
 public:
     explicit Wide(std::size_t count) {
@@ -154,7 +153,7 @@ void enterScales() {
     enterSeries("batch entries", 1, 10'000, both([](auto count) { return batch(count, false); }));
     enterSeries("samples", 10, 10'000'000, both(&trace));
     enterSeries("plain samples", 10, 1'000'000, both(&plainTrace));
-    // What the memory alone costs.
+    // The cost of memory alone.
     enterSeries("samples", 10, 10'000'000,
                 [](string const& name, string const& size, std::size_t count) {
                     roads().push_back({name + " copied/" + size, [=] {

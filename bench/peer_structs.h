@@ -10,8 +10,8 @@
 #include <nlohmann/json.hpp>
 
 /// @file
-/// The same messages as a user of nlohmann-json and cereal would write them. Members are named as
-/// the keys of the wire, as the macros of both want it.
+/// The same messages as a user of nlohmann-json and cereal would write them. Members are named like
+/// the keys on the wire, as the macros of both require.
 namespace Tolv::Bench::Peer {
 
 template <class Payload>
@@ -90,7 +90,7 @@ struct EncodedArray {
     NLOHMANN_DEFINE_TYPE_INTRUSIVE(EncodedArray, type, len, base64)
 };
 
-/// A trace, its samples in the form `Samples`. Nothing else is set, also no address.
+/// A trace, with its samples in the form `Samples`. Nothing else is set, not even an address.
 template <class Samples>
 struct Trace {
     struct Payload {

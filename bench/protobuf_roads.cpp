@@ -32,7 +32,7 @@ M fromBinary(std::string const& bytes) {
     return message;
 }
 
-/// All fields, also those with the value zero, as ours writes them.
+/// All fields, including those with the value zero, as our writer does.
 template <class M>
 void toJson(M const& message, std::string& text) {
     pb::util::JsonPrintOptions options;

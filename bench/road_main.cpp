@@ -1,9 +1,9 @@
-// One road in a process of its own, for what a look at a whole process tells: peak memory,
-// instructions, profiles.
+// One road in a process of its own, for figures of a whole process: peak memory, instructions,
+// profiles.
 //
-//   tolv_road                  names the roads
-//   tolv_road ROAD COUNT       goes it so many times; prints what it took, as JSON
-//   tolv_road --check          goes each that is quick; fails when one throws within
+//   tolv_road                  lists the roads
+//   tolv_road ROAD COUNT       runs it that often; prints the cost as JSON
+//   tolv_road --check          runs each short road; fails if one throws
 #include <chrono>
 #include <cstdlib>
 #include <exception>
@@ -31,9 +31,9 @@ long status(std::string const& key) {
 
 int go(Road const& road, long count) {
     auto const prepared = road.prepare();
-    // What the inputs took shall not hide what the road takes.
+    // The memory of the inputs must not hide that of the road.
     malloc_trim(0);
-    std::ofstream("/proc/self/clear_refs") << "5" << std::flush; // the peak starts anew
+    std::ofstream("/proc/self/clear_refs") << "5" << std::flush; // resets the peak
     auto const before = status("VmRSS");
     auto const start = std::chrono::steady_clock::now();
     for (long i = 0; i < count; ++i)

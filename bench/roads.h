@@ -7,26 +7,27 @@
 #include <vector>
 
 /// @file
-/// The list of what is measured. Files named *_roads.cpp enter roads, the programs run them:
-/// `tolv_bench` takes times, `tolv_road` runs one road for tools that look at a whole process.
+/// The list of what is measured. Files named *_roads.cpp add roads, and two programs run them:
+/// `tolv_bench` measures times, `tolv_road` runs one road for tools that measure a whole process.
 namespace Tolv::Bench {
 
-/// Has the compiler compute `value`, and believe that all memory has changed.
+/// Makes the compiler compute `value` and assume that all memory has changed.
 template <class T>
 void keep(T const& value) {
     asm volatile("" : : "r"(&value) : "memory");
 }
 
-/// Bytes that malloc has given out to this process.
+/// Bytes that malloc has allocated to this process.
 std::size_t bytesInUse();
 
-/// A road that is ready to go: its inputs exist.
+/// A road whose inputs are ready.
 struct Prepared {
-    std::function<void()> step;        ///< goes the road once
-    std::function<std::size_t()> held; ///< goes it once: bytes that the result holds; or empty
+    std::function<void()> step; ///< runs the road once
+    std::function<std::size_t()>
+        held; ///< runs it once; returns the bytes that the result holds. May be empty
 };
 
-/// A road to a result: what `make` returns is dropped again within the step.
+/// A road to a result: the step destroys what `make` returns.
 template <class Make>
 Prepared readingWith(Make make) {
     return {[make] { keep(make()); },
@@ -38,7 +39,7 @@ Prepared readingWith(Make make) {
             }};
 }
 
-/// A road into something that is used again.
+/// A road into an object that is reused.
 template <class Go>
 Prepared writingWith(Go go) {
     return {std::move(go), {}};
@@ -47,14 +48,14 @@ Prepared writingWith(Go go) {
 struct Road {
     std::string name; ///< "road/library"
     std::function<Prepared()> prepare;
-    std::size_t elements = 1;   ///< that one step handles
+    std::size_t elements = 1;   ///< handled in one step
     std::vector<int> threads{}; ///< numbers of threads to try; empty: only one
 };
 
-/// All roads, in the order of their entry.
+/// All roads, in the order in which they were added.
 std::vector<Road>& roads();
 
-/// Enters roads while the program starts: one static object a file.
+/// Adds roads at program start: one static object per file.
 struct Entered {
     Entered(std::initializer_list<Road> list) { roads().insert(roads().end(), list); }
 };

@@ -31,7 +31,7 @@ if(TOLV_WERROR)
 endif()
 
 if(NOT TOLV_SIMD)
-    # Without these the sources, and Boost.JSON, take the ways of a processor that has none.
+    # The sources then choose the code for processors without vector instructions.
     add_compile_definitions(TOLV_NO_SIMD)
     add_compile_options(-U__SSE2__ -fno-tree-vectorize)
 endif()
@@ -49,15 +49,15 @@ if(TOLV_SANITIZE)
         -fsanitize=${TOLV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TOLV_SANITIZE})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # What the sanitizers put in makes g++ see uninitialized memory inside <regex>.
+        # The instrumentation makes g++ suspect uninitialized memory in <regex>.
         add_compile_options(-Wno-maybe-uninitialized)
     endif()
 endif()
 
-# A symbol of "unique" binding pins its library in memory until the process ends, so that dlclose()
-# would not unload it.
+# A symbol with "unique" binding keeps its library loaded until the process ends: dlclose() would not
+# unload it.
 check_cxx_compiler_flag(-fno-gnu-unique TOLV_HAVE_NO_GNU_UNIQUE)
 check_ipo_supported(RESULT TOLV_HAVE_IPO OUTPUT tolv_ipo_output LANGUAGES CXX)
 check_cxx_compiler_flag(-fno-semantic-interposition TOLV_HAVE_NO_SEMANTIC_INTERPOSITION)
-# The half of the relocations in a tenth of the bytes; needs the C library of Debian 12.
+# Stores half of the relocations in a tenth of the bytes; needs the C library of Debian 12.
 check_linker_flag(CXX LINKER:-z,pack-relative-relocs TOLV_HAVE_PACKED_RELOCATIONS)

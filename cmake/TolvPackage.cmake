@@ -1,4 +1,4 @@
-# Debian packages, made by scripts/package: one of each component.
+# The Debian packages that scripts/package makes: one per component.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL libtolvcore0 libtolvmessages0 libtolv-dev tolv-tools)
@@ -17,13 +17,13 @@ if(CMAKE_LIBRARY_ARCHITECTURE STREQUAL "arm-linux-gnueabihf")
     set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf) # else that of the machine
 endif()
 
-# Named here and not searched for: dpkg knows nothing of the other architecture's libraries. The
-# versions are those of Debian 12, where the packages are built.
+# Listed here, because dpkg-shlibdeps does not know the libraries of the other architecture. The versions
+# are those of Debian 12, where the packages are built.
 set(runtime "libc6 (>= 2.36), libgcc-s1 (>= 3.5), libstdc++6 (>= 12)")
 set(same "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
-# package(component section depends summary text): the control file of a component, and what every
-# package has to document.
+# package(component section depends summary text): the control file of a component, and the documents that
+# every package must contain.
 function(package component section depends summary text)
     string(TOUPPER ${component} key)
     set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${component} PARENT_SCOPE)
@@ -53,7 +53,7 @@ package(tolv-tools utils "libtolvmessages0 ${same}, libtolvcore0 ${same}, libssl
     "lists, shows and explains messages of measurement instruments"
     "${family}\n.\nThis package has the command tolvmsg.")
 set(CPACK_DEBIAN_TOLV-TOOLS_PACKAGE_RECOMMENDS gnuplot-nox) # for tolvmsg plot
-# Others that are built against a library depend on its package; the loader's cache gets renewed.
+# shlibs names the package that programs linked against the library depend on; the trigger runs ldconfig.
 foreach(library IN ITEMS Core Messages)
     string(TOLOWER "libtolv${library}0" component)
     string(TOUPPER ${component} key)
@@ -62,7 +62,7 @@ foreach(library IN ITEMS Core Messages)
     file(WRITE "${control}/triggers" "activate-noawait ldconfig\n")
     set(CPACK_DEBIAN_${key}_PACKAGE_CONTROL_EXTRA "${control}/shlibs;${control}/triggers")
 endforeach()
-# The summaries stand in the descriptions.
+# The descriptions contain the summaries.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
 configure_file("${PROJECT_SOURCE_DIR}/cmake/debian/changelog.in"

@@ -11,9 +11,9 @@ namespace {
 
 using Tolv::Fuzzing::require;
 
-// Whether `text` is accepted; it is then the only one for its content.
+// Whether `text` is accepted; an accepted text is the only one for its content.
 bool checkText(std::string const& text) {
-    // Throws for nothing that fits in the memory of a fuzzer.
+    // Does not throw for sizes that fit into the memory of a fuzzer.
     unsigned int const size = Tolv::decodeSize(text);
     auto const data = std::make_unique<unsigned char[]>(size);
     bool accepted = true;
@@ -23,7 +23,7 @@ bool checkText(std::string const& text) {
         accepted = false;
     }
 
-    // A buffer of half the size gives the same verdict and the same bytes.
+    // With a buffer of half the size, the result and the bytes are the same.
     unsigned int const half = size / 2;
     auto const part = std::make_unique<unsigned char[]>(half);
     try {

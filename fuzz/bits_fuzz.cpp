@@ -16,7 +16,7 @@ namespace {
 
 using namespace Tolv::Fuzzing;
 
-/// What the fast form says of `text`, the portable one says, too.
+/// The fast and the portable form agree about `text`.
 template <class Vector>
 void checkText(std::string_view text, unsigned long long count) {
     Vector elements;
@@ -55,7 +55,7 @@ void checkField(std::string const& text, unsigned long long count) {
     }
     Element again;
     field.copyToMetaData(again);
-    if (count == 0) // the text may then be there, and empty
+    if (count == 0) // the text may then be present and empty
         again["list"]["base64"].setString("");
     require(again == tree, "the field wrote something else");
 }
@@ -64,10 +64,10 @@ template <class T>
 void check(std::string const& bytes, std::string const& text, unsigned long long count,
            unsigned int perByte) {
     using Vector = std::vector<T>;
-    checkText<Vector>(bytes, count); // hardly ever base64
+    checkText<Vector>(bytes, count); // rarely base64
     checkText<Vector>(text, count);
     checkField<T>(text, count);
-    // A count that is right but for the last byte, which a fuzzer would seldom find.
+    // A count that is right except for the last byte, which a fuzzer would rarely find.
     auto const most = static_cast<unsigned long long>(bytes.size()) * perByte;
     auto const fitting = most - std::min<unsigned long long>(most, count % perByte);
     checkText<Vector>(text, fitting);

@@ -9,10 +9,10 @@
 #include <iostream>
 #include <string>
 
-/// What the fuzz targets have in common.
+/// Common to all fuzz targets.
 namespace Tolv::Fuzzing {
 
-/// Ends the program, which is how a fuzzer learns of a finding.
+/// Ends the program, which a fuzzer reports as a finding.
 inline void require(bool holds, char const* what) {
     if (!holds) {
         std::fprintf(stderr, "%s\n", what);
@@ -20,10 +20,10 @@ inline void require(bool holds, char const* what) {
     }
 }
 
-/// Takes the lines that array fields print away: they would be most of the work.
+/// Discards the lines that array fields print; printing would take most of the time.
 inline void silenceDiagnostics() { std::cout.rdbuf(nullptr); }
 
-/// An input, taken from the front. Behind its end are zeros.
+/// An input that is consumed from the front; zeros follow its end.
 class Input {
 public:
     Input(std::uint8_t const* data, std::size_t size)
@@ -45,7 +45,7 @@ public:
         return bound > 256 ? take<std::uint16_t>() % bound : take<std::uint8_t>() % bound;
     }
 
-    /// The text before the next `end`, which is taken, too.
+    /// The text before the next `end`, which is consumed too.
     std::string until(char end) {
         auto const stop = std::min(rest_.find(end, at_), rest_.size());
         auto text = rest_.substr(at_, stop - at_);

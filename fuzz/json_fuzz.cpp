@@ -1,4 +1,4 @@
-// What the reader accepts, the writer must give back: the same tree, and then always the same text.
+// The writer reproduces what the reader accepts: the same tree, and from then on the same text.
 
 #include <string>
 #include <string_view>
@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     }
     require(taken.tree == element, "a text read at once differs from its tree");
     for (bool const compact : {true, false}) {
-        // From here on nothing may be refused: an exception ends the program.
+        // From here on nothing may be refused: an exception would end the program.
         std::string text;
         WriterJson::Write(element, text, compact);
         Element back;

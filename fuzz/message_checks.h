@@ -12,9 +12,9 @@
 
 namespace Tolv::Fuzzing {
 
-/// A tree that is no message is refused with InvalidParameter; a message that was made of a tree
-/// can be written, with and without a tree to be seen, and what is written reads as the same
-/// message. Nothing else may be thrown.
+/// A tree that is not a message is refused with InvalidParameter. A message that was made from a
+/// tree can be written, directly and through a tree, and reads back as the same message. Nothing
+/// else may be thrown.
 inline void checkMessage(MetaData::Element const& tree) {
     using namespace MetaData;
     std::shared_ptr<Msgs::Message> message;
@@ -24,7 +24,7 @@ inline void checkMessage(MetaData::Element const& tree) {
         return;
     }
     if (message == nullptr)
-        return; // nobody registered the id
+        return; // the id is not registered
     Element first;
     message->copyToMetaData(first);
     std::string text;
@@ -43,7 +43,7 @@ inline void checkMessage(MetaData::Element const& tree) {
     require(textAgain == text, "the second text differs from the first");
 }
 
-/// The text of the message that `make` makes, or what became of it instead.
+/// The text of the message that `make` returns, or its failure.
 template <class Make>
 std::string outcomeOf(Make make) {
     std::string text;
@@ -58,7 +58,7 @@ std::string outcomeOf(Make make) {
     return text;
 }
 
-/// The same with a text, which may be refused. Both ways of reading it do the same.
+/// The same with a text, which may be refused. Reading directly and through a tree must agree.
 inline void checkMessageText(std::string_view text) {
     MetaData::Element tree;
     auto const byTree = outcomeOf([&] {

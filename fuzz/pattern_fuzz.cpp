@@ -4,7 +4,7 @@
 
 #include "fuzzing.h"
 
-// The input is a "ValidCharacters" up to the first NUL, and a value.
+// The input is a "ValidCharacters" pattern up to the first NUL, and a value.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     using namespace Tolv::Msgs::Attrs;
     using Tolv::Fuzzing::require;

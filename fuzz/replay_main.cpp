@@ -20,7 +20,7 @@ void runFile(std::filesystem::path const& path) {
         throw std::runtime_error("cannot read " + path.string());
     }
     std::vector<char> const content{std::istreambuf_iterator<char>(file), {}};
-    // A copy of exactly this size: a read beyond the end is then visible to a sanitizer.
+    // A copy of exactly this size, so that a sanitizer detects reads beyond the end.
     std::vector<std::uint8_t> const bytes(content.begin(), content.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
 }
@@ -48,7 +48,7 @@ int main(int argc, char** argv) try {
         count += run(argv[i]);
     }
     std::cout << "inputs run: " << count << '\n';
-    // Nothing run is most likely a wrong path, and must not look like success.
+    // Running nothing is most likely due to a wrong path, and must not pass.
     return count > 0 ? 0 : 1;
 } catch (std::exception const& e) {
     std::cerr << "error: " << e.what() << '\n';

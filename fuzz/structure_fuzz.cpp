@@ -1,5 +1,5 @@
-// Messages that are almost right: the golden file of a class with some of its values taken away,
-// replaced, cut, or put where they don't belong.
+// Messages that are almost right: the golden file of a class with some of its values removed,
+// replaced, cut, or moved to where they do not belong.
 
 #include "message_checks.h"
 #include "support/examples.h"
@@ -25,7 +25,7 @@ Element numberOf(Input& input) {
     return number;
 }
 
-/// A text that is cut, or goes on, is still one of ASCII where it was.
+/// A text that was ASCII stays ASCII when it is cut or extended.
 void changeText(Element& value, Input& input) {
     if (!value.isString())
         return;
@@ -63,7 +63,7 @@ void change(Element& root, Input& input) {
     case 4:
         wrap(place.value(), input.below(300), input.below(2) == 0);
         break;
-    case 5: { // a copy first: one may stand inside of the other
+    case 5: { // copies first: one may be inside the other
         Element const other = places[input.below(places.size())].value();
         place.value() = other;
         break;
@@ -71,7 +71,7 @@ void change(Element& root, Input& input) {
     case 6:
         place.value() = oneOf(Tolv::Testing::examples(), input);
         break;
-    default: { // the root inside of itself
+    default: { // the root inside itself
         Element const all = root;
         place.value() = all;
     }

@@ -74,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     require(isAuthentic(token) == text.ends_with(".ok"), "the signature decides");
     readPayload(token);
 
-    // What was read is written as a token of the same content.
+    // What was read is written as a token with the same content.
     JsonWebToken const again(std::make_shared<FixedAlgorithm>(), token.toJwtString());
     require(isAuthentic(again), "what was signed is not authentic");
     require(again.payload() == token.payload(), "another payload");

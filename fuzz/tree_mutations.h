@@ -8,8 +8,8 @@
 
 namespace Tolv::Fuzzing {
 
-/// Where a value stands in its parent, an object or an array. Ends with any change of the tree but
-/// that of this value.
+/// The place of a value in its parent, an object or an array. Any change of the tree other than to
+/// this value invalidates it.
 class Place {
 public:
     Place(MetaData::Element& parent, std::string key) : parent_(&parent), key_(std::move(key)) {}
@@ -62,8 +62,8 @@ inline std::vector<Place> placesIn(MetaData::Element& root) {
     return places;
 }
 
-/// Values of all kinds, most of which no field expects: where types end, words that no table
-/// holds, encoded lists that contradict themselves, messages that are none.
+/// Values of all kinds, most of which no field expects: limits of types, unknown literals,
+/// inconsistent encoded lists, invalid messages.
 inline std::vector<MetaData::Element> const& strangeValues() {
     static auto const values = [] {
         std::vector<MetaData::Element> made;
@@ -95,7 +95,7 @@ inline std::vector<MetaData::Element> const& strangeValues() {
     return values;
 }
 
-/// `value` inside of `levels` arrays, or objects with the key "x".
+/// `value` inside `levels` nested arrays, or objects with the key "x".
 inline void wrap(MetaData::Element& value, std::size_t levels, bool inObjects) {
     for (std::size_t i = 0; i < levels; ++i) {
         MetaData::Element outer;

@@ -21,7 +21,7 @@ using Bytes = std::vector<unsigned char>;
 constexpr std::string_view alphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-// The plain way, bit by bit, to compare with.
+// A reference implementation, bit by bit.
 std::string encodedPlainly(Bytes const& bytes) {
     std::string text;
     std::size_t const bits = bytes.size() * 8;
@@ -48,8 +48,8 @@ Bytes someBytes(std::size_t count, unsigned int seed = 1) {
     return bytes;
 }
 
-// A block of exactly the wanted size on the heap, so that an address sanitizer sees every byte that
-// is read beside it.
+// A heap block of exactly the required size, so that the address sanitizer detects every read
+// beyond it.
 template <typename T>
 std::unique_ptr<T[]> exactCopy(T const* from, std::size_t count) {
     auto block = std::make_unique_for_overwrite<T[]>(count);
@@ -57,7 +57,7 @@ std::unique_ptr<T[]> exactCopy(T const* from, std::size_t count) {
     return block;
 }
 
-// Room with a known pattern on both sides; also finds strays where no sanitizer runs.
+// A buffer with a known pattern on both sides; detects stray writes without a sanitizer too.
 class Guarded {
 public:
     explicit Guarded(std::size_t size) : _size(size), _bytes(size + 2 * margin, canary) {}
@@ -119,7 +119,7 @@ TEST_P(Base64Kernel, encodesEveryLength) {
     EXPECT_EQ(encode(bytes), encodedPlainly(bytes));
 }
 
-// Nothing behind the content is written even if the buffer goes on there.
+// Nothing is written after the content, even if the buffer continues there.
 TEST_P(Base64Kernel, decodesEveryLength) {
     for (std::size_t length = 0; length <= 200; ++length) {
         Bytes const bytes = someBytes(length, static_cast<unsigned int>(length) + 1);
@@ -151,7 +151,7 @@ TEST_P(Base64Kernel, knowsEveryCharacterInEveryPlace) {
     }
 }
 
-// The blocks of a kernel end, at the latest, at the group with a character that is not one.
+// The blocks of a kernel end, at the latest, at the group with the first invalid character.
 TEST_P(Base64Kernel, leavesEveryInvalidByteInEveryPlace) {
     std::string const good = encodedPlainly(someBytes(150));
     Bytes room(150);
@@ -231,7 +231,7 @@ TEST_P(Base64Kernel, fillsAShortBufferAndNoMore) {
     }
 }
 
-// Long enough for the part that does not fit to be checked in several pieces.
+// Long enough that the part that does not fit is checked in several pieces.
 TEST_P(Base64Kernel, checksWhatAShortBufferLeavesOut) {
     std::string const good = encodedPlainly(someBytes(10000));
     for (std::size_t const room : {0u, 1u, 2u, 3u, 100u, 3073u, 9999u}) {
@@ -334,7 +334,7 @@ TEST(Base64, refusesWhatIsNotStrict) {
     }
 }
 
-// All that the last character may and may not carry beside the bits in use.
+// Every combination of unused bits in the last character.
 TEST(Base64, acceptsOneTextPerContentOnly) {
     for (std::size_t value = 0; value < 64; ++value) {
         unsigned char data[2];
@@ -369,7 +369,7 @@ TEST(Base64, computesSizesUpToTheLimit) {
     EXPECT_THROW(Tolv::Base64::encodedSize(most), Tolv::Exception::InvalidParameter);
 }
 
-// Large texts are put together from pieces unless the string already has the size.
+// Large texts are assembled from pieces unless the string already has that size.
 TEST(Base64, replacesTheStringForLargeBlocksToo) {
     for (std::size_t const length : {49148u, 49149u, 49150u, 49152u, 55296u, 55297u, 100000u}) {
         Bytes const bytes = someBytes(length);
@@ -408,8 +408,8 @@ TEST(Base64, decodesPieceByPiece) {
             Tolv::Base64::decodePieces(text, append, &all);
             ASSERT_TRUE(all == content) << size;
 
-            // The text of a piece is no text of its own: padding within is refused, and places
-            // count from the start.
+            // A piece is not a text of its own: padding inside is refused, and offsets count from
+            // the start.
             if (text.size() < 8)
                 continue;
             auto broken = text;

@@ -119,7 +119,7 @@ TYPED_TEST(BitVectors, agreeWithThePortableWayForEveryLength) {
     }
 }
 
-// Shrinking and popping leave elements behind the end in the memory of the vector.
+// Shrinking and popping leave old elements after the end in the memory of the vector.
 TYPED_TEST(BitVectors, encodeNothingBehindTheEnd) {
     for (std::size_t count = 1; count < 130; ++count) {
         TypeParam elements(200, Traits<TypeParam>::element(3));
@@ -132,7 +132,7 @@ TYPED_TEST(BitVectors, encodeNothingBehindTheEnd) {
     }
 }
 
-// The elements decoded last must not be followed by bits that show when the vector grows again.
+// No bits after the last decoded element may appear when the vector grows again.
 TYPED_TEST(BitVectors, growAfterDecoding) {
     std::string text;
     TypeParam elements(5, Traits<TypeParam>::element(3));
@@ -180,8 +180,8 @@ TYPED_TEST(BitVectors, refuseCountsThatDoNotGoWithTheText) {
                 EXPECT_EQ(out, TypeParam(3));
             }
         }
-        // Refused as wrong, not for want of memory; and not accepted for being rounded up to zero
-        // or cut to 32 bits.
+        // Refused as wrong, not for lack of memory; and not accepted because it was rounded up to
+        // zero or truncated to 32 bits.
         for (unsigned long long const count :
              {most, most - 1, most - perByte + 1, most / perByte, most / 2 + 1, 1ull << 32,
               (1ull << 32) + largest, 1ull << 40, (1ull << 63) + largest}) {
@@ -208,7 +208,7 @@ TYPED_TEST(BitVectors, refuseWhatIsNotBase64) {
                 Tolv::decodeBits(text, (bytes + surplus) * Traits<TypeParam>::perByte, out);
                 ADD_FAILURE() << text;
             } catch (Tolv::Exception::InvalidParameter const& error) {
-                // The fault of the text is named even if the count is wrong as well.
+                // The error in the text is reported even if the count is wrong too.
                 EXPECT_EQ(std::string_view(error.what()).substr(0, 7), "base64:") << text;
             }
             EXPECT_EQ(out, TypeParam(3));

@@ -101,7 +101,7 @@ void check(std::vector<Row<T>> const& rows) {
     }
 }
 
-/// All three kinds of numbers, as far as they can be that number.
+/// The number in each of the three kinds that can hold it.
 template <class T>
 void add(std::vector<Row<T>>& rows, std::int64_t number, std::optional<T> value, char const* why) {
     rows.push_back({s(number), value, why});

@@ -8,8 +8,8 @@
 namespace Tolv::Testing {
 namespace {
 
-// The tests that expect a count of zero are worth something only if the counters see what happens
-// inside the libraries.
+// Tests that expect a count of zero prove something only if the counters see what happens inside
+// the libraries.
 TEST(Counters, SeeIntoTheLibraries) {
     std::string const text = '"' + std::string(5000, 'x') + '"';
     MetaData::Element const number = parsed("1");

@@ -146,7 +146,7 @@ TEST(Element, TextsKeepEveryByte) {
         EXPECT_EQ(copy.asStringView(), text) << size;
     }
     auto own = string("a text that is kept outside");
-    own.setString(own.text().substr(2, 20)); // a part of itself, which it is about to give up
+    own.setString(own.text().substr(2, 20)); // a part of itself, which it is about to release
     EXPECT_EQ(own.asString(), "text that is kept ou");
     own.setString(own.text().substr(0, 4));
     EXPECT_EQ(own.asString(), "text");
@@ -222,7 +222,7 @@ TEST(Array, PushBackAfterACopyDoesNotUseRoomThatTheCopyLacks) {
 
 // ---- Copies are values -----------------------------------------------------------------------
 
-/// A tree and a way to a place in it that is written to: the value there must differ from 99.
+/// A tree and a path to the value in it that is written; the value there must differ from 99.
 struct Way {
     char const* why;
     char const* text;
@@ -372,8 +372,8 @@ TEST(Copies, HandlesOfContainersAreValues) {
     EXPECT_EQ(textOf(element["list"]), "[9,2,3]");
 }
 
-/// Takes the content of `element` away through `handle`, between two uses of the element. A
-/// compiler that believes the two to be apart leaves the content with both.
+/// Moves the content of `element` out through `handle`, between two uses of the element. A compiler
+/// that assumes that the two do not alias leaves the content in both.
 [[gnu::noinline]] void moveOutThrough(Array& handle, Element& element, Array& content,
                                       Element& rest) {
     Element other;
@@ -407,7 +407,7 @@ TEST(Copies, ParsedTreesAreShared) {
     EXPECT_TRUE(HasElement(copy, "b"s));
     EXPECT_TRUE(sharesObject(original, Element(copy)));
 
-    // A change copies the containers on the way to it and shares the others.
+    // A change copies the containers on its path and shares the others.
     copy["b"]["c"].setSigned(2);
     EXPECT_FALSE(sharesObject(original, copy));
     EXPECT_TRUE(sharesArray(original["a"], std::as_const(copy)["a"]));
@@ -439,16 +439,16 @@ TEST(Object, ReferencesToChildrenStayValidWhileKeysAreAdded) {
     }
 }
 
-/// Keys of all the forms in which they are kept, each a little different from another one.
+/// Keys in all forms of storage, each slightly different from another one.
 std::string keyAt(int i) {
     auto const number = std::to_string(i);
     switch (i % 6) {
     case 0:
         return number;
     case 1:
-        return std::string(14 - number.size(), 'k') + number; // the longest inside
+        return std::string(14 - number.size(), 'k') + number; // the longest stored inline
     case 2:
-        return std::string(15 - number.size(), 'k') + number; // the shortest outside
+        return std::string(15 - number.size(), 'k') + number; // the shortest on the heap
     case 3:
         return number + std::string(200, 'l');
     case 4:
@@ -540,7 +540,7 @@ TEST(Object, Erase) {
     }
     auto element = parsed(R"({"a key of more than 14 bytes":1,"b":2})");
     auto& object = element.makeObject(0);
-    EXPECT_TRUE(object.erase(object.begin()->key())); // a text that lives in what is erased
+    EXPECT_TRUE(object.erase(object.begin()->key())); // a text inside the erased member
     EXPECT_EQ(textOf(element), R"({"b":2})");
     EXPECT_TRUE(object.erase("b"));
     EXPECT_EQ(textOf(element), "{}");

@@ -36,7 +36,7 @@ TEST(FactoryThreads, RegisterCreateAndDeregisterAtOnce) {
     auto& factory = Message::MsgFactory::Instance();
     auto const before = factory.size();
     constexpr unsigned int shared = 100; // registered all the time
-    constexpr unsigned int fought = 101; // whoever gets it gives it back
+    constexpr unsigned int fought = 101; // registered and released by all threads
     Message::Registrar<Plain> const registrar(idOf(shared));
     ASSERT_TRUE(registrar.registered());
     std::atomic<int> holders = 0;
@@ -78,7 +78,7 @@ TEST(FactoryThreads, RegisterCreateAndDeregisterAtOnce) {
 TEST(FactoryThreads, ManyNewIdsAtOnce) {
     auto& factory = Message::MsgFactory::Instance();
     auto const before = factory.size();
-    constexpr unsigned int each = 500; // more than there are buckets, all in all
+    constexpr unsigned int each = 500; // together more than there are buckets
     std::atomic<int> faults = 0;
     Testing::inThreads(threads, [&](unsigned int number) {
         std::vector<std::unique_ptr<Message::Registrar<Plain>>> mine;

@@ -1,5 +1,5 @@
-// What is JSON and what isn't, by enumeration: all short texts over the letters that matter, all
-// escapes, all bytes, at all places that the vector code of the reader tells apart.
+// What is JSON and what is not, by enumeration: all short texts of relevant characters, all escapes
+// and all bytes, at all positions that the reader's vector code distinguishes.
 
 #include <tolv/core/metadata/json.h>
 
@@ -19,7 +19,7 @@
 namespace Tolv::MetaData {
 namespace {
 
-/// The tree of `text`, or nothing when it is refused.
+/// The tree of `text`, or nothing if it is refused.
 std::optional<Element> read(std::string_view text) {
     Element element;
     try {
@@ -34,11 +34,11 @@ std::optional<Element> read(std::string_view text) {
     return element;
 }
 
-/// The grammar of RFC 8259 once more, as plain as can be: the production at the start of the text
-/// is taken away.
+/// A second implementation of the grammar of RFC 8259, as simple as possible: each function removes
+/// a production from the start of the text.
 class Grammar {
 public:
-    /// Where a reader finds that this is no text; nothing for a text.
+    /// Where a reader notices that the text is not valid; nothing if it is valid.
     static std::optional<std::size_t> faultIn(std::string_view text) {
         Grammar grammar{text};
         auto const isText = grammar.value() && grammar.rest_.empty();
@@ -50,7 +50,7 @@ private:
 
     bool take(std::string_view word) {
         auto const there = rest_.starts_with(word);
-        if (!there && !failed_) // a wrong word is one from its start on, if it isn't only cut
+        if (!there && !failed_) // a wrong literal fails at its start unless it is merely cut off
             reached_ = std::max(reached_, size_ - (word.starts_with(rest_) ? 0 : rest_.size()));
         rest_.remove_prefix(there ? word.size() : 0);
         return there;
@@ -121,11 +121,11 @@ private:
 
     std::string_view rest_;
     std::size_t size_;
-    std::size_t reached_ = 0; ///< the last place where a word was missed
+    std::size_t reached_ = 0; ///< the last offset where a literal was expected
     bool failed_ = false;
 };
 
-/// The byte at which `text` is refused; nothing when it is accepted.
+/// The byte at which `text` is refused; nothing if it is accepted.
 std::optional<std::size_t> refusedAt(std::string_view text) {
     auto const refusal = Testing::thrownBy<Exception::InvalidParameter>([&] {
         Element element;
@@ -154,7 +154,7 @@ TEST(JsonGrammar, AllShortTexts) {
     std::size_t accepted = 0;
     forEachText({"[", "]", "{", "}", ",", ":", "\"a\"", "1", "null", " "}, 5,
                 [&](std::string const& text) {
-                    // One object has room for one key here, or the second is another one.
+                    // Texts this short have no room for a duplicate key.
                     auto const fault = Grammar::faultIn(text);
                     ASSERT_EQ(refusedAt(text), fault) << text;
                     ASSERT_EQ(read(text).has_value(), !fault) << text;
@@ -164,7 +164,7 @@ TEST(JsonGrammar, AllShortTexts) {
     for (auto const* const text :
          {R"({"a":1,"b":[{},[]]})", R"([{"a":[1,null]},"b",-0.5e1])", "[[[[[[[[1]]]]]]]]"}) {
         ASSERT_EQ(Grammar::faultIn(text), std::nullopt) << text;
-        // Each byte taken away, doubled, or exchanged with another.
+        // Each byte removed, duplicated, or replaced by another.
         std::string const whole(text);
         for (std::size_t i = 0; i < whole.size(); ++i) {
             auto removed = whole;
@@ -184,7 +184,7 @@ TEST(JsonGrammar, AllShortNumbers) {
     forEachText({"0", "1", "-", "+", ".", "e"}, 6, [&](std::string const& text) {
         auto const fault = Grammar::faultIn(text);
         auto const found = refusedAt(text);
-        // The only other reason to refuse one is that it is too large.
+        // The only other reason for refusal is that it is too large.
         auto const exponent = text.find('e');
         auto const mayBeTooLarge = exponent != text.npos && text.size() - exponent > 3;
         if (!fault && found)
@@ -267,7 +267,7 @@ TEST(JsonGrammar, AllEscapedCharacters) {
         }
 }
 
-// Each class of bytes that is no UTF-8, at each place.
+// Each class of invalid UTF-8, at each position.
 TEST(JsonGrammar, Utf8) {
     for (auto const* const good :
          {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xEF\xBF\xBF",

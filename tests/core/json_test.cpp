@@ -137,7 +137,7 @@ struct Refused {
 std::vector<Refused> const refused = {
     {"", 0, "no value"},
     {" \t\n", 3, "no value"},
-    // Numbers, beside all short ones there.
+    // Numbers, besides all short ones in json_grammar_test.cpp.
     {"[01                                        ]", 2, "leading zero, with text behind"},
     {".5", 0, "no digit before the point"},
     {"-.5", 1, "no digit before the point"},
@@ -189,7 +189,7 @@ std::vector<Refused> const refused = {
     {R"("\udc00             ")", 2, "trailing surrogate alone"},
     {R"("\ud800\ud800       ")", 9, "two leading surrogates"},
     {R"("\ud800\u0041       ")", 9, "leading surrogate and a letter"},
-    // Structure, beside all short texts in json_grammar_test.cpp.
+    // Structure, besides all short texts in json_grammar_test.cpp.
     {R"({"a":1,})", 7, "comma before the end"},
     {R"({"a":1 "b":2})", 7, "no comma"},
     {"{a:1}", 1, "no quotes"},
@@ -211,7 +211,7 @@ std::vector<Refused> const refused = {
     {"\v1", 0, "no white space of JSON"},
     {"1\f", 1, "no white space of JSON"},
     {"1 x", 2, "text behind"},
-    // UTF-8, beside all that json_grammar_test.cpp puts everywhere.
+    // UTF-8, besides the cases in json_grammar_test.cpp.
     {"\"abcdefghijklmnopqrstuvwxyz\xE2\x28\xA1 and more text\"", 27, "wrong second byte"},
     {"\"\\n\xE2\x82\"", 3, "cut, behind an escape"},
     {"\"\\n" + std::string(5000, 'x') + "\xE2\x82\"", 5003, "cut, far behind an escape"},
@@ -259,7 +259,7 @@ TEST(ReaderJson, TheTextSaysWhatIsWrong) {
 }
 
 TEST(ReaderJson, ReadsNothingBehindTheText) {
-    // A view that ends in the middle of something longer: what follows must not count.
+    // A view that ends in the middle of a longer text: what follows must not matter.
     std::string const text = "[1234567,\"text\",true,1.5e10]";
     for (std::size_t size = 0; size < text.size(); ++size)
         EXPECT_NE(refusalOf(std::string_view(text).substr(0, size)), "accepted") << size;
@@ -280,7 +280,7 @@ TEST(ReaderJson, AllocatesOnlyWhatTheTreeKeeps) {
 
 TEST(ReaderJson, ARefusalLeavesNothingBehind) {
     for (auto const& row : refused) {
-        // In the middle of values that are already there, more than the reader has room for.
+        // After more values than the reader's initial buffer holds.
         std::string text = "[\"a text of more than 14 bytes\",{\"b\":[[1]]},";
         for (int i = 0; i < 200; ++i)
             text += "[0],";
@@ -289,7 +289,7 @@ TEST(ReaderJson, ARefusalLeavesNothingBehind) {
         EXPECT_NE(refusalOf(text), "accepted") << row.text;
         EXPECT_EQ(counted.blocks(), 0) << row.text << ": " << row.why;
     }
-    // Behind a list that is closed already, whose entries stand in it and nowhere else any more.
+    // After a list that is closed, so that its entries have already moved into it.
     for (auto const* const key : {"abcde", "a key that is a text of its own"}) {
         auto const text =
             R"({"a":["a text of more than 14 bytes","another one of these"],")"s + key;
@@ -469,7 +469,7 @@ TEST(Json, IntegersStayExact) {
     for (int i = 0; i < 100'000; ++i) {
         auto const value =
             static_cast<std::int64_t>(random() >> (random() % 64)) * (random() % 2 == 0 ? 1 : -1);
-        // As the only text, and with text behind: the parser goes two ways.
+        // On its own and followed by more text: the parser has two code paths.
         auto const digits = std::to_string(value);
         ASSERT_EQ(parsed(digits).signedNumber(), value);
         auto const tree = parsed("[" + digits + std::string(40, ' ') + "]");
@@ -530,10 +530,10 @@ TEST(Json, DoublesStayTheSameToTheBit) {
 TEST(ReaderJson, DoublesAreTheNearestOnes) {
     ASSERT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C"); // strtod is the second opinion
     std::string const rows[] = {
-        "1.00000000000000011102230246251565404236316680908203125", // between two: to even
+        "1.00000000000000011102230246251565404236316680908203125", // halfway: to even
         "1.00000000000000011102230246251565404236316680908203126", // a little more
         "1.00000000000000011102230246251565404236316680908203124", // a little less
-        "1.00000000000000033306690738754696212708950042724609375", // between two: to even, up
+        "1.00000000000000033306690738754696212708950042724609375", // halfway: to even, upwards
         "2.4703282292062327208e-324",                              // half of the smallest: zero
         "2.4703282292062327209e-324",                              // a little more
         "2.2250738585072011e-308",                                 // next to the denormals
@@ -608,8 +608,8 @@ TEST(WriterJson, NumbersThatJsonHasNot) {
 // ---- Strings ---------------------------------------------------------------------------------
 
 TEST(Json, StringsOfAllLengthsAndCharacters) {
-    // The places where the writer changes from one way to another: steps of 16 bytes, its block of
-    // 4096 bytes, its pieces of 16384 bytes.
+    // Where the writer switches code paths: steps of 16 bytes, its block of 4096 bytes, its pieces
+    // of 16384 bytes.
     std::vector<std::size_t> sizes = {4094, 4095, 4096, 4097, 16383, 16384, 16385, 65'000};
     for (std::size_t size = 0; size <= 50; ++size)
         sizes.push_back(size);
@@ -630,7 +630,7 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
             }
         }
     }
-    // Escapes only, so that nothing is ever copied as it is.
+    // Only escapes, so that nothing is copied unchanged.
     std::string controls;
     for (int i = 0; i < 30'000; ++i)
         controls += static_cast<char>(i % 32);
@@ -642,7 +642,7 @@ TEST(Json, StringsOfAllLengthsAndCharacters) {
 }
 
 TEST(ReaderJson, LongTextsWithEscapes) {
-    // The parser hands such texts over in pieces of its buffer: no character may be lost or cut.
+    // The parser delivers such texts in pieces of its buffer: no character may be lost or cut.
     struct {
         char const* escaped;
         char const* plain;
@@ -760,7 +760,7 @@ TEST(WriterJson, ReplacesTheText) {
 
 // ---- Streams ---------------------------------------------------------------------------------
 
-/// Gives its text in small pieces, cannot be searched, and may fail in the middle.
+/// Delivers its text in small pieces, is not seekable, and may fail in the middle.
 class Dripping : public std::streambuf {
 public:
     Dripping(std::string text, bool fails) : text_(std::move(text)), fails_(fails) {}
@@ -836,7 +836,7 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
     case Type::BOOL:
         return mine.isBoolean() && mine.boolean() == bool(other) ? "" : fail("boolean");
     case Type::INT64:
-        if (mine.isFloating()) // the sign of "-0", which has no place in an integer
+        if (mine.isFloating()) // the sign of "-0", which an integer cannot hold
             return mine.floatingNumber() == 0 && std::int64_t(other) == 0 ? "" : fail("zero");
         return mine.isSigned() && mine.signedNumber() == std::int64_t(other) ? "" : fail("int64");
     case Type::UINT64:
@@ -877,8 +877,8 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
     return fail("kind");
 }
 
-/// Compares both readers. The differences that are meant to be: no key twice, depth, integers of
-/// more than 64 bits (there refused, here doubles), exponents of more than 31 bits.
+/// Compares both readers. The intended differences: duplicate keys, depth, integers of more than 64
+/// bits (refused there, doubles here), exponents of more than 31 bits.
 void compare(std::string const& text) {
     simdjson::dom::parser parser;
     simdjson::dom::element other;

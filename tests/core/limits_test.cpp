@@ -76,7 +76,7 @@ TEST(Limits, AReaderTakesOthersWithEachCall) {
     }
 }
 
-/// Digits without end.
+/// Endless digits.
 class Endless : public std::streambuf {
     int_type underflow() override {
         setg(block_, block_, block_ + sizeof block_);
@@ -98,15 +98,15 @@ TEST(Limits, AStreamWithoutEndIsLeft) {
     EXPECT_LT(counted.peakBytes(), 4'000'000);
 }
 
-/// Looks at nothing of the tree that it is read from.
+/// Reads nothing of its tree.
 class Unmoved : public MirroredObject {
 public:
     void copyToMetaData(Element&) const override {}
     void copyFromMetaData(Element const&) override {}
 };
 
-// Bytes of memory for each byte of text, on the texts that take most of it: of a tree that is kept,
-// and of one that passes.
+// Bytes of memory per byte of text, for the texts that need most: of a permanent tree and of a
+// temporary one.
 TEST(Limits, MemoryOfATree) {
     constexpr auto depth = Limits{}.depth - 1;
     std::string keys;

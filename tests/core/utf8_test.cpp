@@ -22,7 +22,7 @@ std::string characterOf(unsigned int codePoint) {
     return {byte(0xf0 | codePoint >> 18), more(12), more(6), more(0)};
 }
 
-// By computing the code point, in contrast to the ranges of bytes in the library.
+// Computes the code point, unlike the library, which compares ranges of bytes.
 std::size_t findPlainly(std::string_view text) {
     constexpr unsigned int least[] = {0, 0, 0x80, 0x800, 0x10000};
     for (std::size_t offset = 0; offset < text.size();) {
@@ -48,7 +48,7 @@ std::size_t findPlainly(std::string_view text) {
     return npos;
 }
 
-// Of a copy without a byte to spare behind it, for the address sanitizer.
+// Uses a copy without spare bytes after it, for the address sanitizer.
 std::size_t find(std::string_view text) {
     auto const block = std::make_unique_for_overwrite<char[]>(text.size());
     std::copy(text.begin(), text.end(), block.get());
@@ -101,7 +101,7 @@ TEST(Utf8, judgesAllShortSequences) {
         ASSERT_EQ(Tolv::findInvalidUtf8(two), findPlainly(two)) << std::hex << pair;
         if (pair >> 8 < 0xe0)
             continue;
-        // Whether the further bytes are continuations is all that counts.
+        // Only whether the other bytes are continuations matters.
         for (unsigned int const third : {0x00u, 0x7fu, 0x80u, 0xbfu, 0xc0u, 0xffu}) {
             text[2] = static_cast<char>(third);
             std::string_view const three(text, 3);
@@ -115,7 +115,7 @@ TEST(Utf8, judgesAllShortSequences) {
     }
 }
 
-// ASCII is passed over in steps: nothing may be lost at their borders or behind the last one.
+// ASCII is skipped in steps: nothing may be missed at their borders or after the last one.
 TEST(Utf8, findsTheFaultInEveryPlace) {
     for (std::size_t length = 1; length <= 70; ++length) {
         std::string const ascii(length, 'a');

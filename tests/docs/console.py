@@ -1,5 +1,5 @@
 """Runs the commands of the guide and compares what they print with what the guide shows.
-Usage: console.py SOURCE_DIR FOLDER_OF_TOLVMSG [--write: puts it into the guide instead]"""
+Usage: console.py SOURCE_DIR FOLDER_OF_TOLVMSG [--write: updates the guide instead]"""
 import os
 import pathlib
 import re

@@ -1,17 +1,17 @@
-"""Takes the C++ of the documentation out, to be compiled and run, and checks that what stands twice
-is the same. Usage: extract.py SOURCE_DIR OUTPUT_DIR"""
+"""Extracts the C++ of the documentation, to be compiled and run, and checks that code that appears
+twice is the same. Usage: extract.py SOURCE_DIR OUTPUT_DIR"""
 import pathlib
 import re
 import sys
 import textwrap
 
-PROMISE = "\n\nIt prints\n\n```text\n"  # what stands between an example and its output
-# Such a block declares something, and does not stand inside a function.
+PROMISE = "\n\nIt prints\n\n```text\n"  # between an example and its output
+# Such a block is a declaration outside any function.
 DECLARATION = re.compile(r"(class|struct|template|std::string \w+\(|std::shared_ptr<\w+> \w+\()")
 
 
 def blocks(page):
-    """The C++ blocks of a page, without the indentation of the list that they stand in."""
+    """The C++ blocks of a page, without the indentation of a list."""
     found = re.findall(r"^( *)```cpp\n(.*?)^ *```", page.read_text(), re.M | re.S)
     return [textwrap.dedent(code) for _, code in found]
 
@@ -27,7 +27,7 @@ def examples(text):
 
 
 def add_page(page, program, declarations, tests):
-    """The test of one page of the guide: its blocks in turn, which see each other's variables."""
+    """The test of a page of the guide: its blocks in order, in a common scope."""
     body = []
     for line, code, output in examples(page.read_text()):
         place = f'#line {line} "{page.as_posix()}"\n'

@@ -15,7 +15,7 @@ using namespace Tolv::MetaData;
 
 namespace {
 
-/// Takes what goes to the standard output while it lives.
+/// Captures standard output during its lifetime.
 class Printed {
 public:
     Printed() : before_(std::cout.rdbuf(text_.rdbuf())) { format_.copyfmt(std::cout); }

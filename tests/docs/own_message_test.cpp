@@ -1,4 +1,4 @@
-// Holds the code of docs/adding-a-message.md to what that page promises.
+// Checks that the code in docs/adding-a-message.md does what that page says.
 #include <tolv/messages.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// A library of a user: an exception class, its message, and what ties the two together.
+// A user's library: an exception class, its message, and their converter.
 #include "overload.h"
 
 #include <memory>

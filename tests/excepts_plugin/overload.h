@@ -4,7 +4,7 @@
 
 #include <tolv/core/metadata/element.h>
 
-/// What the plugin offers to a program that knows none of its classes. Looked up by name.
+/// The plugin's interface for a program that knows none of its classes. Looked up by name.
 extern "C" {
 
 /// Throws the plugin's own exception.

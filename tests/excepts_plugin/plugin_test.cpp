@@ -16,7 +16,7 @@
 namespace Overload {
 namespace {
 
-/// Shares its name with a class of the plugin, and nothing else.
+/// Shares only its name with a class of the plugin.
 struct Namesake : std::exception {
     char const* what() const noexcept override { return "of the program"; }
 };
@@ -33,7 +33,7 @@ constexpr auto overloadText =
     R"({"MessageID":1688849860264536,"Data":{"what":"overload: 12.500000 V",)"
     R"("VoltageAtTheInput":12.5}})";
 
-/// The plugin for as long as this lives.
+/// Loads the plugin during its lifetime.
 class Plugin {
 public:
     explicit Plugin(char const* file) : library_(dlopen(file, RTLD_NOW | RTLD_LOCAL)) {
@@ -125,7 +125,7 @@ TEST_P(ExceptsPlugin, LeavesTreesAndMessagesOfTheLibraryBehind) {
               "h");
 }
 
-// The program's copy of the library is the first; the second shares its symbols.
+// The program's copy of the library is loaded first; the second one shares its symbols.
 TEST(ExceptsSecondCopy, LeavesTheConvertersBehind) {
     SecondCopy const copy(TOLV_MESSAGES_FILE);
     auto const known = ConverterFactory::asMessage(Exception::InvalidHandle("h"));

@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto file = TOLV_MESSAGES_FILE;
 
-/// What a process holds: a load that leaves something behind shows in one of the two.
+/// What a process holds: whatever a load leaves behind shows in one of the two.
 struct Holdings {
     std::size_t bytes = mallinfo2().uordblks; ///< of the heap
     std::streamoff mappings = [] {
@@ -31,7 +31,7 @@ void loadAndUnload() {
         ASSERT_EQ(dlopen(name, RTLD_NOW | RTLD_NOLOAD), nullptr) << name << " is still mapped";
 }
 
-// This program links with neither library, so that libTolvCore, too, comes and goes.
+// This program is linked with neither library, so libTolvCore is loaded and unloaded too.
 TEST(Reload, AThousandTimesWithoutGrowth) {
     for (int i = 0; i < 200; ++i) // the loader and the allocator grow at first
         ASSERT_NO_FATAL_FAILURE(loadAndUnload());
@@ -39,7 +39,7 @@ TEST(Reload, AThousandTimesWithoutGrowth) {
     for (int i = 0; i < 1000; ++i)
         ASSERT_NO_FATAL_FAILURE(loadAndUnload());
     Holdings const after;
-    // Less than a byte a time: nothing that comes with each.
+    // Less than a byte per load: nothing accumulates.
     EXPECT_LE(after.bytes, before.bytes + 999) << before.bytes;
     EXPECT_EQ(after.mappings, before.mappings);
 }

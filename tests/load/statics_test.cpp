@@ -1,5 +1,5 @@
-// Objects of a program that use the library while they are destroyed: one built before anything of
-// the library was used, one after. Ends with 0 when both did their work.
+// Objects of a program that use the library while they are destroyed: one constructed before
+// anything of the library was used, one after. The exit status is 0 if both succeeded.
 
 #include <cstdio>
 #include <cstdlib>

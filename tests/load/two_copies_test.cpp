@@ -23,7 +23,7 @@ void* load(char const* path, int scope) {
 
 std::size_t classes() { return Message::MsgFactory::Instance().size(); }
 
-/// A message with a payload, made and written.
+/// Creates and writes a message with a payload.
 void expectMessages() {
     auto const text = R"({"MessageID":844424930131969,)"
                       R"("Data":{"MaxVersion":3,"MinVersion":2,"BinaryTransmission":false}})";
@@ -32,8 +32,8 @@ void expectMessages() {
     EXPECT_EQ(Testing::written(*message), text);
 }
 
-// The scope decides whether the second copy sees the symbols of the first: it must not take the
-// first one's static objects for its own.
+// The scope decides whether the second copy sees the symbols of the first; it must not use the
+// first copy's static objects as its own.
 TEST(TwoCopies, SecondIsRefusedAndEitherMayGoFirst) {
     Testing::SecondCopy const second(first);
     for (auto const& scopes :
@@ -53,7 +53,7 @@ TEST(TwoCopies, SecondIsRefusedAndEitherMayGoFirst) {
             expectMessages();
 
             EXPECT_EQ(dlclose(firstGoesFirst ? one : two), 0);
-            // Where the second uses symbols of the first, the loader keeps that for it.
+            // If the second copy uses symbols of the first, the loader keeps the first.
             if (firstGoesFirst && scopes.first == RTLD_LOCAL) {
                 EXPECT_EQ(classes(), 0U);
             } else {

@@ -25,7 +25,7 @@ void expectNothingThere() {
         EXPECT_EQ(Message::CreateFromMetaData(Testing::parsed(text)), nullptr);
 }
 
-// A single symbol of unique binding would keep the library in memory, and the second load would
+// A single symbol with unique binding would keep the library loaded, and the second load would
 // register nothing.
 TEST(Unload, TakesTheClassesAwayAndLoadingBringsThemBack) {
     expectNothingThere();

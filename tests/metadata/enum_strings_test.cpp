@@ -74,7 +74,7 @@ TEST(EnumStrings, UnknownOnesThrowTheirText) {
 
     EnumStringsThrow<Msgs::Identifier> const ids{{0x100000001ULL, "one"}};
     EXPECT_EQ(ids.value("one"), 0x100000001ULL);
-    // Equal in the low half only; and of an id the low half is shown, signed.
+    // Equal only in the low half; of an id, the low half is shown, as a signed number.
     EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)ids.literal(1); }), "1");
     EXPECT_EQ(thrownBy<Exception::InvalidEnumValue>([&] { (void)ids.literal(0x4FFFFFFFFULL); }),
               "-1");
@@ -98,7 +98,7 @@ TEST(EnumStrings, WalksInTheOrderOfTheLiterals) {
 }
 
 TEST(EnumStrings, DefaultPairIsNotInTheTable) {
-    // The default word with another value, and the default value with another word, go as well.
+    // The default literal with another value, and the default value with another literal, work too.
     EnumStringsThrow<Range> const all{
         {Range::low, "Unknown"}, {Range::other, "Other"}, {Range::high, "High"}};
     EnumStringsDefault<Range> const copied(Range::other, "Unknown", all);
@@ -155,7 +155,7 @@ TEST(EnumStrings, FieldsHoldWords) {
     EXPECT_EQ(read.coupling(), Instrument::DC);
     EXPECT_EQ(read.ranges(), input.ranges());
 
-    // An unknown word resets the field in silence; a value without a word does not get out.
+    // An unknown literal silently resets the field; a value without a literal cannot be written.
     SetAs<std::string>("Mid", element["Range"]);
     read.copyFromMetaData(element);
     EXPECT_FALSE(read.range.initialized());

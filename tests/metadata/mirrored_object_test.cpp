@@ -30,7 +30,7 @@ struct Pair : MirroredObject {
     Pair& operator=(Pair const&) = default;
 };
 
-/// As many fields as the test wants, each one apart on the heap.
+/// Any number of fields, each in a heap block of its own.
 struct Fields {
     MirroredObject record;
     std::vector<std::unique_ptr<Reflector<int>>> fields;
@@ -182,7 +182,7 @@ TEST(Reflectors, KeepTheKeyThatTheyWereGiven) {
         auto given = std::make_unique<std::string>(row.key);
         Reflector<int> field{&owner, *given, Required, 3};
         ReflectorArray<int> list{&owner, *given + "s", Required};
-        given.reset(); // the field needs it no more
+        given.reset(); // the field no longer needs it
         auto const& name = field.name();
         EXPECT_EQ(name, row.key);
         EXPECT_EQ(&name, &field.name()) << "a reference that stays";

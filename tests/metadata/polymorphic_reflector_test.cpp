@@ -30,7 +30,7 @@ using Testing::thrownBy;
 using Testing::written;
 using Utils::MayContainError;
 
-/// An error of a user of the library, which carries its cause.
+/// A user's error class that carries its cause.
 class UserError : public MessageFamily<Errs::ErrorMessage, 0x7E60> {
 public:
     using MessageFamily::MessageFamily;
@@ -92,8 +92,8 @@ TEST(PolymorphicReflector, HoldsTheMessageAsItsOwnClass) {
 
 struct Row {
     char const* text;
-    bool keeps;  ///< whether the field keeps what it had; if not, it is reset
-    bool throws; ///< whether the reader hears of it
+    bool keeps;  ///< whether the field keeps its value; otherwise it is reset
+    bool throws; ///< whether reading throws
 };
 
 TEST(PolymorphicReflector, TakesNothingButMessagesOfItsClass) {
@@ -113,7 +113,7 @@ TEST(PolymorphicReflector, TakesNothingButMessagesOfItsClass) {
              Row{R"({"Error":{"MessageID":1.5}})", false, false},
              Row{"3", false, false}, // the record itself is none
              Row{"null", false, false},
-             // A message, but none that belongs there: the field stays as it was.
+             // A message of a class that does not belong there: the field keeps its value.
              Row{R"({"Error":{"MessageID":0}})", true, true},
              Row{R"({"Error":{"MessageID":1407374883553282}})", true, true},       // not registered
              Row{R"({"Error":{"MessageID":844424930131972}})", true, true},        // a ping
@@ -169,7 +169,7 @@ TEST(PolymorphicReflector, TakesAndDropsAMessage) {
     EXPECT_EQ(&record.error(), message.get());
     EXPECT_EQ(message.use_count(), 2);
 
-    record.error.uninit(); // says that there is none, though the pointer is there
+    record.error.uninit(); // marks it unset although the pointer is set
     EXPECT_FALSE(record.hasError());
     EXPECT_EQ(written(record), "{}");
 
@@ -182,7 +182,7 @@ TEST(PolymorphicReflector, TakesAndDropsAMessage) {
     record.error = std::shared_ptr<Errs::ErrorMessage>();
     EXPECT_FALSE(record.error.initialized());
 
-    record.error.init(); // promises what isn't there
+    record.error.init(); // marks it set although the pointer is empty
     EXPECT_EQ(written(record), "{}");
     EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { record.error(); }),
               "Tolv::MetaData::PolymorphicReflector::operator()(): Error holds no message");
@@ -197,7 +197,7 @@ TEST(PolymorphicReflector, AbsentKeyCostsNoThrow) {
     EXPECT_EQ(counted.allocations(), 0U);
 }
 
-/// A record with `levels` errors in one another, as a tree; the innermost is level 0.
+/// A record with `levels` nested errors, as a tree; the innermost is level 0.
 Element nested(int levels) {
     Element cause;
     cause.makeObject(0);
@@ -213,7 +213,7 @@ Element nested(int levels) {
     return cause;
 }
 
-/// The levels of the errors in one another, from the outermost to the innermost.
+/// The levels of the nested errors, from the outermost to the innermost.
 std::vector<int> levelsOf(MayContainError const& record) {
     std::vector<int> levels;
     for (auto const* at = &record; at->hasError();) {
@@ -234,7 +234,7 @@ void expectAll(MayContainError const& record, int count) {
 }
 
 TEST(PolymorphicReflector, CausesInOneAnother) {
-    // 127 of them, with the record around, take 255 levels of JSON; each adds two.
+    // 127 of them and the enclosing record take 255 levels of JSON; each adds two.
     auto const text = textOf(nested(127));
     auto const record = holding(text.c_str());
     expectAll(record, 127);

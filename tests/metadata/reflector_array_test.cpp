@@ -43,7 +43,7 @@ template <class T>
 struct Sample {
     std::vector<T> values;
     char const* plain;     ///< as a JSON array
-    char const* corrupt;   ///< an array whose last entry doesn't read
+    char const* corrupt;   ///< an array whose last entry is invalid
     char const* tag = "";  ///< of the encoded form
     char const* text = ""; ///< in base64
 };
@@ -143,7 +143,7 @@ TYPED_TEST(ArrayOf, TheParentMustBeAnObject) {
     for (auto const* const text : {"null", "3", "[]", R"("a")"})
         EXPECT_THROW(readInto(field, text), Exception::InvalidParameter) << text;
     EXPECT_EQ(field(), this->values);
-    field.assign(Element()); // asks only whether the key is there
+    field.assign(Element()); // checks only whether the key exists
     EXPECT_FALSE(field.initialized());
 }
 
@@ -278,7 +278,7 @@ TYPED_TEST(EncodedArrayOf, LetsExceptionsThroughAndKeepsItsContent) {
 }
 
 TYPED_TEST(EncodedArrayOf, AnotherTypeIsRefused) {
-    // Numbers print a line; truth values are the core's and throw.
+    // Numbers print a line; booleans are converted by libTolvCore and throw.
     ReflectorArray<TypeParam> field{&this->owner, "a"_key, Required, this->values, true};
     for (auto const* const tag : {"0", "1", "2", "3", "4", "9", "4294967295"}) {
         if (tag == std::string(this->known.tag))
@@ -385,11 +385,11 @@ TEST(ArrayOfRecords, EntriesAreCopiesOfWhatWasRead) {
     EXPECT_EQ(written(field), R"({"a":[{"x":1,"name":"n"},{"x":0},{"x":0},{"x":0},{"x":0}]})")
         << "a required scalar that did not read comes out as the type's zero, initialized";
 
-    field.edit().insert(field.edit().begin(), Point(5)); // moves the others about
+    field.edit().insert(field.edit().begin(), Point(5)); // moves the other entries
     EXPECT_EQ(written(field().at(1)), R"({"x":1,"name":"n"})");
 }
 
-/// Reads anything, but can be copied only where it read well, as messages are.
+/// Reads anything, but like a message can be copied only if it parsed.
 struct Uncopyable {
     bool good = true;
     Uncopyable() = default;

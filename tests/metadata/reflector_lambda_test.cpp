@@ -16,7 +16,7 @@ namespace {
 
 using namespace Tolv::Testing;
 
-/// Refuses 5, throws at 6, and counts what it is told.
+/// Refuses 5, throws at 6, and counts its calls.
 class Guarded : public MirroredObject {
 public:
     int asked = 0;
@@ -84,7 +84,7 @@ TEST(ReflectorLambda, ReadsWhatTheCheckAccepts) {
     struct {
         char const* json;
         int value;
-        int asked; ///< how often the check of values is asked
+        int asked; ///< how often the value check is called
         char const* why;
     } const rows[] = {
         {R"({"n":7})", 7, 1, "accepted"},
@@ -144,7 +144,7 @@ TEST(ReflectorLambda, CopyKeepsItsOwnFunctions) {
     Guarded copy(*source);
     EXPECT_EQ(copy.field(), 7);
     EXPECT_EQ(copy.told, 1);
-    source.reset(); // functions that had come along would now refer to freed memory
+    source.reset(); // copied functions would now refer to freed memory
 
     copy.field = 8;
     readInto(copy, R"({"n":9})");

@@ -23,7 +23,7 @@ using Testing::readInto;
 using Testing::thrownBy;
 using Testing::written;
 
-/// Travels as a word.
+/// Written as a literal.
 enum class Colour { none, red };
 
 bool TryGetAs(Element const& element, Colour& colour) {
@@ -41,13 +41,13 @@ void SetAs(Colour const& colour, Element& element) {
     element.setString(colour == Colour::red ? "red" : "none");
 }
 
-/// What the tests of all types want to know of one.
+/// The properties of a type that the typed tests need.
 template <class T>
 struct Sample {
     T value;          ///< not the zero
     char const* text; ///< of the value
     char const* zero; ///< text of the type's zero
-    char const* bad;  ///< an element of the right kind, or the nearest one, that doesn't fit
+    char const* bad;  ///< an element of the right kind, or the closest one, that does not fit
 };
 
 template <class T>
@@ -124,7 +124,7 @@ TYPED_TEST(FieldOf, ResetsInSilenceWhenItDoesNotRead) {
     };
     for (auto const& [why, text] : cases) {
         SCOPED_TRACE(why);
-        // Both the value set before and the one of the constructor must be gone.
+        // Both the earlier value and that of the constructor must be gone.
         Reflector<TypeParam> field{&this->owner, "k"_key, Required, this->known.value};
         readInto(field, text);
         EXPECT_FALSE(field.initialized());
@@ -192,7 +192,7 @@ TYPED_TEST(FieldOf, AWrongKindCostsNoThrow) {
 
 // Fields of records.
 
-/// A record whose default arguments say something.
+/// A record whose default arguments are not zero.
 struct FanBank : MirroredObject {
     Reflector<int> bank{this, "bank"_key, Required};
     Reflector<int> speed{this, "speed"_key, Required};
@@ -372,7 +372,7 @@ TEST(Overrides, OfAssigningAreHonouredByFieldToField) {
     EXPECT_EQ(target(), 10);
 }
 
-/// Throws what is no exception class.
+/// Throws something other than an exception class.
 struct Unreadable {
     int state = 0;
     void copyToMetaData(Element& element) const { element.setSigned(state); }

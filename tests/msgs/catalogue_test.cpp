@@ -15,15 +15,15 @@
 #include "support/message_classes.h"
 #include "support/messages.h"
 
-// What each message class of the library makes of its golden file, one message with all fields set
-// (tests/golden/<family>/<alias>.json). What the classes are, introspection_test.cpp compares.
+// What each message class makes of its golden file, a message with all fields set
+// (tests/golden/<family>/<alias>.json). introspection_test.cpp checks the list of classes.
 namespace Tolv::Msgs {
 namespace {
 
 using MetaData::Element;
 using namespace Tolv::Testing;
 
-// ---- Ids and names, beside golden/catalogue.txt -------------------------------------------------
+// ---- Ids and names, besides golden/catalogue.txt ------------------------------------------------
 
 TEST(Catalogue, HasNothingElse) {
     for (unsigned long long const id : {
@@ -31,7 +31,7 @@ TEST(Catalogue, HasNothingElse) {
              0x0001000000000000ULL, 0x0001000000000003ULL, 0x000100000000FFFFULL,
              0x0002000000000007ULL, // sub2 is missing
              0x0002000000010001ULL, 0x0002000000010006ULL, 0x0002000000010008ULL,
-             0x000200000001FFFFULL, 0x0002000100010007ULL, // sub1 is not looked over
+             0x000200000001FFFFULL, 0x0002000100010007ULL, // sub1 is not ignored
              0x000300000000001DULL, 0x0003000000000FFFULL, // 29 to 4095
              0x0003000000002000ULL, 0x0003000000003000ULL, 0x000300000000A000ULL,
              0x000300000000FFFFULL, 0x0003000100000001ULL, 0x0005000000000000ULL,
@@ -74,7 +74,7 @@ TEST(Catalogue, IsSearchedByName) {
     }
 }
 
-// ---- What can be asked of a message only when its class is known ------------------------------
+// ---- What requires the class of a message to be known -----------------------------------------
 
 /// All fields of a record are set; `record` names it in a failure.
 void expectAllSet(MetaData::MirroredObject const& object, char const* record) {
@@ -125,8 +125,8 @@ unsigned long long idOf(Element const& message) {
     return id;
 }
 
-/// A golden file is worth something only where it differs from a message as it is built: in each
-/// value. The entries of a list differ from one another instead.
+/// A golden file proves something only if each of its values differs from that of a new message.
+/// The entries of a list differ from each other instead.
 class Differences {
 public:
     /// `message` against a new message of its class.
@@ -166,7 +166,8 @@ private:
         for (auto const& entry : list) {
             if (entry.find("MessageID") != nullptr) {
                 expectInMessage(entry);
-            } else if (before != nullptr) { // either way: each has all keys of the other
+            } else if (before !=
+                       nullptr) { // called both ways, so that each has all keys of the other
                 expect(entry, before, path);
                 expect(*before, &entry, path);
             }
@@ -201,8 +202,8 @@ TEST(Golden, DiffersFromANewMessageInEveryKey) {
     }
 }
 
-// Also the order of the keys is that of the file: two fields that took each other's keys show
-// there, when they have one type.
+// The order of the keys is that of the file too: two fields of the same type with swapped keys show
+// there.
 TEST(Golden, ReadIsWrittenAgain) {
     auto const expectations = byClass();
     ASSERT_EQ(expectations.size(), catalogue().size());

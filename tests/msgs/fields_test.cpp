@@ -13,8 +13,8 @@
 #include "support/message_classes.h"
 #include "support/messages.h"
 
-// What a message of each class makes of a golden file of which one value is missing or of a kind
-// that no field takes, and whether its records compare all they hold.
+// What a message of each class makes of a golden file in which one value is missing or of a kind
+// that no field accepts, and whether its records compare all of their fields.
 namespace Tolv::Msgs {
 namespace {
 
@@ -24,7 +24,7 @@ using Introspection::TypeKind;
 using MetaData::Element;
 using namespace Testing;
 
-/// A key of a record, with the keys that lead there from the message.
+/// A key of a record, with the path to it from the message.
 using Path = std::vector<std::string>;
 
 Element const* at(Element const& tree, Path const& path) {
@@ -34,7 +34,7 @@ Element const* at(Element const& tree, Path const& path) {
     return found;
 }
 
-/// `tree` with `value` at that place, and nothing there when it is null.
+/// `tree` with `value` at that path; null removes the key.
 Element with(Element tree, Path const& path, Element const* value) {
     auto* parent = &tree;
     for (std::size_t i = 0; i + 1 < path.size(); ++i)
@@ -69,8 +69,8 @@ private:
     static constexpr auto noArray =
         "Exception MetaDat::ReflectorArray Should have gotten an Array, but didn't\n";
 
-    /// A payload that is no object: the fields of a record go by themselves, unless a list among
-    /// them wants an object.
+    /// A payload that is not an object: each field of the record is reset, unless a list among them
+    /// requires an object.
     void expectPayload(Type const& type) {
         auto const fields = type.fields();
         auto const whole =
@@ -92,16 +92,16 @@ private:
         for (auto const& field : type.fields()) {
             auto inside = path;
             inside.push_back(field.key);
-            // All of it goes where the record says so, and else the field alone; one that asks
-            // before it takes a value keeps what it had.
+            // The whole record is reset where it says so, otherwise only the field; a field that
+            // checks a value before accepting it keeps its value.
             auto const without = with(full_, type.strict ? path : inside,
                                       isChecked(field) ? at(fresh_, inside) : nullptr);
             expectRead(with(full_, inside, nullptr), without, "");
             if (field.type->kind == TypeKind::record) {
                 expectRecord(inside, *field.type);
-                continue; // its own fields swallow that there is no object
+                continue; // its fields accept that there is no object
             }
-            // An encoded list throws through its record, any other keeps what it had.
+            // An encoded list throws through its record; any other keeps its content.
             auto const encodable = field.type->encodedTag != 0;
             auto const kept = isReflectedList(field) && !encodable && !type.strict;
             for (auto const* const bad : {"null", "{}"}) {
@@ -128,8 +128,8 @@ private:
         return field.closed && field.type->kind == TypeKind::integer;
     }
 
-    /// A `ReflectorArray`; not a list of messages of any classes, which is read by hand, nor one of
-    /// numbers without encoded form, which is a single value.
+    /// A `ReflectorArray`; not a list of messages of any class, whose conversion is hand-written,
+    /// nor a list of numbers without an encoded form, which is a single value.
     static bool isReflectedList(FieldDescription const& field) {
         auto const& type = *field.type;
         return type.kind == TypeKind::list &&
@@ -153,7 +153,7 @@ TEST(Fields, ReadAlone) {
     EXPECT_GT(checked, 1500U);
 }
 
-/// Each value of `full` alone, in the place of that in a new message, makes a payload another one.
+/// Each single value of `full`, put into a new message, makes its payload unequal.
 template <class M>
 void expectAllCount(Element const& full, Path const& path) {
     for (auto const& member : at(full, path)->object()) {

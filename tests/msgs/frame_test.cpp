@@ -86,7 +86,7 @@ TEST(Identifier, PacksItsFourFields) {
     }
 }
 
-/// What holds for each family whose ids begin with `prefix`.
+/// Checks a family whose ids begin with `prefix`.
 template <class Family>
 void checkFamily(unsigned long long prefix) {
     SCOPED_TRACE(typeid(Family).name());
@@ -144,7 +144,7 @@ TEST(Families, BuildIds) {
         EXPECT_EQ(row.built, row.expected) << row.why;
 }
 
-// Types keep their names: the factory stores them, and the records of other programs name them.
+// Type names are stable: the factory stores them, and records of other programs refer to them.
 TEST(Families, AreNamedAsInThePlatform) {
     EXPECT_EQ(std::strlen(typeid(SimpleMessageHelper<Notifs::AppNotification, 1>).name()), 68U);
 }
@@ -264,7 +264,7 @@ TEST(Creation, OfABadAddressKeepsTheMessage) {
               "Exception MetaDat::ReflectorArray MetaData Array corrupt for Destination\n");
 }
 
-/// Takes memory, and fails when it is nearly complete.
+/// Allocates memory, and throws when it is nearly constructed.
 class FailingMessage : public SimpleMessageHelper<UserMessage, 4> {
 public:
     explicit FailingMessage(MetaData::Object const& object) : SimpleMessageHelper(object) {
@@ -304,7 +304,7 @@ TEST(Registration, OfASecondClassIsRefused) {
 TEST(Registration, EndsWithItsRegistrar) {
     constexpr unsigned long long id = 0x7E57000000000063;
     auto const tree = parsed("{\"MessageID\":" + std::to_string(id) + '}');
-    for (int i = 0; i < 2; ++i) { // an id can be taken anew
+    for (int i = 0; i < 2; ++i) { // an id can be registered again
         EXPECT_EQ(Message::CreateFromMetaData(tree), nullptr);
         Message::Registrar<UserMessage> const registrar(id);
         EXPECT_TRUE(registrar.registered());

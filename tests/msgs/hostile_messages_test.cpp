@@ -19,7 +19,7 @@ namespace {
 using MetaData::Element;
 using namespace Testing;
 
-/// As long as it lives, nothing is printed, and nothing allocated for it.
+/// Discards output during its lifetime, without allocations.
 class Silence {
 public:
     Silence() : before_(std::cout.rdbuf(nullptr)) {}
@@ -31,9 +31,9 @@ private:
     std::streambuf* before_;
 };
 
-// Each value of each golden file in turn is taken away, and replaced by a fifth of the strange
-// ones, another fifth than its neighbour: the message is then read, written and read again as the
-// same (see checkMessage, which aborts).
+// Each value of each golden file in turn is removed, and replaced by a fifth of the strange values,
+// not the same fifth as its neighbour. Then the message is read, written, and read back the same
+// (see checkMessage, which aborts).
 TEST(HostileMessages, EveryFieldInTurn) {
     Silence const silence;
     std::size_t checked = 0;
@@ -58,7 +58,7 @@ TEST(HostileMessages, EveryFieldInTurn) {
     EXPECT_GT(checked, 20'000U);
 }
 
-// The memory of a message for each byte of its text, with lists of what takes most.
+// The memory of a message per byte of its text, for the most expensive lists.
 TEST(HostileMessages, MemoryOfAList) {
     Silence const silence;
     double most = 0;
@@ -96,21 +96,21 @@ TEST(HostileMessages, MemoryOfAList) {
 
 // ---- Allocations that fail ---------------------------------------------------------------------
 
-/// Runs `action` with one allocation that fails. @return whether there were so many
+/// Runs `action` with one failing allocation. @return whether that allocation was reached
 template <class Action>
 bool withFailure(std::size_t number, Action const& action) {
     FailingAllocation const failing(number);
     try {
         action();
     } catch (std::bad_alloc const&) {
-    } catch (Exception::Base const&) { // what it became, nested in something else
+    } catch (Exception::Base const&) { // wrapped in another exception
     }
     return FailingAllocation::happened();
 }
 
-/// Runs `action` again and again, each time with another allocation that fails, until all were
-/// made; how many failed. Nothing may be left behind, but for what is made once and stays, such as
-/// the names of keys: so each failure comes twice, and the second counts.
+/// Runs `action` repeatedly, each time with another failing allocation, until none fails; returns
+/// how many failed. Nothing may leak except what is created once per process, such as the names of
+/// keys: so each failure is tried twice, and the second one is checked.
 template <class Action>
 std::size_t withEachFailure(Action const& action) {
     for (std::size_t number = 0;; ++number) {
@@ -123,7 +123,7 @@ std::size_t withEachFailure(Action const& action) {
     }
 }
 
-/// What only the class of a message can do.
+/// The operations that require the class of a message.
 struct ByClass {
     std::unique_ptr<Message> (*copy)(Message const&);
     void (*assign)(Message& target, Message const& source);
@@ -144,7 +144,7 @@ std::map<unsigned long long, ByClass> byClass() {
     return all;
 }
 
-/// The same for an action on a message that was there before, and must stay usable.
+/// The same for an action on an existing message, which must stay usable.
 template <class Action>
 void withEachFailureOn(Message const& original, ByClass const& its, Action const& action) {
     auto const text = written(original);
@@ -182,7 +182,7 @@ TEST(AllocationFailures, OfEveryClass) {
         ASSERT_NE(original, nullptr);
         auto const& its = classes.at(original->id());
         auto const& row = *findMessage(original->id());
-        (void)written(*its.copy(*original)); // what is made once in a process is there from now on
+        (void)written(*its.copy(*original)); // creates what exists once per process
 
         failures += withEachFailure([&] { (void)row.make(); });
         failures += withEachFailure([&] { (void)its.copy(*original); });

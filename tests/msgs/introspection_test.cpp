@@ -29,8 +29,8 @@ using namespace Tolv::Testing;
 
 // ---- The approved catalogue --------------------------------------------------------------------
 
-/// What stands on the wire of all classes, as golden/catalogue.txt tells it: each class with what a
-/// new message of it writes, then each record with its fields.
+/// The wire format of all classes, as in golden/catalogue.txt: each class with what a new message
+/// writes, then each record with its fields.
 class Told {
 public:
     std::string text() {
@@ -105,7 +105,7 @@ TEST(Introspection, TheCatalogueIsAsApproved) {
 
 // ---- All classes, against what the classes themselves write and read ---------------------------
 
-/// What a message writes as it is built is what the description says, key by key and in order.
+/// A new message writes what its description says, key by key and in order.
 void expectDefaults(std::vector<FieldDescription> const& fields, Element const& written,
                     std::string const& path) {
     std::vector<std::string> keys;
@@ -129,7 +129,7 @@ void expectDefaults(std::vector<FieldDescription> const& fields, Element const& 
 TEST(Introspection, DefaultsAreWhatAMessageWritesAsItIsBuilt) {
     for (auto const& row : catalogue()) {
         auto fields = describe(row.id)->fields;
-        for (auto& field : fields) // where the address is required, only the sender knows it
+        for (auto& field : fields) // only the sender knows a required address
             field.required = field.required && field.key != "Destination";
         expectDefaults(fields, parsed(written(*row.make())), row.fullAlias());
     }

@@ -24,7 +24,7 @@ static_assert(std::is_base_of_v<isMessagesArray, Entries>);
 
 constexpr auto corrupt = "Exception MetaDat::ReflectorArray MetaData Array corrupt for Messages\n";
 
-/// The batch is known to the factory for the time of a test; the entries never are.
+/// The batch is registered during a test; the entries never are.
 class MessagesArrayTest : public testing::Test {
     Message::Registrar<Batch> const registrar_{Batch::MsgID()};
 };
@@ -76,7 +76,7 @@ TEST_F(MessagesArrayTest, IdOfAnEntryIsReadAndNotLookedAt) {
         EXPECT_EQ(read->payload().messages()[1].payload().name(), "a");
         EXPECT_EQ(written(*read), text);
     }
-    // One that is missing or no number is none.
+    // A missing or non-numeric id is no id.
     for (auto const* const begin : {"{", R"({"MessageID":"1",)"}) {
         auto const read = received<Batch>(batchOf(std::string(begin) + R"("Data":{"Name":"a"}})"));
         ASSERT_NE(read, nullptr);

@@ -164,7 +164,7 @@ TEST(ReadReport, RecordsTheReadsOfItsThread) {
 // ---- Reads are the same with a report and without
 // --------------------------------------------------
 
-/// What reading `tree` gives: what the message writes, or what is thrown, and what is printed.
+/// The result of reading `tree`: what the message writes or what is thrown, and what is printed.
 std::string outcomeOf(Element const& tree) {
     CapturedOutput const output;
     std::string result;

@@ -1,4 +1,4 @@
-// Messages to and from text at once: as by way of a tree that one can see.
+// Messages to and from text directly give the same as through a tree.
 
 #include <memory>
 #include <string>
@@ -39,7 +39,7 @@ TEST(Text, ReadAtOnceAllocatesOnlyTheMessage) {
               allocationsOf([&] { return Message::CreateFromMetaData(tree); }));
 }
 
-/// A record of which somebody takes parts of what it wrote.
+/// A record whose written tree is modified afterwards.
 struct Watched : MirroredObject {
     ReflectorArray<double> samples{this, "Samples"_key, Required, true};
     mutable std::vector<Element> taken;
@@ -60,7 +60,7 @@ struct Watched : MirroredObject {
     mutable std::string lookedAt;
 };
 
-// Large arrays are encoded into the output, not into the tree: nobody must notice.
+// Large arrays are encoded into the output, not into the tree: the result must be the same.
 TEST(Text, WrittenAtOnceIsWhatTheTreeGives) {
     struct {
         std::size_t count; ///< of samples, of 8 bytes

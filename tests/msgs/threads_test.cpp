@@ -13,7 +13,7 @@
 #include "support/messages.h"
 #include "support/threads.h"
 
-// The factory by itself is tried in core/factory_threads_test.cpp; here all classes of the library.
+// All classes of the library; core/factory_threads_test.cpp tests the factory itself.
 namespace Tolv::Msgs {
 namespace {
 
@@ -37,7 +37,7 @@ TEST(Threads, AllClassesWhileOthersComeAndGo) {
         for (std::size_t i = 0; i < trees.size(); ++i) {
             auto const at = (i + number * trees.size() / 8) % trees.size();
             auto const id = Identifier::toValue(0x7EAE, 0, 0, static_cast<unsigned short>(i % 4));
-            Message::Registrar<Guest> const guest(id); // fought for by all threads
+            Message::Registrar<Guest> const guest(id); // contended by all threads
             if (guest.registered())
                 expect(received(messageText(id, "")) != nullptr);
             // The tree is shared by all threads, the text is read by each.

@@ -1,6 +1,6 @@
-// Sends messages of all classes, and now and then a trace and a batch, through text and back, in
-// one process, and tells for each tenth what it took. It fails when a message comes back
-// differently, when anything stays allocated, or when the process grows.
+// Converts messages of all classes, including traces and batches, to text and back in one process,
+// and prints time and memory for each tenth. Fails if a message changes, memory leaks or the
+// process grows.
 
 #include <chrono>
 #include <cstdio>
@@ -29,7 +29,7 @@ std::string largeText(auto const& fill) {
     return Testing::written(message);
 }
 
-/// What is sent in turn: each class, a trace in either form, and a batch.
+/// The messages to send in turn: each class, a trace in either form, and a batch.
 std::vector<std::string> mixture() {
     std::vector<std::string> texts;
     for (auto const& tree : Testing::examples())
@@ -56,7 +56,7 @@ std::vector<std::string> mixture() {
     return texts;
 }
 
-/// What `text` says after its way through tree and message.
+/// `text` after a round trip through tree and message.
 void sendOn(std::string const& text, std::string& again) {
     Element tree;
     MetaData::ReaderJson::Read(tree, text);
@@ -66,7 +66,7 @@ void sendOn(std::string const& text, std::string& again) {
     MetaData::WriterJson::Write(written, again);
 }
 
-/// Megabytes of the process in memory.
+/// Resident memory of the process in megabytes.
 double residentSize() {
     std::ifstream statm("/proc/self/statm");
     double pages = 0;
@@ -109,7 +109,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     auto const texts = mixture();
-    sendAll(texts, static_cast<long long>(texts.size()) * 4); // what is made once is made now
+    sendAll(texts,
+            static_cast<long long>(texts.size()) * 4); // creates what exists once per process
     (void)residentSize();
     std::vector<Tenth> tenths;
     tenths.reserve(10);

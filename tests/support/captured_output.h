@@ -6,7 +6,7 @@
 
 namespace Tolv::Testing {
 
-/// Takes what goes to `std::cout` as long as it lives.
+/// Captures `std::cout` during its lifetime.
 class CapturedOutput {
 public:
     CapturedOutput() : before_(std::cout.rdbuf(taken_.rdbuf())) {}

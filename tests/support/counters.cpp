@@ -10,7 +10,7 @@
 namespace {
 
 thread_local Tolv::Testing::Counted::Totals totals;
-/// Allocations that still succeed before one fails, and those behind it again; negative: all do.
+/// How many allocations succeed before one fails; later ones succeed again. Negative: none fails.
 thread_local std::ptrdiff_t untilFailure = -1;
 
 bool allowed() noexcept { return untilFailure < 0 || untilFailure-- != 0; }
@@ -44,7 +44,7 @@ void release(void* block) noexcept {
 
 } // namespace
 
-// The forms of the standard library for over-aligned types stay: nothing here uses them.
+// The standard forms for over-aligned types are not replaced: nothing here uses them.
 void* operator new(std::size_t size) { return allocateOrThrow(size); }
 void* operator new[](std::size_t size) { return allocateOrThrow(size); }
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
@@ -56,8 +56,8 @@ void operator delete[](void* block, std::size_t) noexcept { release(block); }
 void operator delete(void* block, std::nothrow_t const&) noexcept { release(block); }
 void operator delete[](void* block, std::nothrow_t const&) noexcept { release(block); }
 
-/// Stands before the function of the C++ runtime that each `throw` of each library calls. It goes
-/// by another name here, since compilers and headers declare that one in ways of their own.
+/// Wraps the function of the C++ runtime that every `throw` in every library calls. It has another
+/// name here, because compilers and headers declare that function differently.
 [[noreturn]] __attribute__((visibility("default"))) void
 countThrow(void* exception, void* type, void (*destroy)(void*)) __asm__("__cxa_throw");
 

@@ -4,8 +4,8 @@
 
 namespace Tolv::Testing {
 
-/// What this thread did to memory and with exceptions since the object was made, in all libraries
-/// of the process.
+/// Counts the allocations and exceptions of this thread since the object was created, in all
+/// libraries of the process.
 class Counted {
 public:
     struct Totals {
@@ -15,30 +15,31 @@ public:
         std::size_t allocated = 0;   ///< bytes in all these allocations
         std::size_t largest = 0;     ///< bytes of the largest allocation
         std::ptrdiff_t bytes = 0;    ///< of the blocks, as the heap rounds them
-        std::ptrdiff_t peak = 0;     ///< the most of them at any time
+        std::ptrdiff_t peak = 0;     ///< the maximum of `bytes`
     };
 
     Counted() noexcept;
 
     [[nodiscard]] std::size_t exceptions() const noexcept;
     [[nodiscard]] std::size_t allocations() const noexcept;
-    /// Bytes in all these allocations, freed since or not.
+    /// Bytes in all these allocations, including those freed since.
     [[nodiscard]] std::size_t allocatedBytes() const noexcept;
-    /// Blocks that are more than there were at the start; zero when nothing leaks.
+    /// Blocks in addition to those at the start; zero if nothing leaks.
     [[nodiscard]] std::ptrdiff_t blocks() const noexcept;
-    /// Bytes of the largest allocation of the thread since the newest `Counted` was made.
+    /// Bytes of the thread's largest allocation since the newest `Counted` was created.
     [[nodiscard]] std::size_t largestAllocation() const noexcept;
 
-    /// Bytes in blocks that are more than there were at the start.
+    /// Bytes in these additional blocks.
     [[nodiscard]] std::ptrdiff_t bytes() const noexcept;
-    /// The most of them at any time since the newest `Counted` was made.
+    /// The maximum of `bytes` since the newest `Counted` was created.
     [[nodiscard]] std::ptrdiff_t peakBytes() const noexcept;
 
 private:
     Totals start_;
 };
 
-/// As long as it lives, one allocation of this thread fails: that with this number, from 0.
+/// During its lifetime one allocation of this thread fails: the one with this number, counted from
+/// 0.
 class FailingAllocation {
 public:
     explicit FailingAllocation(std::size_t number) noexcept;
@@ -46,7 +47,7 @@ public:
     FailingAllocation& operator=(FailingAllocation const&) = delete;
     ~FailingAllocation();
 
-    /// Whether there were so many allocations.
+    /// Whether that allocation was reached.
     [[nodiscard]] static bool happened() noexcept;
 };
 

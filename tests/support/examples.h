@@ -12,7 +12,7 @@
 
 namespace Tolv::Testing {
 
-/// Where the golden files are: one message of each class, with all fields set.
+/// The folder of the golden files: one message of each class, with all fields set.
 inline std::filesystem::path const goldenFolder = TOLV_GOLDEN_FOLDER;
 
 inline MetaData::Element parsedFile(std::filesystem::path const& path) {

@@ -11,23 +11,23 @@
 
 namespace Tolv::Testing {
 
-/// The message that a JSON text holds, made by the factory; empty when its class isn't registered
-/// or is no `M`.
+/// The message in a JSON text, created by the factory; empty if its class is not registered or not
+/// derived from `M`.
 template <class M = Msgs::Message>
 std::shared_ptr<M> received(std::string_view text) {
     return std::dynamic_pointer_cast<M>(Msgs::Message::CreateFromMetaData(parsed(text)));
 }
 
-/// A message after its way over the wire: text, tree, factory.
+/// A message after a round trip through text, tree and factory.
 template <class M>
 std::shared_ptr<M> sent(M const& message) {
     return received<M>(written(message));
 }
 
-/// The class of a message, as which it was made.
+/// The dynamic class of a message.
 inline std::type_info const& classOf(Msgs::Message const& message) { return typeid(message); }
 
-/// The text of a message with this id and this text under "Data"; without "Data" when that is
+/// The text of a message with this id and this text under "Data"; without "Data" if the text is
 /// empty.
 inline std::string messageText(unsigned long long id, std::string_view data) {
     auto text = R"({"MessageID":)" + std::to_string(id);

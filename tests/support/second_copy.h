@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <string>
 
-/// Two copies of a library in one process hold two of each global object, which the address
-/// sanitizer takes for a fault of the build. This is where it asks for what shall be otherwise.
+/// Two copies of a library in one process have two of each global object, which the address
+/// sanitizer reports as an error of the build. It calls this function for its options.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the sanitizer's name
 extern "C" inline __attribute__((used, visibility("default"))) char const*
 __asan_default_options() {
@@ -14,7 +14,8 @@ __asan_default_options() {
 
 namespace Tolv::Testing {
 
-/// A library at another path, for as long as this lives. The loader takes it for another library.
+/// A copy of a library at another path, which the loader takes for another library. Exists during
+/// the lifetime of this object.
 class SecondCopy {
 public:
     explicit SecondCopy(std::filesystem::path const& library)

@@ -21,8 +21,8 @@ inline constexpr bool sanitized =
     false;
 #endif
 
-/// Runs `call` on a thread with no more stack than that, or with the usual 8 MB where a sanitizer
-/// makes frames large.
+/// Runs `call` on a thread with a stack of that size, or of the usual 8 MB under a sanitizer, which
+/// enlarges frames.
 template <class Call>
 void onSmallStack(std::size_t kilobytes, Call call) {
     pthread_attr_t attributes;

@@ -7,7 +7,7 @@
 
 namespace Tolv::Testing {
 
-/// Runs `work(number)` in so many threads, from the same moment on, until all are done.
+/// Runs `work(number)` on that many threads, which start together, and waits for all of them.
 template <class Work>
 void inThreads(unsigned int threads, Work const& work) {
     std::latch start(static_cast<std::ptrdiff_t>(threads));

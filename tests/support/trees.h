@@ -22,8 +22,8 @@ inline std::string textOf(MetaData::Element const& element) {
     return text;
 }
 
-/// What `object`, a record or a field, writes into an empty tree, as one line of JSON; "null" when
-/// it writes nothing.
+/// What `object`, a record or a field, writes into an empty tree, as one line of JSON; "null" if it
+/// writes nothing.
 template <class T>
 std::string written(T const& object) {
     MetaData::Element element;
@@ -31,14 +31,14 @@ std::string written(T const& object) {
     return textOf(element);
 }
 
-/// Has `object`, a record or a field, read itself from a JSON text.
+/// Reads `object`, a record or a field, from a JSON text.
 template <class T>
 void readInto(T& object, std::string_view text) {
     object.copyFromMetaData(parsed(text));
 }
 
-/// Takes a copy of the tree that it is read from: what `copyFromText` reads, to be compared with
-/// what `ReaderJson::Read` does.
+/// Keeps a copy of the tree from which it is read, to compare the trees of `copyFromText` and
+/// `ReaderJson::Read`.
 class Taken : public MetaData::MirroredObject {
 public:
     MetaData::Element tree;
@@ -47,8 +47,8 @@ public:
     void copyFromMetaData(MetaData::Element const& element) override { tree = element; }
 };
 
-/// The text of the exception of class `Expected` that `call` throws; "nothing thrown" for none.
-/// Any other exception passes through and fails the test.
+/// The text of the exception of class `Expected` that `call` throws; "nothing thrown" if there is
+/// none. Any other exception propagates and fails the test.
 template <class Expected, class Call>
 std::string thrownBy(Call&& call) {
     try {

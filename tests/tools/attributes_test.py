@@ -1,4 +1,4 @@
-"""How tolvmsg decode shows attributes, and whether it says rightly which are valid."""
+"""How tolvmsg decode shows attributes, and whether it reports the valid ones correctly."""
 
 import base64
 import json
@@ -38,7 +38,7 @@ SPACES = re.compile("  +")
 
 
 def words(line):
-    """The lines in which `decode` puts the payload into words, without what aligns them."""
+    """The lines in which `decode` describes the payload, without alignment."""
     text = run("decode", text=line).out.decode()
     payload = re.search(r"^  data .*\n((?:    .*\n)*)", text, re.M).group(1)
     return [SPACES.sub("  ", row.strip()) for row in payload.splitlines()]
@@ -55,7 +55,7 @@ class Valid(unittest.TestCase):
                 self.assertRegex(row.get("invalid", ""), invalid or "^$")
 
     def test_every_class(self):
-        """What is valid, the library judges; here, that each class is asked and what it says."""
+        """The library decides what is valid; this checks that every class is asked, and the reasons."""
         limited = about(Minimum=1, Maximum=6)
         self.check((
             # number, payload, what the reason must hold (None: valid)
@@ -94,7 +94,7 @@ class Valid(unittest.TestCase):
         table = (
             (attribute(DOUBLE + BATCH, {"Messages": [tree(DOUBLE, {"d": 1}), bad]}),
              {"Data.Messages[0]": VALID, "Data.Messages[1]": above}),
-            # the batch, and not the id of the entry, gives the class
+            # the batch determines the class, not the id of the entry
             (attribute(DOUBLE + BATCH, {"Messages": [{**bad, "MessageID": good["MessageID"]}]}),
              {"Data.Messages[0]": above}),
             (attribute(LIST, {"Attributes": [good, name, bad]}),
@@ -127,7 +127,7 @@ class Words(unittest.TestCase):
             (DOUBLE, {"d": 1.5}, ["value  1.5", "valid  yes"]),
             (DOUBLE, {"d": 1.5, **about(Name="Level", **volt)},
              ['name  "Level"', "value  1.50 V", "valid  yes"]),
-            # what the precision hides is told
+            # digits hidden by the precision are shown
             (DOUBLE, {"d": 1.23456, **about(**volt)},
              ["value  1.23 V  (exactly 1.23456)", "valid  yes"]),
             (DOUBLE, {"d": 1e300, **about(**volt)}, ["value  1e300 V", "valid  yes"]),
@@ -135,7 +135,7 @@ class Words(unittest.TestCase):
             (DOUBLE, {"d": 1, **about(CurrentBroadcastUnit="°C")}, ["value  1 °C", "valid  yes"]),
             (DOUBLE, {"d": 1, **about(CurrentBroadcastUnit="\x1b[2J")},
              [r'value  1 "\u001b[2J"', "valid  yes"]),
-            # a precision that cannot be meant stays as it is
+            # an implausible precision is ignored
             (DOUBLE, {"d": 1.5, **about(Precision=-1)},
              ["value  1.5", "valid  yes", "AttributeMetaData", "Precision  -1"]),
             (DOUBLE, {"d": 1.5, **about(Precision=2**31 - 1)},
@@ -147,7 +147,7 @@ class Words(unittest.TestCase):
               "valid  no: Tolv::MetaData::Reflector::operator()(): d is not initialized in Attrs::AttrWithMetaData<double, Attrs::RangedMetaData<double>>"]),
             (COMPLEX, {"dc": [1.5, -2], **about(CurrentBroadcastUnit="V")},
              ["value  (1.5 - 2i) V", "valid  yes"]),
-            # what is not told in words is shown as it stands
+            # what has no description is shown as it is
             (BOOL, {"b": True, **about(Name="n", ControlAttrID=["a"])},
              ['name  "n"', "value  true", "valid  yes", "AttributeMetaData",
               'ControlAttrID  ["a"]']),
@@ -182,7 +182,7 @@ class Words(unittest.TestCase):
             (ENUM, {"value": {"Value": 2}, "enums": ENTRIES[1:]},
              ['value  2 ?', "entries  1, 0 disabled", '2 "AC"',
               "valid  no: Tolv::MetaData::Reflector::operator()(): Literal is not initialized in Attrs::EnumVal"]),
-            # the current entry shows wherever it stands; flags of no entry do not get lost
+            # the current entry is shown wherever it is; flags without an entry are shown too
             (ENUM_INT, {"value": 130, "enums": list(range(100, 150)),
                         **about(DisabledList=[False] * 50 + [True])},
              ["value  130", "entries  50, 0 disabled", *map(str, range(100, 120)), "130  current",

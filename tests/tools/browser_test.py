@@ -22,7 +22,7 @@ CHROMIUM = shutil.which("chromium")
 OPTIONS = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
            "--disable-background-networking", "--disable-component-update", "--disable-sync",
            "--hide-scrollbars", "--disable-dev-shm-usage",
-           # Nothing but files can be reached.
+           # Only files can be reached.
            "--host-resolver-rules=MAP * ~NOTFOUND"]
 DOWN, UP, ENTER, ESCAPE = "\ue015", "\ue013", "\ue007", "\ue00c"
 ELEMENT = "element-6066-11e4-a52e-4f735466cecf"
@@ -113,7 +113,7 @@ class Catalogue(unittest.TestCase):
             "[...document.querySelectorAll('#results .name')].map((name) => name.textContent)")
 
     def assertSoon(self, expected, ask):
-        """What is asked for may be there only when the next page is."""
+        """Waits: the element may appear only with the next page."""
         end = time.monotonic() + 20
         while (answer := ask()) != expected and time.monotonic() < end:
             time.sleep(0.05)
@@ -127,7 +127,7 @@ class Catalogue(unittest.TestCase):
         self.assertEqual(143, self.browser.run(
             "document.querySelectorAll('#families li').length"))
         table = (
-            # typed, the first result, how many there may be
+            # typed, the first result, the possible number of results
             ("connectm", "App::ConnectMessage", range(1, 2)),
             ("CONNECT", "App::ConnectMessage", range(3, 20)),         # those that begin so first
             ("3.0.0.1", "App::ConnectMessage", range(2, 20)),         # others begin so, too

@@ -1,4 +1,4 @@
-"""What the pages of `tolvmsg catalogue` hold. The environment names a compiler (CXX) and the folder
+"""The content of the pages of `tolvmsg catalogue`. The environment names a compiler (CXX) and the folder
 of the headers (INCLUDES).
 """
 
@@ -14,7 +14,7 @@ from tool import WITH_CLASS_OF_A_USER, classes, run
 
 
 class Page(html.parser.HTMLParser):
-    """The links of a page, the texts of its listings by id, and its tags, which have to match."""
+    """The links of a page, the texts of its listings by id, and its tags, which must match."""
 
     EMPTY = {"meta", "link", "input"}
 

@@ -34,7 +34,7 @@ class Diff(Case):
             ({}, {"a": [1]}, (), [("only-right", "Data.a", None, "[1]", None)]),
             ({"a": ["x"]}, {"a": ["y", "z"]}, (), [("changed", "Data.a[0]", '"x"', '"y"', None),
                                                    ("only-right", "Data.a[1]", None, '"z"', None)]),
-            # the bound itself is within it; integers that a double does not tell apart are
+            # the bound itself is within the tolerance; integers that doubles cannot distinguish are
             ({"a": 1}, {"a": 1.5}, ("--tolerance", ".5"), []),
             ({"a": 1}, {"a": 1.5}, ("--tolerance", ".49"),
              [("changed", "Data.a", "1", "1.5", .5)]),
@@ -91,7 +91,7 @@ class Diff(Case):
                                             for row, want in zip(rows, expected, strict=True)])
 
     def test_lines(self):
-        """A word is a log: a letter is the id of a message, a digit behind it its value."""
+        """A word stands for a log: a letter is the id of a message, the digit after it its value."""
         def lines(word):
             return [message(ord(word[i]), {"v": int(word[i + 1])}) for i in range(0, len(word), 2)]
 

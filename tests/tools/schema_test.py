@@ -1,4 +1,4 @@
-"""Judges the schemas that tolvmsg writes with a validator that others made.
+"""Checks the schemas that tolvmsg writes with an independent validator.
 
 The environment names the folder of the golden messages (GOLDEN).
 """
@@ -38,7 +38,7 @@ def example(name):
 
 
 def paths(tree, at=()):
-    """The places of all values inside of a tree; entries of lists that are all alike count once."""
+    """The paths of all values in a tree; identical entries of a list count once."""
     inside = tree.items() if isinstance(tree, dict) else enumerate(tree[:2])
     for key, value in inside:
         yield at + (key,)
@@ -91,7 +91,7 @@ class Schema(unittest.TestCase):
                 for kind, mutant in mutants.items():
                     counts[kind] += 1
                     self.assertFalse(accepts(name, mutant), (name, kind, path))
-            # A new message has all keys that are required, and of others only these addresses.
+            # A new message has all required keys; of the others, only these addresses.
             for path in paths(example(name)):
                 if isinstance(path[-1], str) and "MsgKey" not in path[:-1]:
                     counts["absent"] += 1

@@ -1,4 +1,4 @@
-"""How tolvmsg token shows tokens, and whether it tells the authentic ones from the others."""
+"""How tolvmsg token shows tokens, and whether it recognizes authentic ones."""
 
 import base64
 import hashlib
@@ -36,7 +36,7 @@ class Token(Case):
         self.key_file = self.file("key", KEY + b"\n")
 
     def show(self, text, *arguments, key_file=None):
-        """Runs the command twice, for people and for programs, and looks for the key in both."""
+        """Runs the command with and without --json, and looks for the key in both outputs."""
         if not isinstance(text, bytes):
             text = text.encode()
         if key_file is not None:
@@ -62,7 +62,7 @@ class Token(Case):
             (f"{data}.{last}", 1, "not authentic", wrong),
             (f"{data}.", 1, "not authentic", wrong),
             (token(key=KEY + b"\n"), 1, "not authentic", wrong),  # the line end is no part of it
-            # the signature of another algorithm is not looked at, though it would be right
+            # the signature of another algorithm is not checked, even if it would be right
             *((token(header={**HEADER, "alg": alg}), 1, "not authentic",
                f'"alg" is "{alg}", the key is for HS256') for alg in ("HS512", "none", "hs256")),
         )
@@ -160,7 +160,7 @@ token  authentic
                 (("--key-file", self.key_file), "FILE"),
                 (("-", "-"), ""),
                 ((), "FILE"))), text=text)
-        # the two files mixed up: the key is not shown
+        # the two files swapped: the key is not shown
         for arguments in ((), ("--key-file", self.key_file)):
             done = run("token", *arguments, self.key_file)
             self.assertEqual((2, b""), (done.status, done.out))

@@ -146,8 +146,8 @@ class Decode(unittest.TestCase):
                 self.assertEqual((0, lines), (done.status, [row["line"] for row in done.rows()]))
 
     def test_lines_of_all_lengths_across_the_buffer(self):
-        """Lines that end anywhere near the end of a buffer, among them lines larger than it. They
-        differ from their first bytes on, so that no part of one can stand in for another's."""
+        """Lines that end anywhere near the end of a buffer, including lines larger than the buffer.
+        They differ from their first bytes on, so that no part can pass for that of another."""
         lengths = [*range(3000), 131000, 65536, 131072, 131071, 5, 400000, 1, 262144, *range(3000)]
         names = [f"{number}:" + "x" * length for number, length in enumerate(lengths)]
         done = decode(b"\n".join(b'{"Sender":["%b"],"MessageID":844424930131972}' % name.encode()
@@ -164,7 +164,7 @@ class Decode(unittest.TestCase):
         self.assertIn(f"longer than {bound} bytes", rows[1]["error"])
 
     def test_problems(self):
-        """What is a problem, the library tells; here, how it shows."""
+        """The library decides what is a problem; this checks how problems are shown."""
         good = {"MaxVersion": 3, "MinVersion": 1, "BinaryTransmission": False}
         trace = encoded(3, [1, 2])
         table = (
@@ -198,7 +198,7 @@ class Decode(unittest.TestCase):
                 self.assertTrue(all(one["problem"] for one in problems))
 
     def test_diagnostics_of_the_library(self):
-        """What the library prints belongs to its message, and stays out of the way."""
+        """What the library prints is shown with its message, not in between."""
         corrupt = message(4, Sender=["a", 1])
         rows = decode(b"\n".join((corrupt, CONNECT, corrupt))).rows()
         self.assertEqual([[CORRUPT_SENDER], None, [CORRUPT_SENDER]],
@@ -418,7 +418,7 @@ class Streams(Case):
                 self.assertNotIn("longer than", run(*words).err)
 
     def test_shows_a_message_before_the_next_comes(self):
-        """A message on a pipe or a terminal shows at once; the input stays open meanwhile."""
+        """A message on a pipe or a terminal is shown at once, while the input stays open."""
         pipe_out, pipe_in = os.pipe()
         for reading, writing in ((pipe_out, pipe_in), pty.openpty()[::-1]):
             with self.subTest(terminal=os.isatty(reading)), subprocess.Popen(
@@ -438,7 +438,7 @@ class Streams(Case):
                 self.assertEqual(0, process.wait(60))
 
     def test_follow(self):
-        """Lines that come later, one in two parts, and those of a file that is begun anew."""
+        """Lines that arrive later, one of them in two parts, and those of a file that was replaced."""
         path = self.file("live", CONNECT + b"\n")
         with subprocess.Popen([TOLVMSG, "decode", "--json", "--follow", path],
                               stdout=subprocess.PIPE) as process:

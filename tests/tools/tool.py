@@ -1,4 +1,4 @@
-"""Runs tolvmsg, which the environment names (TOLVMSG), and makes messages for it.
+"""Runs tolvmsg, whose path is in the environment (TOLVMSG), and makes messages for it.
 
 PRELOAD, NAME=VALUE, is what makes it load a library with a message class that no catalogue knows.
 """
@@ -29,7 +29,7 @@ class Result:
         self.err = done.stderr.decode()
 
     def rows(self):
-        """The lines of the output, each of which has to be JSON."""
+        """The lines of the output, each of which must be JSON."""
         lines = self.out.decode().split("\n")
         assert lines.pop() == "", "the last line has no end"
         return [json.loads(line) for line in lines]
@@ -97,7 +97,7 @@ class Case(unittest.TestCase):
         return path
 
     def check_refusals(self, *table, text=b""):
-        """Each row: arguments, and what the complaint must hold."""
+        """Each row: arguments, and what the error message must contain."""
         for arguments, complaint in table:
             with self.subTest(arguments):
                 done = run(*arguments, text=text)

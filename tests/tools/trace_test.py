@@ -96,7 +96,7 @@ class Plot(Case):
                 self.assertLessEqual(set(expected), set(self.texts(line)))
 
     def test_hostile_names(self):
-        """A name is text, whatever stands in it: no command of gnuplot or of a shell runs."""
+        """A name is only text, whatever it contains: it runs no command of gnuplot or a shell."""
         commands = ("`touch pwned`", '"; system("touch pwned") #', "'\n!touch pwned\n'",
                     '\\"\n!touch pwned\n"', "$(touch pwned)", "@pwned", "EOD\n!touch pwned\n",
                     "\\140touch pwned\\140", "|touch pwned", "{/Symbol a}_b^c", "%d%s%n", "<&>")
@@ -117,7 +117,7 @@ class Plot(Case):
         fills = self.draw("s.svg", line).count(b"fill-opacity")
         self.assertGreater(fills, self.draw("n.svg", trace(TRACE, list(range(100)))).count(
             b"fill-opacity"))
-        # of a long trace the extremes are drawn, and not every sample
+        # for a long trace, the extremes are drawn instead of every sample
         peak = [0] * 300000
         peak[123456] = 7777
         long = self.draw("l.svg", trace(TRACE, peak))

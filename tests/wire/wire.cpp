@@ -1,8 +1,8 @@
-// Writes messages, and reads and writes them again, as lines of JSON: two machines that understand
-// each other make the same bytes of the same line.
+// Writes messages as lines of JSON, and reads and writes them again: two machines must produce the
+// same bytes from the same line.
 //
-//     wire new GOLDEN_DIR    every class as built, every golden file, traces, all kinds of values
-//     wire again             what comes on standard input, read as messages and written again
+//     wire new GOLDEN_DIR    new messages of all classes, golden files, traces, all kinds of values
+//     wire again             reads messages from standard input and writes them again
 
 #include <algorithm>
 #include <bit>
@@ -28,13 +28,13 @@ namespace {
 
 using MetaData::Element;
 
-/// The same numbers on every machine, which the distributions of the standard library are not.
+/// The same numbers on every machine, unlike the distributions of the standard library.
 std::uint64_t bits() {
     static std::mt19937_64 generator(20240229);
     return generator();
 }
 
-/// Any bits: subnormal numbers, both zeros, infinities and numbers that are none among them.
+/// Arbitrary bits, including subnormal numbers, both zeros, infinities and NaN.
 double number() {
     switch (bits() % 8) {
     case 0:
@@ -92,7 +92,7 @@ void putIntegers() {
     put(Testing::written(message));
 }
 
-/// Trees that are no messages.
+/// Trees that are not messages.
 void putValues() {
     Element tree;
     auto& numbers = static_cast<MetaData::Array&>(tree["numbers"]);
@@ -149,7 +149,7 @@ void putNew(std::filesystem::path const& golden) {
     putValues();
 }
 
-/// Through the typed message; a line that is none goes through the tree.
+/// Through the typed message, or through the tree if the line is not a message.
 std::string again(std::string const& line) {
     auto const tree = Testing::parsed(line);
     if (tree.find("MessageID") == nullptr)

@@ -9,8 +9,8 @@
 
 #include "support/messages.h"
 
-// What records of applications do beyond their table; catalogue_test.cpp and fields_test.cpp hold
-// all classes to those.
+// What the records of applications do beyond the rules that catalogue_test.cpp and fields_test.cpp
+// check for all classes.
 namespace Tolv::Msgs::App {
 namespace {
 
@@ -66,7 +66,7 @@ TEST(AppRecords, ArgumentsReachTheirKeys) {
         EXPECT_EQ(found, expected);
 }
 
-// Also what had been read before the failure is gone.
+// What was read before the failure is reset too.
 TEST(AppRecords, WrittenByHandAreWholeOrNew) {
     auto const ping = received<PingAnswerMessage>(
         messageText(PingAnswerMessage::MsgID(),
@@ -94,7 +94,7 @@ TEST(AppRecords, FailureCarriesAWholeErrorMessage) {
     EXPECT_EQ(error->payload().errorDescription(), "no such version");
 }
 
-// A module in a list that lost its configuration has none, and not an empty one.
+// A module in a list whose configuration was reset has none, not an empty one.
 TEST(AppRecords, OptionalPartsOfAnEntryStayAway) {
     constexpr auto text = R"({"Make":"a","Model":"b","ModuleList":[{"Make":"c","Model":"d"}]})";
     ChassisInformation chassis;

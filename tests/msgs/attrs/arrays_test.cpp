@@ -68,7 +68,7 @@ TEST(AttrArrays, OfOneClass) {
     EXPECT_EQ(written(Infos(read)), text);
 }
 
-/// A class whose id has sub-fields: their keys are then there from the start.
+/// A class whose id has sub-fields, so that their keys are always written.
 class Sub : public AttrMessage {
 public:
     static Identifier const& MsgID() {
@@ -102,7 +102,7 @@ TEST(AttrArrays, OfAnyClasses) {
     EXPECT_EQ(dynamic_cast<BoolMessage&>(*read.attributes[1]).payload().value(), false);
     EXPECT_NE(dynamic_cast<AttrInfoRequestMessage*>(read.attributes[2].get()), nullptr);
     EXPECT_EQ(written(ArrayDataPolymorphic<AttrMessage>(read)), text);
-    // What stood in the tree before goes.
+    // Earlier content of the tree is removed.
     auto tree = Testing::parsed(R"({"Attributes":[1,2,3,4]})");
     read.copyToMetaData(tree);
     EXPECT_EQ(Testing::textOf(tree), text);
@@ -117,7 +117,7 @@ TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
     auto const before = written(list);
     struct {
         char const* text;
-        bool unusable; ///< an entry that is a message, but of no class that belongs there
+        bool unusable; ///< an entry is a message of a class that does not belong there
         char const* why;
     } const rows[] = {
         {R"({})", false, "no list"},
@@ -135,7 +135,7 @@ TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
             EXPECT_THROW(readInto(list, row.text), Exception::Base) << row.why;
         EXPECT_EQ(written(list), before) << row.why;
     }
-    // As the payload of a message it is reset.
+    // As the payload of a message, it is reset.
     auto const message = Message::CreateFromMetaData(Testing::parsed(
         R"({"MessageID":1125899906842645,"Data":{"Attributes":[{"MessageID":1125899906842629}]}})"));
     EXPECT_FALSE(dynamic_cast<AttrListMessage&>(*message).Data.initialized());

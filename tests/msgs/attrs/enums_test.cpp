@@ -21,13 +21,13 @@ std::string judgedText(std::string const& data) {
     return judged(payload);
 }
 
-/// The rule is one for the three classes: each row runs with all of them. "1", "2", ... stand for
+/// The three classes share these rules: each row runs with all of them. "1", "2", ... stand for
 /// values.
 struct Row {
     char const* disabled; ///< null: no metadata
     char const* enums;    ///< null: no list
-    char const* value;    ///< null: none that reads
-    char const* verdict;  ///< "$" stands for the value, "?" for the key that is missed
+    char const* value;    ///< null: none that parses
+    char const* verdict;  ///< "$" stands for the value, "?" for the missing key
     char const* why;
 };
 
@@ -90,7 +90,7 @@ TEST(EnumeratedAttrs, NumbersWithTexts) {
     auto const write = [](char c) {
         return std::string(R"({"Value":)") + c + R"(,"Literal":"A)" + c + "\"}";
     };
-    // A value that is no object reads as an entry without fields: the first of them is missed.
+    // A value that is not an object is read as an entry without fields: the first one is missing.
     judgeAll<EnumData>(
         write, [](char c) { return std::string(1, c) + " \"A" + c + '"'; }, "Value");
     EXPECT_EQ(judgedText<EnumData>(R"({"value":{"Literal":"A"},"enums":[)" + write('1') + "]}"),
@@ -108,7 +108,7 @@ TEST(EnumeratedAttrs, NumbersWithTexts) {
                              R"("value":{"Value":4,"Literal":"AC"},)"
                              R"("enums":[{"Value":3,"Literal":"B"},{"Value":4,"Literal":"AC"}]})"),
         R"(4 "AC" is disabled in enums)");
-    // A disabled entry is not looked at, and need not be complete.
+    // A disabled entry is not examined and need not be complete.
     EnumData data(EnumVal(1, "A"));
     data.enums.edit().resize(1);
     data.enums.edit()[0].literal.reset();

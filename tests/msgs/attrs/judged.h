@@ -7,8 +7,8 @@
 
 namespace Tolv::Testing {
 
-/// What both `validate` and `explainInvalid` say of a payload: "valid", the sentence, or "throws "
-/// and the text of the exception. It is a failure when they disagree.
+/// What both `validate` and `explainInvalid` say about a payload: "valid", the sentence, or "throws
+/// " and the text of the exception. Fails the test if they disagree.
 template <class Payload>
 std::string judged(Payload const& payload) {
     std::string failure;

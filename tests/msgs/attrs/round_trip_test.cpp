@@ -47,7 +47,8 @@ TEST(AttrPayloads, StartWithWhatIsGiven) {
     EXPECT_EQ(written(RegistrationData(false)), R"({"OK":false})");
     EXPECT_EQ((AttrWithMetaData<double, NumericMetaData>::valMirrorName), "m");
     EXPECT_EQ(BoolMessage(false).payload().value(), false);
-    // Metadata that were set to nothing are there; of an enumeration they hold the required list.
+    // Metadata that were set but left empty are present; those of an enumeration hold the required
+    // list.
     EnumData enumerated;
     enumerated.editMetaData();
     EXPECT_EQ(

@@ -42,7 +42,7 @@ TEST(ValidCharacters, WhatIsNoExpressionIsRefused) {
     EXPECT_EQ(outcomeOf(std::string("a\0b", 3), "a"), Outcome::refused);
 }
 
-// The worst of what is within the bounds, and what is beyond.
+// The worst patterns within the bounds, and some beyond them.
 TEST(ValidCharacters, HostilePatterns) {
     constexpr Limits limits;
     auto const nested = [](std::size_t depth) {

@@ -61,7 +61,7 @@ TEST(AttrValues, RangedDouble) {
         {R"({"d":1,"AttributeMetaData":{"Minimum":"NaN"}})", "valid"},
         {R"({"d":1,"AttributeMetaData":{"Maximum":"NaN"}})",
          "value 1 cannot be compared with Maximum NaN"},
-        // The value is looked at first, whatever the metadata.
+        // The value is checked first, whatever the metadata.
         {R"({})", std::string(unset) + "d is not initialized in Attrs::AttrWithMetaData<double, "
                                        "Attrs::RangedMetaData<double>>"},
         {R"({"d":"x","AttributeMetaData":{"Minimum":3}})",
@@ -72,7 +72,7 @@ TEST(AttrValues, RangedDouble) {
 
 TEST(AttrValues, RangedLong) {
     judgeAll<RangedLong>({
-        // Beyond what a double tells apart.
+        // Beyond the precision of a double.
         {R"({"i":9007199254740993,"AttributeMetaData":{"Maximum":9007199254740992}})",
          "value 9007199254740993 is above Maximum 9007199254740992"},
         {R"({"i":9223372036854775807,"AttributeMetaData":{"Maximum":9223372036854775807}})",
@@ -98,7 +98,7 @@ TEST(AttrValues, OthersAreAlwaysValid) {
         {{R"({"m":9,"AttributeMetaData":{"Minimum":0,"Maximum":1}})", "valid"}});
     judgeAll<AttrWithMetaData<double, NumericMeasMetaDataWithStatus>>(
         {{R"({"m":9,"AttributeMetaData":{"Minimum":0,"Maximum":1}})", "valid"}});
-    // Neither samples nor segments are looked at.
+    // Neither samples nor segments are examined.
     using Trace = TraceWithSegmentsPayload<double, RangedMetaData<double>>;
     static_assert(std::is_base_of_v<isTrace, Trace>);
     judgeAll<Trace>({{R"({"AttributeMetaData":{"Maximum":1},"trace":[9],)"
@@ -131,10 +131,10 @@ TEST(AttrValues, Text) {
         // Bytes, not characters.
         {R"({"s":"éé","AttributeMetaData":{"MaxLength":3}})", "4 bytes, MaxLength is 3"},
         {R"({"s":"a","AttributeMetaData":{"MaxLength":0}})", "1 bytes, MaxLength is 0"},
-        // Too long whatever the expression says, even one that is none.
+        // The length is checked first, even if the expression is invalid.
         {R"({"s":"12","AttributeMetaData":{"MaxLength":1,"ValidCharacters":"("}})",
          "2 bytes, MaxLength is 1"},
-        // The whole value, and nothing but the text that stands there.
+        // The expression must match the whole value.
         {R"({"s":"12","AttributeMetaData":{"ValidCharacters":"[0-9]+"}})", "valid"},
         {R"({"s":"12a","AttributeMetaData":{"ValidCharacters":"[0-9]+"}})",
          R"(value "12a" does not match ValidCharacters "[0-9]+")"},
@@ -166,7 +166,7 @@ TEST(AttrValues, SentencesAreShortAndWellFormed) {
     } const rows[] = {
         {std::string(60, 'a'), std::string(60, 'a')},
         {std::string(61, 'a'), std::string(60, 'a') + "..."},
-        // No character is cut in two, and what is no UTF-8 is shown as bytes.
+        // No character is split, and invalid UTF-8 is shown as bytes.
         {std::string(59, 'a') + "éa", std::string(59, 'a') + "..."},
         {std::string("a\xff"
                      "b\xc3"),

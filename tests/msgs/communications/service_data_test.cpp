@@ -28,7 +28,7 @@ TEST(ServiceData, IsMadeOfAKey) {
     EXPECT_EQ(written(ServiceData(key, 0, 18446744073709551615U)),
               R"({"MsgKey":)" + std::string(keyText) +
                   R"(,"Count":0,"ShortestDistance":18446744073709551615})");
-    // Empty addresses are there; those of a message are not.
+    // Empty addresses are written; those of a message are not.
     EXPECT_EQ(written(MessageKeyData(MessageKey(0, {}, {}, {}))),
               R"({"MessageID":0,"Sender":[],"Destination":[]})");
 }
@@ -38,7 +38,7 @@ TEST(ServiceData, WithoutKeyIsNotCopied) {
     readInto(data, R"({"Count":3})");
     EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { ServiceData const copy(data); }),
               unreadKey);
-    // Assignment is another matter: what is required becomes its default.
+    // Assignment differs: a required field gets its default.
     ServiceData other;
     readInto(other, full);
     other = data;

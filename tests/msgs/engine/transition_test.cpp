@@ -99,7 +99,7 @@ TEST(Transition, ParametersThatDoNotRead) {
     TransitionData data;
     readInto(data, "{}");
     EXPECT_EQ(written(data), "{}");
-    // What is required is there again in a copy.
+    // Required fields are set again in a copy.
     EXPECT_EQ(written(TransitionData(data)), R"({"event":0,"param":[]})");
 }
 

@@ -49,7 +49,7 @@ TEST(GenericErrorData, IsCopiedOnlyWhole) {
                       " is not initialized in Errs::GenericErrorData");
         GenericErrorData assigned;
         readInto(assigned, full);
-        assigned = data; // gives what is required its zero
+        assigned = data; // sets required fields to zero
         auto const rewritten = parsed(written(assigned));
         EXPECT_EQ(assigned.members().size(), rewritten.object().size());
     }

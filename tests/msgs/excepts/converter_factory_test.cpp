@@ -22,7 +22,7 @@ constexpr auto untranslatable = "unable to translate exception message";
 template <unsigned short last>
 using Numbered = PayloadMessageHelper<ExceptionMessage, CommonExceptionData, last>;
 
-/// What the far end catches.
+/// What the receiver catches.
 struct Caught {
     std::type_info const* type;
     std::string what;
@@ -173,13 +173,13 @@ TEST(ConverterFactory, TakesOutWhatIsThereAndNothingElse) {
         ConverterFactory::registerExceptionConverter(name, [](auto const&) { return nullptr; }));
     ConverterFactory::unregisterExceptionConverter(name);
 
-    // One that breaks its promise to throw.
+    // A converter that fails to throw.
     EXPECT_TRUE(ConverterFactory::registerMessageConverter(id, [](auto const&) {}));
     EXPECT_EQ(thrownFor(message).what, untranslatable);
     ConverterFactory::unregisterMessageConverter(id);
 }
 
-/// An exception of a user with a payload of its own: number, text and the error behind it.
+/// A user's exception with a payload of its own: number, text and the underlying error.
 struct Overload : std::runtime_error {
     Overload(unsigned int channel, std::string const& text)
         : std::runtime_error(text), channel(channel) {}
@@ -233,7 +233,7 @@ TEST(ConverterRegistrar, ActsAsLongAsItLives) {
               nullptr);
 }
 
-// A record for exceptions of users; no message of the library holds it.
+// A record for users' exceptions; no message of the library contains it.
 TEST(GenericExceptionData, Texts) {
     constexpr auto full =
         R"({"Error":{"MessageID":1407374883553281,"Data":{"ErrorLevel":1,"ErrorCategory":2,)"

@@ -27,7 +27,7 @@ std::string printed(E value) {
     return stream.str();
 }
 
-/// What a text lists: words with the numbers 0, 1, ..., or as from `=number` on.
+/// The literals in a text, with the values 0, 1, ...; `=number` sets the next value.
 std::vector<std::pair<std::string, int>> listed(std::string const& text) {
     std::vector<std::pair<std::string, int>> words;
     std::istringstream stream(text);
@@ -75,7 +75,7 @@ TEST(Enumerations, AllTables) {
     expectTable(PtpUdpVersionEnums, "udp4 udp6");
 }
 
-/// The words of a trigger enumeration, both ways, and that there are no others.
+/// Checks the literals of a trigger enumeration in both directions, and that there are no others.
 template <class E>
 void expectWords(std::string const& text, auto const& map) {
     auto const words = listed(text);

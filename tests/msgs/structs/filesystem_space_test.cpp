@@ -53,7 +53,7 @@ TEST(FilesystemSpace, TextThatIsNoNumber) {
         << "can be caught without Boost";
 }
 
-/// Makes a locale with grouped digits the global one.
+/// Sets a global locale with grouped digits.
 class GroupedDigits {
     struct Grouping : std::numpunct<char> {
         [[nodiscard]] std::string do_grouping() const override { return "\3"; }

@@ -121,7 +121,7 @@ TEST(JsonWebToken, RefusedTexts) {
     auto const good = unsignedToken(goodHeader, "{}");
     struct {
         std::string text;
-        std::string expected; ///< empty: what reader, decoder or lookup say
+        std::string expected; ///< empty: as the reader, the decoder or the lookup says
         char const* why;
     } const rows[] = {
         {"", noDot, "no dot at all"},
@@ -159,7 +159,7 @@ TEST(JsonWebToken, RefusedTexts) {
     }
     EXPECT_FALSE(verifies(good)) << "an empty signature is a signature";
 
-    // What base64 and JSON say passes through unchanged.
+    // Error texts of base64 and JSON are passed on unchanged.
     MetaData::Element element;
     auto const parse = [](std::string const& text) {
         return thrownBy<InvalidParameter>([&] { JsonWebToken const token(nullptr, text); });
@@ -300,7 +300,7 @@ TEST(TokenPayload, Accessors) {
     payload.setExpirationTime("d");
     payload.setIssuedAt("c");
     payload.setMessage(FanBankData(1, 2));
-    payload.setMessage(VersionData("x", "y")); // nothing of the first is left
+    payload.setMessage(VersionData("x", "y")); // nothing of the first remains
     EXPECT_EQ(written(payload),
               R"({"aud":-2,"exp":"d","iat":"c","msg":{"name":"x","version":"y"}})");
 }

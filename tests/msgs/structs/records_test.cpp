@@ -33,12 +33,12 @@ TEST(Records, Constructors) {
     EXPECT_EQ(written(GPS(1, 2, 3, 4, 5, GPS::differentialFix)),
               R"({"Latitude":1.0,"Longitude":2.0,"Altitude":3.0,"Time":4,"Satellites":5,)"
               R"("Status":2})");
-    // State and result stand the other way round in the record.
+    // The record has state and result in reverse order.
     EXPECT_EQ(written(SelftestData(1, "fans", false, Selftest::passed, "stuck")),
               R"({"id":1,"name":"fans","enable":false,"result":"stuck","state":0})");
 }
 
-// The only record that no message holds.
+// The only record that no message contains.
 TEST(Records, MdnsResult) {
     constexpr auto full = R"({"serialNumber":"a","ipAddress":"b"})";
     MdnsResult result;
@@ -51,7 +51,7 @@ TEST(Records, MdnsResult) {
 }
 
 TEST(Records, ComparisonStopsAtTheFirstDifference) {
-    auto const broken = R"({"bank":1})"; // the speed does not read
+    auto const broken = R"({"bank":1})"; // the speed does not parse
     EXPECT_FALSE(readFrom<FanBankData>(broken) == FanBankData(2, 0));
     EXPECT_EQ(thrownBy<InvalidOperation>(
                   [&] { (void)(readFrom<FanBankData>(broken) == FanBankData(1, 0)); }),
@@ -106,7 +106,7 @@ TEST(Triggers, GettersNeedTheirField) {
     EXPECT_THROW((void)readFrom<TriggerPulseOffset>("{}").getSource(), InvalidOperation);
     EXPECT_THROW((void)readFrom<TriggerPulseWidth>("{}").getWidth(), InvalidOperation);
 
-    // A setter brings a field back.
+    // A setter sets the field again.
     auto offset = readFrom<TriggerPulseOffset>("{}");
     offset.setOffset(TriggerDuration(2));
     EXPECT_EQ(written(offset), R"({"offset":2.0})");
