@@ -1,12 +1,12 @@
 #include <tolv/msgs/introspection/description.h>
 
 #include <mutex>
-#include <shared_mutex>
 #include <typeindex>
 #include <unordered_map>
 
 #include <boost/core/demangle.hpp>
 
+#include <tolv/core/detail/fork.h>
 #include <tolv/msgs/catalogue.h>
 #include <tolv/msgs/introspection/detail/tables.h>
 #include <tolv/msgs/introspection/detail/types.h>
@@ -16,7 +16,7 @@ namespace Tolv::Msgs::Introspection {
 namespace {
 
 struct Known {
-    std::shared_mutex mutex;
+    std::mutex mutex;
     std::unordered_map<std::type_index, Type const*> byField;
 };
 
@@ -24,6 +24,9 @@ Known& known() {
     static Known table;
     return table;
 }
+
+[[maybe_unused]] bool const forksInOrder =
+    Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return known().mutex; });
 
 std::string replaced(std::string text, std::string_view what, std::string_view by) {
     for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
@@ -68,7 +71,7 @@ std::string nameOfMessage(unsigned long long id, std::type_info const& type) {
 }
 
 void enter(std::type_info const& field, Type const& type) {
-    std::unique_lock const lock(known().mutex);
+    std::lock_guard const lock(known().mutex);
     known().byField.try_emplace(field, &type);
 }
 
@@ -99,7 +102,7 @@ Type const* typeOfField(MetaData::ReflectorBase const& field) {
 
 Type const* typeOfField(std::type_index field) {
     static bool const own = (Detail::addOwnTypes(), true);
-    std::shared_lock const lock(known().mutex);
+    std::lock_guard const lock(known().mutex);
     auto const found = own ? known().byField.find(field) : known().byField.end();
     return found != known().byField.end() ? found->second : nullptr;
 }
