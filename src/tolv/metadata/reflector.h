@@ -1,7 +1,7 @@
 #pragma once
 
+#include <concepts>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 #include <tolv/core/metadata/detail/read_hooks.h>
@@ -119,8 +119,11 @@ private:
 
 /// The field of a record: `Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};`.
 ///
-/// `IsRecord` says whether `T` is a record; it changes no behaviour.
-template <class T, bool IsRecord = Record<T>, bool OwnerApart = true>
+/// `IsRecord` says whether `T` is a record or a payload, which derive from
+/// `PartiallySerializableInterface`; `Msgs::Identifier` only converts itself. It changes no
+/// behaviour.
+template <class T, bool IsRecord = std::derived_from<T, PartiallySerializableInterface>,
+          bool OwnerApart = true>
 class Reflector : public ReflectorNoWriteParend<T, OwnerApart> {
     using Base = ReflectorNoWriteParend<T, OwnerApart>;
 
