@@ -1,5 +1,9 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <array>
 #include <atomic>
+#include <csignal>
 #include <string>
 #include <utility>
 #include <vector>
@@ -92,6 +96,48 @@ TEST(FactoryThreads, ManyNewIdsAtOnce) {
     });
     EXPECT_EQ(faults, 0);
     EXPECT_EQ(factory.size(), before);
+}
+
+TEST(FactoryThreads, AChildOfAForkFindsNothingLocked) {
+    auto& factory = Message::MsgFactory::Instance();
+    std::atomic<bool> isOver = false;
+    std::atomic<int> failed = 0;
+    Testing::inThreads(threads, [&](unsigned int number) {
+        if (number != 0) { // never without one of the locks for long
+            for (unsigned int i = 0; !isOver; ++i) {
+                Message::Registrar<Plain> const mine(idOf(number));
+                (void)factory.entries();
+                MetaData::Key::intern("fork " + std::to_string(i % 5000 * threads + number));
+            }
+            return;
+        }
+        for (int i = 0; i < 100; ++i) {
+            auto const child = fork();
+            if (child == 0) {
+                alarm(20); // ends a child that hangs
+                Message::Registrar<Plain> const own(idOf(60'000));
+                auto const& key = MetaData::Key::intern("of the child");
+                _exit(own.registered() && !factory.entries().empty() && key.name() == key.text()
+                          ? 0
+                          : 1);
+            }
+            int status = -1;
+            if (child < 0 || waitpid(child, &status, 0) != child || status != 0) {
+                ++failed;
+                break;
+            }
+        }
+        isOver = true;
+    });
+    EXPECT_EQ(failed, 0);
+}
+
+TEST(FactoryThreads, ANullCreatorIsRefused) {
+    auto& factory = Message::MsgFactory::Instance();
+    auto const before = factory.size();
+    EXPECT_FALSE(factory.registerMessage(idOf(1), nullptr, "none"));
+    EXPECT_EQ(factory.size(), before);
+    EXPECT_TRUE(Message::Registrar<Plain>(idOf(1)).registered()) << "the id is still free";
 }
 
 /// Number `I` of a family that no other test has touched.

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <complex>
+#include <iomanip>
+#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -417,6 +419,36 @@ TEST(ArrayOfRecords, AnEntryThatThrowsOrCannotBeCopiedIsCorrupt) {
         readInto(field, text);
         EXPECT_EQ(output.text(), corruptLine);
         EXPECT_EQ(written(field), R"({"a":[true]})");
+    }
+}
+
+// A program's own format does not reach the lines, and waits for the program's next output.
+TEST(ArrayLines, AreNotFormatted) {
+    MirroredObject owner;
+    std::string const longKey(300, 'k');
+    ReflectorArray<int> numbers{&owner, "a"_key, Required};
+    ReflectorArray<int> others{&owner, longKey, Required};
+    ReflectorArray<std::string> texts{&owner, "a"_key, Required};
+    struct {
+        ReflectorBase& field;
+        std::string text;
+        std::string line;
+    } const rows[] = {
+        {numbers, R"({"a":["x"]})", corruptLine},
+        {others, "{\"" + longKey + R"(":["x"]})",
+         "Exception MetaDat::ReflectorArray MetaData Array corrupt for " + longKey + '\n'},
+        {texts, R"({"a":1})", noArrayLine},
+        {numbers, R"({"a":{"type":3,"len":0}})", wrongTypeLine},
+    };
+    for (auto const& row : rows) {
+        CapturedOutput const output;
+        std::ios before(nullptr);
+        before.copyfmt(std::cout);
+        std::cout << std::setw(400) << std::setfill('*') << std::left << std::hex << std::showbase;
+        readInto(row.field, row.text);
+        EXPECT_EQ(std::cout.width(), 400);
+        std::cout.copyfmt(before);
+        EXPECT_EQ(output.text(), row.line);
     }
 }
 

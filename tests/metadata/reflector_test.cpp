@@ -11,6 +11,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/msgs/identifier.h>
 #include <tolv/msgs/app/connection.h>
+#include <tolv/msgs/engine/transition_data.h>
 #include "support/counters.h"
 #include "support/trees.h"
 
@@ -40,6 +41,13 @@ bool TryGetAs(Element const& element, Colour& colour) {
 void SetAs(Colour const& colour, Element& element) {
     element.setString(colour == Colour::red ? "red" : "none");
 }
+
+template <bool IsRecord, class... T>
+constexpr bool areFieldsOf = (std::is_same_v<Reflector<T>, Reflector<T, IsRecord, true>> && ...);
+static_assert(areFieldsOf<false, bool, unsigned long long, std::string, std::complex<double>,
+                          std::vector<int>, Colour, Msgs::Identifier>);
+static_assert(areFieldsOf<true, Msgs::App::Connect, Msgs::App::PingData,
+                          Msgs::Engine::TransitionData::ParamList>);
 
 /// The properties of a type that the typed tests need.
 template <class T>

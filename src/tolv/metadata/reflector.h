@@ -159,8 +159,11 @@ private:
 /// The field of a record: `Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};`.
 ///
 /// What a field takes loses nothing: `maxVersion = 3.7` does not compile (see `Lossless`).
-/// `IsRecord` says whether `T` is a record; it changes no behaviour.
-template <class T, bool IsRecord = Record<T>, bool OwnerApart = true>
+/// `IsRecord` says whether `T` is a record or a payload, which derive from
+/// `PartiallySerializableInterface`; `Msgs::Identifier` only converts itself. It changes no
+/// behaviour.
+template <class T, bool IsRecord = std::derived_from<T, PartiallySerializableInterface>,
+          bool OwnerApart = true>
 class Reflector : public ReflectorNoWriteParend<T, OwnerApart> {
     using Base = ReflectorNoWriteParend<T, OwnerApart>;
 

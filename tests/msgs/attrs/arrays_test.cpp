@@ -1,3 +1,4 @@
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -111,29 +112,31 @@ TEST(AttrArrays, OfAnyClasses) {
     EXPECT_THROW(written(list), Exception::InvalidOperation);
 }
 
-TEST(AttrArrays, WhatDoesNotReadLeavesTheList) {
-    ArrayDataPolymorphic<AttrMessage> list;
-    list.attributes.push_back(std::make_shared<DoubleMessage>(2.5));
-    auto const before = written(list);
+TEST(AttrArrays, AReadReleasesTheMessagesOnceThereIsAList) {
     struct {
         char const* text;
-        bool unusable; ///< an entry is a message of a class that does not belong there
+        bool isArray;
         char const* why;
     } const rows[] = {
         {R"({})", false, "no list"},
         {R"({"Attributes":{}})", false, "no array"},
-        {R"({"Attributes":[1]})", false, "no message"},
-        {R"({"Attributes":[{}]})", false, "no id"},
+        {R"({"Attributes":[1]})", true, "no message"},
+        {R"({"Attributes":[{}]})", true, "no id"},
         {R"({"Attributes":[{"MessageID":1125899906842629}]})", true,
          "4, 0, 0, 5 is not registered"},
-        {R"({"Attributes":[{"MessageID":844424930131970}]})", true, "3, 0, 0, 2 is no attribute"},
+        {R"({"Attributes":[{"MessageID":1125899906842637},{"MessageID":844424930131970}]})", true,
+         "3, 0, 0, 2 is no attribute"},
     };
     for (auto const& row : rows) {
-        if (row.unusable)
+        ArrayWithRangeResponseData list;
+        list.attributes.push_back(std::make_shared<DoubleMessage>(2.5));
+        std::weak_ptr<AttrMessage> const held = list.attributes.front();
+        if (row.isArray)
             EXPECT_THROW(readInto(list, row.text), Exception::InvalidOperation) << row.why;
         else
-            EXPECT_THROW(readInto(list, row.text), Exception::Base) << row.why;
-        EXPECT_EQ(written(list), before) << row.why;
+            EXPECT_THROW(readInto(list, row.text), Exception::InvalidParameter) << row.why;
+        EXPECT_EQ(held.expired(), row.isArray) << row.why;
+        EXPECT_EQ(list.attributes.empty(), row.isArray) << row.why;
     }
     // As the payload of a message, it is reset.
     auto const message = Message::CreateFromMetaData(Testing::parsed(

@@ -1,3 +1,5 @@
+#include <functional>
+#include <random>
 #include <regex>
 #include <string>
 
@@ -7,6 +9,7 @@
 #include <tolv/msgs/attrs/values.h>
 
 #include "msgs/attrs/judged.h"
+#include "support/automaton.h"
 #include "support/small_stack.h"
 
 namespace Tolv::Msgs::Attrs {
@@ -76,6 +79,18 @@ TEST(ValidCharacters, HostilePatterns) {
         {"a{1000}", times(1000, "a"), Outcome::matches, "many copies"},
         {"a{1000}", times(999, "a"), Outcome::differs, "many copies"},
         {"a{0,1000}b", times(999, "a") + "b", Outcome::matches, "many copies"},
+        {"[a-z]{1024}", times(1024, "a"), Outcome::matches, "many copies"},
+        {"[a-z]{2000}", times(2000, "a"), Outcome::matches, "many copies"},
+        {"a{2045}", times(2045, "a"), Outcome::matches, "as many states as can be"},
+        {"a{2046}", times(2046, "a"), Outcome::refused, "a state more"},
+        {"(a?){0,681}", times(681, "a"), Outcome::matches, "as many as can be, all optional"},
+        {"a{0,1022}", times(1022, "a"), Outcome::matches, "as many as can be, all optional"},
+        {"(){0,2045}", "", Outcome::matches, "as many as can be, all of them nothing"},
+        {"(){1000}{90}", "", Outcome::refused, "placeholders without end"},
+        {"([a-zA-Z0-9]([a-zA-Z0-9-]{0,61}[a-zA-Z0-9])?\\.){0,15}[a-zA-Z]{2,63}",
+         times(15, "a-0.") + "example", Outcome::matches, "a host name, label by label"},
+        {"([a-z0-9]|-|\\.){1,253}", "host-1." + times(246, "a"), Outcome::matches,
+         "a host name, byte by byte"},
         {"a{5000}", "a", Outcome::refused, "too many copies"},
         {"a{999999999999999999999999}", "a", Outcome::refused, "too many for a number"},
         {"a{1,999999999999999999999999}", "a", Outcome::refused, "too many for a number"},
@@ -94,11 +109,43 @@ TEST(ValidCharacters, HostilePatterns) {
         {"(a|a)*(a|aa)*c", times(2000, "a"), Outcome::differs, "exponential when backtracking"},
     };
     for (auto const& row : rows)
-        onSmallStack(256, [&row] {
+        onSmallStack(448, [&row] {
             EXPECT_EQ(outcomeOf(row.pattern, row.value), row.outcome)
                 << row.why << ": " << row.pattern.substr(0, 60);
         });
 }
+
+#ifdef __GLIBCXX__
+TEST(ValidCharacters, CountsWhatIsBuilt) {
+    std::mt19937 random(17); // NOLINT(cert-msc51-cpp): the same patterns each time
+    auto const oneOf = [&](auto const&... texts) {
+        std::string const all[] = {texts...};
+        return all[random() % sizeof...(texts)];
+    };
+    std::function<std::string(int)> const expression = [&](int depth) {
+        std::string text;
+        for (auto terms = random() % 4; terms > 0; --terms) {
+            if (depth == 0 || random() % 3 != 0)
+                text += oneOf("a", ".", "[^]b-d]", "[[:digit:]{3}]", "\\{", "a|b", "(|a)");
+            else
+                text += '(' + expression(depth - 1) + ')';
+            for (auto quantifiers = random() % 3; quantifiers > 0; --quantifiers)
+                text += oneOf("*", "+", "?", "{0}", "{1}", "{3}", "{2,}", "{0,}", "{0,3}", "{2,4}");
+            text += oneOf("", "", "", "|", "^", "$");
+        }
+        return text;
+    };
+    Limits limits;
+    limits.patternStates = 100'000;
+    for (int i = 0; i < 5000; ++i) {
+        auto const pattern = expression(3);
+        auto const built = Testing::builtFor(pattern);
+        auto const counted = sizeOf(pattern, limits);
+        ASSERT_EQ(counted.states, built.states) << pattern;
+        ASSERT_EQ(counted.built, built.built) << pattern;
+    }
+}
+#endif
 
 TEST(ValidCharacters, HostileValues) {
 #ifdef __OPTIMIZE__

@@ -103,6 +103,15 @@ TEST(Transition, ParametersThatDoNotRead) {
     EXPECT_EQ(written(TransitionData(data)), R"({"event":0,"param":[]})");
 }
 
+TEST(Transition, AReadReleasesTheParametersOnceThereIsAnArray) {
+    for (auto const* const text : {"{}", R"([{"MessageID":844424930131972},1])"}) {
+        TransitionData::ParamList list;
+        list.push_back(std::make_shared<App::PingMessage>());
+        EXPECT_THROW(readInto(list, text), Exception::Base);
+        EXPECT_EQ(list.empty(), *text == '[') << text;
+    }
+}
+
 TEST(Transition, ParameterWithoutPayloadStaysOne) {
     constexpr auto text = R"({"event":1,"param":[{"MessageID":844424930131969}]})";
     TransitionData data;

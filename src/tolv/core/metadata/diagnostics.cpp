@@ -10,7 +10,12 @@ namespace Tolv::MetaData::Diagnostics {
 namespace {
 
 /// Prints one line, at once if it isn't long, and without an allocation: memory may have run out.
+/// The output is unformatted: a width or fill that the program has set for its own next output
+/// neither changes the line nor is used up by it.
 void print(std::initializer_list<std::string_view> parts) noexcept {
+    auto const write = [](std::string_view text) {
+        std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
+    };
     char line[256];
     std::size_t size = 0;
     try {
@@ -19,10 +24,11 @@ void print(std::initializer_list<std::string_view> parts) noexcept {
                 size += part.copy(line + size, part.size());
                 continue;
             }
-            std::cout << std::string_view(line, size) << part;
+            write({line, size});
+            write(part);
             size = 0;
         }
-        std::cout << std::string_view(line, size);
+        write({line, size});
     } catch (...) { // NOLINT(bugprone-empty-catch): whoever makes the stream throw knows why
     }
 }

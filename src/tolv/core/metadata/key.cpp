@@ -1,7 +1,8 @@
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <functional>
 #include <memory>
-#include <mutex>
-#include <shared_mutex>
-#include <unordered_map>
 
 #include <tolv/core/metadata/key.h>
 
@@ -15,37 +16,44 @@ struct InternedKey {
 
     std::string const text;
     Key const key;
+    InternedKey const* next = nullptr; ///< in the same bucket
 };
 
-class InternedKeys {
-public:
-    InternedKey const& get(std::string_view text) {
-        {
-            std::shared_lock const lock(mutex_);
-            if (auto const found = keys_.find(text); found != keys_.end())
-                return *found->second;
-        }
-        auto made = std::make_unique<InternedKey const>(text);
-        std::unique_lock const lock(mutex_);
-        std::string_view const name = made->text;
-        return *keys_.try_emplace(name, std::move(made)).first->second;
+using Bucket = std::atomic<InternedKey const*>;
+
+/// Keys are only ever added, each in front of its bucket, so that neither looking one up nor adding
+/// one takes a lock: not even the child of a fork can find one held. They are never freed: fields
+/// with such keys may be destroyed after all statics of this library.
+constinit std::array<Bucket, 1024> buckets{};
+
+/// The key with this text from `first` on and before `end`, or null.
+InternedKey const* find(InternedKey const* first, InternedKey const* end, std::string_view text) {
+    while (first != end && first->text != text)
+        first = first->next;
+    return first != end ? first : nullptr;
+}
+
+InternedKey const& interned(std::string_view text) {
+    auto& bucket = buckets[std::hash<std::string_view>{}(text) % buckets.size()];
+    auto const* newest = bucket.load(std::memory_order_acquire);
+    if (auto const* const known = find(newest, nullptr, text))
+        return *known;
+    auto made = std::make_unique<InternedKey>(text);
+    for (;;) {
+        auto const* const searched = newest;
+        made->next = newest;
+        if (bucket.compare_exchange_strong(newest, made.get(), std::memory_order_acq_rel))
+            return *made.release();
+        // Other threads have added keys meanwhile.
+        if (auto const* const known = find(newest, searched, text))
+            return *known;
     }
-
-private:
-    std::shared_mutex mutex_;
-    std::unordered_map<std::string_view, std::unique_ptr<InternedKey const>> keys_;
-};
-
-InternedKeys& internedKeys() {
-    // Never destroyed: fields with such keys may be destroyed after all statics of this library.
-    static auto* const keys = new InternedKeys;
-    return *keys;
 }
 
 } // namespace
 
-Key const& Key::intern(std::string_view text) { return internedKeys().get(text).key; }
+Key const& Key::intern(std::string_view text) { return interned(text).key; }
 
-std::string const& Key::name() const { return internedKeys().get(text()).text; }
+std::string const& Key::name() const { return interned(text()).text; }
 
 } // namespace Tolv::MetaData

@@ -76,8 +76,8 @@ public:
                                                    Limits const& limits = {});
 };
 
-/// The table of message classes by id. All operations may be called from any thread at any time;
-/// creating messages takes no lock.
+/// The table of message classes by id. All operations may be called from any thread at any time,
+/// also in the child of a fork; creating messages takes no lock.
 class TOLV_CORE_API Message::MsgFactory {
 public:
     /// Makes a message of one class from its tree, with `new`.
@@ -97,7 +97,7 @@ public:
 
     /// Enters a class. The creator must stay callable until `deregisterMessage`, and so long as
     /// another thread may be creating a message with it.
-    /// @return false when the id is taken; the first class then stays.
+    /// @return false when the id is taken, whose first class then stays, or the creator is null.
     bool registerMessage(unsigned long long id, Creator creator, std::string const& typeName);
 
     /// Takes a class out; an unknown id is ignored.

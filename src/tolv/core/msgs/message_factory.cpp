@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include <tolv/core/detail/fork.h>
 #include <tolv/core/msgs/message.h>
 
 namespace Tolv::Msgs {
@@ -46,6 +47,9 @@ union Immortal {
 constinit Immortal immortal;
 
 State& state() noexcept { return immortal.state; }
+
+[[maybe_unused]] bool const forksInOrder =
+    Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return state().mutex; });
 
 /// Memory for the next slot; the mutex is held.
 template <class Slot>

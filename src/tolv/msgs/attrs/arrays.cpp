@@ -15,7 +15,7 @@ void ArrayDataPolymorphic<M>::copyToMetaData(Element& element) const {
 
 template <class M>
 void ArrayDataPolymorphic<M>::copyFromMetaData(Element const& element) {
-    attributes = MessageList::read<M>(element["Attributes"_key]);
+    MessageList::read(element["Attributes"_key], attributes);
 }
 
 template class ArrayDataPolymorphic<AttrMessage>;

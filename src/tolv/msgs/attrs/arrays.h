@@ -49,10 +49,10 @@ public:
 
     /// @throws Exception::InvalidOperation when one of the pointers is null.
     void copyToMetaData(MetaData::Element& element) const override;
-    /// Replaces the list; when this throws, it is as it was.
-    /// @throws Exception::InvalidParameter when the key is missing or holds no list, and
-    /// Exception::InvalidOperation when an entry is no message, or its class is unknown or does not
-    /// derive from `M`.
+    /// Releases the messages and reads those of `element`.
+    /// @throws Exception::InvalidParameter when the key is missing or holds no list; the messages
+    /// then stay. Exception::InvalidOperation when an entry is no message, or its class is unknown
+    /// or does not derive from `M`; the list is then empty.
     void copyFromMetaData(MetaData::Element const& element) override;
 };
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <regex>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Tolv::Msgs::Attrs {
@@ -21,21 +22,36 @@ constexpr auto syntax = Syntax::extended | Syntax::nosubs
 #endif
     ;
 
-/// Counts the states of a pattern without building them. It follows the grammar only as far as it
-/// must to see what a repetition repeats: what is wrong with a pattern, the compiler says.
-class StateCount {
+/// Beside its states an automaton has placeholders, which the compiler puts between them and takes
+/// out of their way at the end, and the originals of what it repeated. Most patterns have no more
+/// of them than states. Taking out long chains of them takes quadratic time.
+constexpr std::size_t builtForEachState = 4;
+
+/// Counts what libstdc++ builds for a pattern without building it. It follows the grammar only as
+/// far as it must to see what a repetition repeats: what is wrong with a pattern, the compiler
+/// says.
+class Counter {
 public:
-    StateCount(std::string_view pattern, Limits const& limits) : rest_(pattern), limits_(limits) {
+    Counter(std::string_view pattern, Limits const& limits) : rest_(pattern), limits_(limits) {
+        put({3, 4}); // begin, end, acceptance; a placeholder behind the last alternative
         while (!rest_.empty()) {
             term(take());
-            if (states_ > limits.patternStates || open_.size() > limits.patternNesting)
+            if (size_.states > limits.patternStates ||
+                size_.built > builtForEachState * limits.patternStates ||
+                enclosing_.size() > limits.patternNesting)
                 throw std::regex_error(Syntax::error_complexity);
         }
     }
 
-    [[nodiscard]] std::size_t states() const noexcept { return states_; }
+    [[nodiscard]] PatternSize size() const noexcept { return size_; }
 
 private:
+    /// A piece of the automaton, as a repetition copies it.
+    struct Piece {
+        std::size_t states = 0;
+        std::size_t all = 0; ///< the placeholders, too
+    };
+
     char take() noexcept {
         auto const first = rest_.front();
         rest_.remove_prefix(1);
@@ -51,26 +67,28 @@ private:
     void term(char first) {
         switch (first) {
         case '(':
-            open_.push_back(states_);
-            last_ = 0;
+            enclosing_.push_back(group_);
+            group_ = last_ = {};
+            put({0, 2}); // at its begin, and behind its last alternative
             break;
-        case ')':
-            // All that was added since the group was opened is one term now.
-            last_ = 0;
-            if (!open_.empty()) {
-                last_ = states_ - open_.back();
-                open_.pop_back();
+        case ')': // all of the group is one term now
+            if (!enclosing_.empty()) {
+                last_ = group_;
+                group_ = enclosing_.back();
+                add(group_, last_);
+                enclosing_.pop_back();
             }
-            grow(1);
             break;
         case '|':
-            last_ = 0;
-            states_ += 2;
+            last_ = {};
+            put({1, 3}); // the choice; its end, and behind the alternative before
             break;
         case '*':
         case '+':
+            grow({1, 1});
+            break;
         case '?':
-            grow(2);
+            grow({1, 2});
             break;
         case '{':
             repeat();
@@ -89,23 +107,45 @@ private:
     }
 
     void character() noexcept {
-        last_ = 0;
-        grow(1);
+        last_ = {};
+        grow({1, 1});
+    }
+
+    static void add(Piece& to, Piece const& piece) noexcept {
+        to.states += piece.states;
+        to.all += piece.all;
+    }
+
+    /// The group that is open becomes larger.
+    void put(Piece const& piece) noexcept {
+        add(group_, piece);
+        size_.states += piece.states;
+        size_.built += piece.all;
     }
 
     /// The term that a quantifier behind it would repeat becomes larger.
-    void grow(std::size_t states) noexcept {
-        last_ += states;
-        states_ += states;
+    void grow(Piece const& piece) noexcept {
+        add(last_, piece);
+        put(piece);
     }
 
-    /// "{3}", "{3,}" or "{3,5}": copies of the term.
+    /// "{3}", "{3,}" or "{3,5}": copies of the term stand in its place, each optional one behind a
+    /// state that may leave it out.
     void repeat() noexcept {
-        auto copies = number();
-        if (takeIf(','))
-            copies = std::max(copies + 1, number());
+        auto const least = number();
+        auto most = least;
+        auto const isRange = takeIf(',');
+        auto const isOpen = isRange && rest_.starts_with('}');
+        if (isRange)
+            most = isOpen ? least + 1 : std::max(least, number());
         takeIf('}');
-        grow(last_ * (std::max<std::size_t>(copies, 1) - 1) + copies + 2);
+        auto const optional = most - least;
+        auto const original = std::exchange(last_, {});
+        group_.states -= original.states;
+        group_.all -= original.all;
+        size_.states -= original.states;
+        grow({original.states * most + optional,
+              original.all * most + optional + (isOpen ? 1U : 2U)});
     }
 
     /// A count of repetitions; one beyond all bounds is as good as the bound.
@@ -137,17 +177,22 @@ private:
 
     std::string_view rest_;
     Limits const& limits_;
-    std::vector<std::size_t> open_; ///< for each group that is open, the states before it
-    std::size_t states_ = 0;
-    std::size_t last_ = 0; ///< those of the newest term
+    std::vector<Piece> enclosing_; ///< for each open group, what was in the one around it
+    Piece group_;                  ///< the group that is open now, or the whole pattern
+    Piece last_;                   ///< the newest term in it
+    PatternSize size_;
 };
 
 } // namespace
 
+PatternSize sizeOf(std::string_view pattern, Limits const& limits) {
+    return Counter(pattern, limits).size();
+}
+
 bool matchesWhole(std::string const& text, std::string const& pattern, Limits const& limits) {
     if (pattern.size() > limits.patternBytes)
         throw std::regex_error(Syntax::error_space);
-    auto const states = std::max<std::size_t>(StateCount(pattern, limits).states(), 1);
+    auto const states = sizeOf(pattern, limits).states;
     std::regex const expression(pattern, syntax); // says first what is no expression
     if (text.size() > limits.matchSteps / states)
         throw std::regex_error(Syntax::error_complexity);

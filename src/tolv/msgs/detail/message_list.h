@@ -30,11 +30,13 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
     }
 }
 
-/// The messages of `array`, each made by the factory.
+/// Releases the messages of `list`, then fills it with those of `array`, each made by the factory.
+/// When this throws, the list is empty.
 /// @throws Exception::InvalidOperation, naming the entry, when one is no message, its id isn't
 /// registered or its class doesn't derive from `M`; and beyond `Limits::messageNesting`.
 template <class M>
-std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
+void read(MetaData::Array const& array, std::vector<std::shared_ptr<M>>& list) {
+    list.clear();
     std::vector<std::shared_ptr<M>> messages;
     messages.reserve(array.size());
     auto const refuse = [&](std::string const& why) {
@@ -53,7 +55,7 @@ std::vector<std::shared_ptr<M>> read(MetaData::Array const& array) {
             refuse("its class is unknown, or does not belong there");
         messages.push_back(std::move(message));
     }
-    return messages;
+    list = std::move(messages);
 }
 
 } // namespace Tolv::Msgs::MessageList

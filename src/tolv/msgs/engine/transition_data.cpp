@@ -9,9 +9,7 @@ void TransitionData::ParamList::copyToMetaData(MetaData::Element& element) const
 }
 
 void TransitionData::ParamList::copyFromMetaData(MetaData::Element const& element) {
-    MetaData::Array const& array = element;
-    clear();
-    vector::operator=(MessageList::read<Message>(array));
+    MessageList::read<Message>(element, *this);
 }
 
 } // namespace Tolv::Msgs::Engine

@@ -21,8 +21,10 @@ public:
 
         /// @throws Exception::InvalidOperation when a parameter is null.
         void copyToMetaData(MetaData::Element& element) const override;
-        /// @throws Exception::InvalidParameter when `element` is no array, and
-        /// Exception::InvalidOperation when an entry is no message or its class is unknown.
+        /// Releases the messages and reads those of `element`.
+        /// @throws Exception::InvalidParameter when `element` is no array; the messages then stay.
+        /// Exception::InvalidOperation when an entry is no message or its class is unknown; the
+        /// list is then empty.
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 

@@ -1,10 +1,10 @@
 #include <tolv/msgs/introspection/description.h>
 
 #include <mutex>
-#include <shared_mutex>
 #include <typeindex>
 #include <unordered_map>
 
+#include <tolv/core/detail/fork.h>
 #include <tolv/msgs/catalogue.h>
 #include <tolv/msgs/introspection/detail/tables.h>
 #include <tolv/msgs/introspection/detail/types.h>
@@ -14,7 +14,7 @@ namespace Tolv::Msgs::Introspection {
 namespace {
 
 struct Known {
-    std::shared_mutex mutex;
+    std::mutex mutex;
     std::unordered_map<std::type_index, Type const*> byField;
 };
 
@@ -22,6 +22,9 @@ Known& known() {
     static Known table;
     return table;
 }
+
+[[maybe_unused]] bool const forksInOrder =
+    Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return known().mutex; });
 
 /// A message of the class that is registered for `id`, as much of it as can be had without knowing
 /// the class: its payload, if there is one, has not been read.
@@ -44,7 +47,7 @@ std::string nameOfMessage(unsigned long long id, std::type_info const& type) {
 }
 
 void enter(std::type_info const& field, Type const& type) {
-    std::unique_lock const lock(known().mutex);
+    std::lock_guard const lock(known().mutex);
     known().byField.try_emplace(field, &type);
 }
 
@@ -75,7 +78,7 @@ Type const* typeOfField(MetaData::ReflectorBase const& field) {
 
 Type const* typeOfField(std::type_index field) {
     static bool const own = (Detail::addOwnTypes(), true);
-    std::shared_lock const lock(known().mutex);
+    std::lock_guard const lock(known().mutex);
     auto const found = own ? known().byField.find(field) : known().byField.end();
     return found != known().byField.end() ? found->second : nullptr;
 }

@@ -72,12 +72,12 @@ std::string JsonWebToken::toJwtString() const {
 }
 
 void JsonWebToken::fromJwtString(std::string const& jwt) {
+    modified_ = true; // until all of the text has been parsed
     auto const lastDot = jwt.rfind('.');
     if (lastDot == std::string::npos)
         throw Exception::InvalidParameter("expected JWT to contain '.' character");
     signedData_ = jwt.substr(0, lastDot);
     signature_ = jwt.substr(lastDot + 1);
-    modified_ = false;
 
     auto const firstDot = signedData_.find('.');
     if (firstDot == std::string::npos)
@@ -97,6 +97,7 @@ void JsonWebToken::fromJwtString(std::string const& jwt) {
         throw Exception::InvalidParameter("hashing algorithm mismatch in JWT header");
 
     MetaData::ReaderJson::Read(payload_, payloadJson);
+    modified_ = false;
 }
 
 bool JsonWebToken::verify() const {

@@ -42,8 +42,8 @@ protected:
 /// Parsing checks no signature: `verify` or `authenticate` do, and only after that can the payload
 /// be trusted. Nothing here looks at the clock: an expired token verifies like any other.
 ///
-/// After a parse that threw the token is no more than a place to parse into: its payload may still
-/// be that of an earlier text while the signature is that of the new one.
+/// A token whose parse threw never verifies: its payload may be that of an earlier text and its
+/// signature that of the new one. `verify` and `authenticate` then throw until a text is parsed.
 class TOLV_MESSAGES_API JsonWebToken {
 public:
     /// A token without content. @param algorithm may be empty, for a token that is only looked at.
@@ -67,15 +67,15 @@ public:
     /// @throws as `createJwtData`, and what the algorithm throws.
     [[nodiscard]] std::string toJwtString() const;
 
-    /// Parses a token. A failure is not undone.
+    /// Parses a token. A failure is not undone, and the token cannot be verified after it.
     /// @throws Exception::InvalidParameter when the text has not exactly three segments, when the
     /// first two are no JSON in base64, when the header's "typ" is not "JWT" or its "alg" is not
     /// the name of the algorithm, if there is one.
     void fromJwtString(std::string const& jwt);
 
     /// Whether the signature that was parsed is right; false without an algorithm.
-    /// @throws Exception::InvalidOperation when the payload is not what was parsed, and what the
-    /// algorithm throws.
+    /// @throws Exception::InvalidOperation "data has changed since JWT was parsed" when the payload
+    /// was set, the last parse threw or nothing was parsed yet; and what the algorithm throws.
     [[nodiscard]] bool verify() const;
 
     /// Throws unless the signature that was parsed is right.
@@ -97,7 +97,7 @@ private:
     std::string signature_;  ///< the parsed text behind its last dot
     std::shared_ptr<MacAlgorithm> macAlgorithm_;
     MetaData::Element payload_;
-    bool modified_ = true; ///< the payload is not what was parsed
+    bool modified_ = true; ///< the payload is not that of a text that was parsed to its end
 };
 
 /// A payload of a token: for whom it is, when it was made and until when it holds, and a message.
