@@ -464,7 +464,7 @@ private:
         std::int64_t exponent = 0;
         if (std::from_chars(at, at_, exponent).ec != std::errc())
             return negative; // more than a text has digits
-        return place + (negative ? -exponent : exponent) <= 0;
+        return negative ? place <= exponent : place <= -exponent; // a sum may overflow
     }
 
     // ---- Strings -----------------------------------------------------------------------------
