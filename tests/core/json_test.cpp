@@ -908,7 +908,7 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
         simdjson::dom::array const array = other;
         if (!mine.isArray() || mine.array().size() != array.size())
             return fail("array");
-        auto const* element = mine.array().begin();
+        auto element = mine.array().begin();
         for (auto const child : array)
             if (auto why = difference(*element++, child); !why.empty())
                 return why;
