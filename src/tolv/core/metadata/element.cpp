@@ -119,13 +119,12 @@ auto* findChild(Rep& rep, Visit const& visit) {
     auto left = rep.size;
     auto room = rep.capacity;
     for (auto* chunk = rep.more;; chunk = chunk->next) {
-        auto const count = std::min(room, left);
-        for (auto const* const end = at + count; at != end; ++at)
+        for (auto const* const end = at + std::min(room, left); at != end; ++at)
             if (visit(*at))
                 return at;
-        left -= count;
-        if (left == 0) [[likely]]
+        if (left <= room) [[likely]]
             return decltype(at){nullptr};
+        left -= room;
         at = chunk->items();
         room = chunk->capacity;
     }

@@ -93,7 +93,7 @@ public:
 private:
     /// Goes to the first of the children that are left: at `items`, or in the next chunk that has
     /// room for any.
-    void enter(Item const* items, std::uint32_t capacity) noexcept {
+    [[gnu::noinline]] void enter(Item const* items, std::uint32_t capacity) noexcept {
         at_ = nullptr;
         if (left_ == 0)
             return;
