@@ -195,7 +195,31 @@ TEST(Array, ResizeCutsAndFills) {
     EXPECT_EQ(textOf(element), "[1,null,null]") << "what was cut off must not come back";
     EXPECT_EQ(before.array().size(), 4U) << "the copy keeps its elements";
     static_cast<Array&>(element).push_back(before);
-    EXPECT_EQ(element.array().begin()[3], before);
+    EXPECT_EQ(element.array()[3], before);
+}
+
+TEST(Array, ReferencesToEntriesStayValidWhileItGrows) {
+    Element element;
+    Array& array = element;
+    std::vector<Element*> entries;
+    for (unsigned int i = 0; i < 1000; ++i) {
+        entries.push_back(&array[i]);
+        entries.back()->setUnsigned(i);
+        if (i % 100 == 7)
+            array.push_back(number(0));
+        array.resize(i + 1);
+    }
+    unsigned int i = 0;
+    for (auto const& entry : std::as_const(array)) {
+        ASSERT_EQ(&entry, entries[i]);
+        ASSERT_EQ(entry.unsignedNumber(), i++);
+    }
+    EXPECT_EQ(i, 1000U);
+    auto const copy = element;
+    array.resize(500);
+    array.resize(1000);
+    EXPECT_TRUE(std::as_const(array)[500].isNull());
+    EXPECT_EQ(copy.array()[999].unsignedNumber(), 999U);
 }
 
 TEST(Array, PushBackTakesItsOwnElement) {
@@ -623,6 +647,39 @@ TEST(Element, Equality) {
     }
 }
 
+TEST(Element, ComparingCopiesNothing) {
+    static_assert(noexcept(Element() == Element())&& noexcept(Array() == Array())&& noexcept(
+        Object() == Object()));
+    auto const text = R"({"k":[["a text of more than 14 bytes",1],{"a":[],"b":{}}],"m":0})";
+    auto left = parsed(text);
+    Element right;
+    right["m"].setUnsigned(0);
+    Array& entries = right["k"];
+    for (auto const& entry : left["k"].array()) // exposed, in another order, and in chunks
+        entries.push_back(entry);
+    entries.reserve(100);
+    for (unsigned int i = 2; i < 80; ++i) {
+        entries[i] = entries[i % 2];
+        static_cast<Array&>(left["k"])[i] = entries[i];
+    }
+    Element deep;
+    for (int i = 0; i < 60; ++i) {
+        Element outer;
+        outer["k"] = std::move(deep);
+        deep = std::move(outer);
+    }
+    auto const sameDeep = deep; // exposed, so a copy of its own
+    Testing::Counted const counted;
+    EXPECT_TRUE(left == right && left.object() == right.object());
+    EXPECT_TRUE(left["k"].array() == right["k"].array());
+    EXPECT_TRUE(deep == sameDeep && deep.object() == sameDeep.object());
+    EXPECT_FALSE(deep == std::as_const(sameDeep)["k"]);
+    EXPECT_EQ(counted.allocations(), 0U);
+    static_cast<Array&>(right["k"])[79]["c"];
+    EXPECT_FALSE(left == right || left["k"].array() == right["k"].array());
+    EXPECT_FALSE(Array() == left["k"].array() || Object() == left.object());
+}
+
 // ---- Assignments within one tree -------------------------------------------------------------
 
 TEST(Element, AssignmentWithinOneTree) {
@@ -653,6 +710,51 @@ TEST(Element, AssignmentWithinOneTree) {
         {"array into itself",
          [](Element& t) { static_cast<Array&>(t["a"]["b"]).push_back(t["a"]["b"]); },
          R"({"a":{"b":[1,2,[1,2]]},"c":3})"},
+        {"entry to one beyond the end",
+         [](Element& t) {
+             Array& array = t["a"]["b"];
+             array[1] = t["a"];
+             for (auto const index : {2U, 40U, 400U}) // each adds room
+                 array[index] = array[1];
+             array.resize(3);
+         },
+         R"({"a":{"b":[1,{"b":[1,2]},{"b":[1,2]}]},"c":3})"},
+        {"entry moved to one beyond the end",
+         [](Element& t) {
+             Array& array = t["a"]["b"];
+             array[0] = t["a"];
+             array[9] = std::move(array[0]);
+             t = array[9];
+         },
+         R"({"b":[1,2]})"},
+        {"swap with an entry beyond the end",
+         [](Element& t) {
+             Array& array = t["a"]["b"];
+             std::swap(array[0], array[5]);
+         },
+         R"({"a":{"b":[null,2,null,null,null,1]},"c":3})"},
+        {"child to many keys that are added",
+         [](Element& t) {
+             for (int i = 0; i < 100; ++i)
+                 t["new" + std::to_string(i)] = t["a"];
+             t = t["new99"];
+         },
+         R"({"b":[1,2]})"},
+        {"key from a text of the object",
+         [](Element& t) {
+             t["c"] = string("new");
+             t[std::string(t["c"].text())] = t["c"];
+             t["a"].setNull();
+         },
+         R"({"a":null,"c":"new","new":"new"})"},
+        {"text from a part of itself",
+         [](Element& t) {
+             t = string(std::string(40, 'x') + "a text of more than 14 bytes");
+             t.setString(t.text().substr(40));
+             t.setString(t.text().substr(2, 4));
+             t.setString(t.text().substr(1));
+         },
+         R"("ext")"},
         {"swap of parent and child",
          [](Element& t) {
              Element child(t["a"]);
@@ -703,12 +805,18 @@ TEST(Element, TreesOfAMillionLevels) {
         auto tree = deepTree(mixed);
         Element copy(tree);
         EXPECT_TRUE(copy == tree) << mixed;
+        auto const other = deepTree(mixed);
+        EXPECT_TRUE(tree == other) << mixed;
+        {
+            Testing::FailingAllocation const failing(0);
+            EXPECT_FALSE(tree == other) << "there is no memory for the walk";
+        }
         EXPECT_FALSE(copy == Element()) << mixed;
         Array list;
         list.push_back(copy);
         list.push_back(tree);
         tree.setNull();
-        EXPECT_TRUE(list.begin()[0] == list.begin()[1]) << mixed;
+        EXPECT_TRUE(std::as_const(list)[0] == std::as_const(list)[1]) << mixed;
         std::string text;
         EXPECT_THROW(WriterJson::Write(copy, text), Exception::InvalidParameter) << mixed;
     }
@@ -729,7 +837,7 @@ TEST(Element, ThreadsShareOneParsedTree) {
                 static_cast<Array&>(part)[1].setSigned(t);
                 copy["map"]["b"]["c"].setSigned(i);
                 EXPECT_EQ(copy["map"]["b"]["c"].signedNumber(), i);
-                EXPECT_EQ(part.array().begin()[1].signedNumber(), t);
+                EXPECT_EQ(part.array()[1].signedNumber(), t);
                 mine = Element(mine);
             }
             EXPECT_EQ(textOf(mine), text);

@@ -1,5 +1,6 @@
 #include <tolv/core/metadata/json.h>
 
+#include <algorithm>
 #include <bit>
 #include <clocale>
 #include <cmath>
@@ -15,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/multiprecision/cpp_int.hpp>
 #include <simdjson.h>
 
 #include <tolv/core/exceptions.h>
@@ -584,6 +586,59 @@ TEST(ReaderJson, DoublesAreTheNearestOnes) {
     }
 }
 
+using boost::multiprecision::cpp_int;
+
+/// Whether the decimal `mantissa` times 10 to the `exponent` is far below the range of a
+/// double or 0 (-1), near or within that range (0), or far beyond it (1). Exponents are unbounded.
+int magnitude(std::string const& mantissa, std::string const& exponent) {
+    auto const first = mantissa.find_first_of("123456789");
+    if (first == std::string::npos)
+        return -1;
+    auto const point = std::min(mantissa.find('.'), mantissa.size());
+    cpp_int const place =
+        first < point ? cpp_int(point - first) : cpp_int(-cpp_int(first - point - 1));
+    auto const negative = exponent.starts_with('-');
+    auto const digits = exponent.find_first_not_of("-0"); // a leading 0 would mean octal
+    cpp_int const size(digits == std::string::npos ? "0" : exponent.substr(digits));
+    cpp_int const decade = place + (negative ? cpp_int(-size) : size);
+    return decade > 400 ? 1 : decade < -400 ? -1 : 0;
+}
+
+TEST(ReaderJson, ExponentsOfAnySize) {
+    std::vector<std::string> exponents{"0"};
+    for (unsigned int const bits : {31U, 32U, 63U, 64U, 65U})
+        for (int const distance : {-401, -2, -1, 0, 1, 2, 401})
+            exponents.push_back(cpp_int((cpp_int(1) << bits) + distance).str());
+    exponents.push_back(std::string(40, '9'));
+    exponents.push_back(std::string(40, '0') + '1');
+    std::string const zeros(400, '0');
+    for (std::string const& mantissa :
+         {"0"s, "0.0"s, "1"s, "0.1"s, "0.01"s, "9.9"s, "10"s, "0." + zeros, "0." + zeros + '1',
+          '1' + zeros, '1' + zeros + ".0", '1' + zeros + '.' + zeros + '1',
+          "0." + zeros + "1" + zeros, "123456789012345678901234567890"s,
+          "12345678901234567890.12345678901234567890"s}) {
+        for (auto const& digits : exponents) {
+            for (auto const& exponent : {digits, '-' + digits}) {
+                for (auto const sign : {"", "-"}) {
+                    auto const text = sign + mantissa + 'e' + exponent;
+                    auto const expected = magnitude(mantissa, exponent);
+                    auto const value =
+                        expected > 0   ? HUGE_VAL
+                        : expected < 0 ? 0.0
+                                       : std::strtod((mantissa + 'e' + exponent).c_str(), nullptr);
+                    if (std::isinf(value))
+                        ASSERT_NE(refusalOf(text).find("out of the range"), std::string::npos)
+                            << text;
+                    else
+                        ASSERT_EQ(std::bit_cast<std::uint64_t>(parsed(text).floatingNumber()),
+                                  std::bit_cast<std::uint64_t>(*sign != 0 ? -value : value))
+                            << text;
+                }
+            }
+        }
+    }
+}
+
 TEST(WriterJson, NumbersThatJsonHasNot) {
     struct {
         double value;
@@ -853,7 +908,7 @@ std::string difference(Element const& mine, simdjson::dom::element const& other)
         simdjson::dom::array const array = other;
         if (!mine.isArray() || mine.array().size() != array.size())
             return fail("array");
-        auto const* element = mine.array().begin();
+        auto element = mine.array().begin();
         for (auto const child : array)
             if (auto why = difference(*element++, child); !why.empty())
                 return why;

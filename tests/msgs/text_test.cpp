@@ -10,6 +10,7 @@
 #include <tolv/core/msgs/message.h>
 #include <tolv/metadata/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
+#include <tolv/msgs/message_helpers.h>
 
 #include "support/counters.h"
 #include "support/messages.h"
@@ -39,14 +40,24 @@ TEST(Text, ReadAtOnceAllocatesOnlyTheMessage) {
               allocationsOf([&] { return Message::CreateFromMetaData(tree); }));
 }
 
-/// A record whose written tree is modified afterwards.
-struct Watched : MirroredObject {
+struct Samples : MirroredObject {
     ReflectorArray<double> samples{this, "Samples"_key, Required, true};
+    Reflector<int> last{this, "Last"_key, Required, 1};
+
+    Samples() = default;
+    Samples(Samples const& other) : Samples() { *this = other; }
+    Samples& operator=(Samples const&) = default;
+};
+
+using SamplesMessage = PayloadMessageHelper<App::AppMessage, Samples, 4001>;
+
+/// A message of which somebody takes parts of what it wrote.
+struct Watched : SamplesMessage {
     mutable std::vector<Element> taken;
 
     void copyToMetaData(Element& element) const override {
-        MirroredObject::copyToMetaData(element);
-        auto& text = element["Samples"]["base64"];
+        SamplesMessage::copyToMetaData(element);
+        auto& text = element["Data"]["Samples"]["base64"];
         taken.push_back(text);
         Element moved;
         moved.swap(text);
@@ -79,11 +90,9 @@ TEST(Text, WrittenAtOnceIsWhatTheTreeGives) {
         for (std::size_t i = 0; i < values.size(); ++i)
             values[i] = static_cast<double>(i) / 7;
         for (auto const compact : {true, false}) {
-            struct : MirroredObject {
-                ReflectorArray<double> samples{this, "Samples"_key, Required, true};
-                Reflector<int> last{this, "Last"_key, Required, 1};
-            } record;
-            record.samples = values;
+            SamplesMessage record;
+            auto& samples = record.editPayload().samples;
+            samples = values;
             Element tree;
             record.copyToMetaData(tree);
             std::string expected;
@@ -91,9 +100,9 @@ TEST(Text, WrittenAtOnceIsWhatTheTreeGives) {
             std::string text = "left from before";
             record.copyToText(text, compact);
             EXPECT_EQ(text, expected) << row.why;
-            record.samples = std::vector<double>();
+            samples = std::vector<double>();
             record.copyFromText(text);
-            EXPECT_EQ(record.samples(), values) << row.why;
+            EXPECT_EQ(samples(), values) << row.why;
         }
     }
 }
@@ -106,8 +115,9 @@ TEST(Text, WhatIsTakenOutOfTheTreeStays) {
         {
             Watched record;
             record.lookAt = lookAt;
-            record.samples = std::vector<double>(1000, 0.1);
-            MetaData::Detail::encodeElements(record.samples(), expected);
+            auto& samples = record.editPayload().samples;
+            samples = std::vector<double>(1000, 0.1);
+            MetaData::Detail::encodeElements(samples(), expected);
             record.copyToText(text);
             taken = std::move(record.taken);
             EXPECT_EQ(record.lookedAt, lookAt ? expected : "");

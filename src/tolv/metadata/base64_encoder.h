@@ -56,15 +56,19 @@ void encodeElements(std::vector<T> const& values, std::string& text) {
     }
 }
 
-/// The same straight into the tree, without a text in between where that can be.
+/// The same straight into the tree, without a text in between where possible.
+/// @param values to be encoded
+/// @param element receives the text
+/// @param field holds `values`; null where they may change before the tree is written
 template <class T>
-void encodeElements(std::vector<T> const& values, Element& element) {
+void encodeElements(std::vector<T> const& values, Element& element,
+                    [[maybe_unused]] ReflectorBase const* field) {
     if constexpr (isPacked<T>) {
         std::string text;
         encodeBits(values, text);
         element.setString(text);
     } else {
-        putEncoded(element, bytesOf(values));
+        putEncoded(element, bytesOf(values), field);
     }
 }
 

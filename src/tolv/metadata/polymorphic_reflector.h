@@ -43,7 +43,9 @@ public:
         if (!initialized() || message_ == nullptr)
             return;
         Msgs::Detail::NestedMessage const nested;
-        SetAs<PartiallySerializableInterface>(*message_, parent[key()]);
+        auto& child = parent[key()];
+        child.setNull(); // nothing of an older message may remain
+        SetAs<PartiallySerializableInterface>(*message_, child);
     }
 
     /// As `assign(Element const&)` of the actual class.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/lossless.h>
 #include <tolv/metadata/traits.h>
@@ -50,15 +51,23 @@ public:
 
     /// Writes the value under the field's key into `parent`; nothing when uninitialized.
     void copyToMetaData(Element& parent) const override {
-        if (initialized())
+        if (!initialized())
+            return;
+        if constexpr (Detail::WrittenByItsFields<T>) {
+            Detail::LastingFields const lasting(*this, value_);
             Detail::write(value_, parent[key()]);
+        } else {
+            Detail::write(value_, parent[key()]);
+        }
     }
 
     /// Reads the field from the object `parent`, as `assign(Element const&)` of the actual class
     /// does.
     void copyFromMetaData(Element const& parent) override { assign(parent); }
 
-    /// Stores a value. A record is copied field by field; its fields stay with their owner.
+    /// Stores a value. A record is copied field by field; its fields stay with their owner. A
+    /// record from a list inside of this field's own value must be copied first: the list goes on
+    /// the way.
     virtual void assign(T const& value) {
         setPristine(false);
         value_ = value;

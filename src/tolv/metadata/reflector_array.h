@@ -102,7 +102,7 @@ public:
 
     /// Stores a copy of the list.
     virtual void assign(std::vector<T> const& values) {
-        value_ = values;
+        store(values);
         init();
     }
 
@@ -135,8 +135,8 @@ public:
     /// Takes over the initialized flag, the list and the form in which it is written.
     ReflectorArray& operator=(ReflectorArray const& other) {
         ReflectorBase::operator=(other);
-        value_ = other.value_;
         encodeBinary_ = other.encodeBinary_;
+        store(other.value_);
         return *this;
     }
 
@@ -158,12 +158,21 @@ protected:
     void letListsMoveIn() noexcept { listsMoveIn_ = true; }
 
 private:
+    /// Takes a copy of `values`, which may be part of a record in this very list.
+    void store(std::vector<T> const& values) {
+        if constexpr (Record<T>)
+            value_ = std::vector<T>(values);
+        else
+            value_ = values;
+    }
+
     void writePlain(Element& child) const {
         Array& array = child;
         auto const size = static_cast<unsigned int>(value_.size());
         if (size != value_.size())
             throw Exception::InvalidParameter("an array of " + std::to_string(value_.size()) +
                                               " entries is too large for the tree");
+        array.clear(); // nothing of older entries may remain
         array.resize(size);
         for (unsigned int i = 0; i < size; ++i) {
             if constexpr (Record<T>)
@@ -176,10 +185,12 @@ private:
     /// The same three keys as those of `Base64Encoder`, without a copy of the text.
     template <class U = T>
     void writeEncoded(Element& child) const {
+        child.setNull(); // nothing of an older list, of either form, may remain
         SetAs<unsigned int>(Detail::encodedTag<U>, child["type"_key]);
         SetAs<unsigned long long>(value_.size(), child["len"_key]);
         if (!value_.empty())
-            Detail::encodeElements(value_, child["base64"_key]);
+            Detail::encodeElements(value_, child["base64"_key],
+                                   typeid(*this) == typeid(ReflectorArray) ? this : nullptr);
     }
 
     void readPlain(Array const& array) {

@@ -53,10 +53,12 @@ bool read(Element const& child, T& value) {
 
 template <class T>
 void write(T const& value, Element& child) {
-    if constexpr (Record<T>)
+    if constexpr (Record<T>) {
+        child.setNull(); // nothing of an older record may remain
         value.copyToMetaData(child);
-    else
+    } else {
         SetAs(value, child);
+    }
 }
 
 } // namespace Detail

@@ -97,28 +97,30 @@ bool tryComplex(Element const& element, std::complex<T>& value) noexcept {
         return false;
     T real{};
     T imaginary{};
-    if (!TryGetAs(element.array().begin()[0], real) ||
-        !TryGetAs(element.array().begin()[1], imaginary))
+    if (!TryGetAs(element.array()[0], real) || !TryGetAs(element.array()[1], imaginary))
         return false;
     value = std::complex<T>(real, imaginary);
     return true;
 }
 
-/// The first child that is no T, or null; `value` is only written to when there is none.
+/// Reads all children. @return the index of the first that is no T, or their number; `value` is
+/// only written to when all were read
 template <class T>
-Element const* readList(Array const& array, std::vector<T>& value) {
+unsigned int readList(Array const& array, std::vector<T>& value) {
     std::vector<T> items(array.size());
-    auto item = items.begin();
-    for (auto const& element : array)
-        if (!TryGetAs(element, *item++))
-            return &element;
+    unsigned int index = 0;
+    for (auto const& element : array) {
+        if (!TryGetAs(element, items[index]))
+            return index;
+        ++index;
+    }
     value = std::move(items);
-    return nullptr;
+    return index;
 }
 
 template <class T>
 bool tryList(Element const& element, std::vector<T>& value) {
-    return element.isArray() && readList(element.array(), value) == nullptr;
+    return element.isArray() && readList(element.array(), value) == element.array().size();
 }
 
 template <class T>
@@ -130,8 +132,8 @@ void get(Element const& element, T& value) {
 template <class T>
 void getList(Element const& element, std::vector<T>& value) {
     auto const& array = static_cast<Array const&>(element); // refuses other kinds
-    if (auto const* const wrong = readList(array, value))
-        refuse<T>(*wrong, " at index " + std::to_string(wrong - array.begin()));
+    if (auto const index = readList(array, value); index != array.size())
+        refuse<T>(array[index], " at index " + std::to_string(index));
 }
 
 template <class Items>

@@ -14,6 +14,7 @@ namespace Tolv::MetaData {
 using Detail::Access;
 using Detail::ArrayRep;
 using Detail::BorrowedText;
+using Detail::ChildIterator;
 using Detail::Chunk;
 using Detail::ContainerRep;
 using Detail::ContainerView;
@@ -98,32 +99,106 @@ ObjectRep* newObject(std::uint32_t capacity, Arena* arena = nullptr) {
     auto* const rep = allocate<ObjectRep, Member>(capacity, arena);
     rep->exposed = arena != nullptr; // to be copied
     rep->isObject = true;
-    rep->last = &rep->first;
-    rep->first.capacity = capacity;
+    rep->capacity = capacity;
     return rep;
 }
 
-/// Room for `wanted` more than `size`, growing by half again so that appending is linear.
-std::uint32_t grownCapacity(std::uint32_t size, std::uint32_t wanted) {
-    auto const needed = std::uint64_t{size} + wanted;
-    auto const grown = std::max<std::uint64_t>({needed, std::uint64_t{size} + size / 2, 4});
-    constexpr auto most = std::numeric_limits<std::uint32_t>::max() - 1; // the last index fits
-    if (needed > most)
-        throw Exception::InvalidParameter("a container holds at most 4294967294 elements");
-    return static_cast<std::uint32_t>(std::min<std::uint64_t>(grown, most));
+// ---- Children ------------------------------------------------------------------------------
+
+constexpr auto mostChildren = std::numeric_limits<std::uint32_t>::max() - 1; // the last index fits
+
+[[noreturn]] void throwTooMany() {
+    throw Exception::InvalidParameter("a container holds at most " + std::to_string(mostChildren) +
+                                      " elements");
+}
+
+/// Visits the children in order until `visit` returns true. @return that child, or null
+template <class Rep, class Visit>
+auto* findChild(Rep& rep, Visit const& visit) {
+    auto* at = rep.items();
+    auto left = rep.size;
+    auto room = rep.capacity;
+    for (auto* chunk = rep.more;; chunk = chunk->next) {
+        for (auto const* const end = at + std::min(room, left); at != end; ++at)
+            if (visit(*at))
+                return at;
+        if (left <= room) [[likely]]
+            return decltype(at){nullptr};
+        left -= room;
+        at = chunk->items();
+        room = chunk->capacity;
+    }
+}
+
+template <class Rep, class Visit>
+void forEachChild(Rep& rep, Visit const& visit) {
+    findChild(rep, [&](auto& child) {
+        visit(child);
+        return false;
+    });
+}
+
+template <class Item>
+[[gnu::noinline]] Item* placeIn(Chunk<Item>* chunk, std::uint32_t index) noexcept {
+    for (; chunk != nullptr; chunk = chunk->next) {
+        if (index < chunk->capacity)
+            return chunk->items() + index;
+        index -= chunk->capacity;
+    }
+    return nullptr;
+}
+
+/// Where the child at `index` stands or will stand; null where there is no room for it yet.
+template <class Rep>
+auto* placeOf(Rep& rep, std::uint32_t index) noexcept {
+    if (index < rep.capacity) [[likely]]
+        return rep.items() + index;
+    return placeIn(rep.more, index - rep.capacity);
+}
+
+/// Makes room for `capacity` children in all.
+template <class Item>
+void makeRoom(Detail::Children<Item>& rep, std::uint32_t capacity) {
+    auto room = rep.capacity;
+    auto** end = &rep.more;
+    for (; *end != nullptr; end = &(*end)->next)
+        room += (*end)->capacity;
+    if (room >= capacity)
+        return;
+    auto* const added = allocate<Chunk<Item>, Item>(capacity - room);
+    added->capacity = capacity - room;
+    *end = added;
+}
+
+/// Makes room for `size` children in all, and for twice as many as there are where there is none,
+/// so that growing is linear and the chunks are few.
+template <class Rep>
+[[gnu::noinline]] void grow(Rep& rep, std::uint32_t size) {
+    if (size > mostChildren)
+        throwTooMany();
+    if (placeOf(rep, size - 1) == nullptr)
+        makeRoom(rep,
+                 std::max({size, rep.size > mostChildren / 2 ? mostChildren : rep.size * 2, 4U}));
+}
+
+/// Where the next child will stand.
+template <class Rep>
+auto* placeOfNext(Rep& rep) {
+    if (rep.size >= rep.capacity) [[unlikely]]
+        grow(rep, rep.size + 1);
+    return placeOf(rep, rep.size);
+}
+
+template <class Item>
+void freeChunks(Detail::Children<Item>& rep) noexcept {
+    for (auto* chunk = rep.more; chunk != nullptr;)
+        ::operator delete(std::exchange(chunk, chunk->next));
 }
 
 /// Places an element into raw memory, taking the content of `source`.
 void placeMoved(Element* raw, Element& source) noexcept { new (raw) Element(std::move(source)); }
 
 // ---- Members -------------------------------------------------------------------------------
-
-template <class Rep, class Visit>
-void forEachMember(Rep& rep, Visit const& visit) {
-    for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
-        for (std::uint32_t i = 0; i < chunk->size; ++i)
-            visit(chunk->members()[i]);
-}
 
 std::uint64_t hashSeed() noexcept {
     // Peers must not be able to choose keys that collide.
@@ -176,7 +251,7 @@ Index* newIndex(ObjectRep& rep, std::ptrdiff_t& duplicate, Arena* arena = nullpt
     std::fill_n(index->slots(), slots, nullptr);
     duplicate = -1;
     std::ptrdiff_t place = 0;
-    forEachMember(rep, [&](Member& member) {
+    forEachChild(rep, [&](Member& member) {
         auto** const slot = slotOf(*index, member.key());
         if (*slot != nullptr)
             duplicate = place;
@@ -195,20 +270,11 @@ void reindex(ObjectRep& rep) {
 Member* findMember(ObjectRep& rep, KeyView const& key) noexcept {
     if (rep.index != nullptr)
         return *slotOf(*rep.index, key.text());
-    auto const search = [&](auto const& isWanted) -> Member* {
-        for (auto* chunk = &rep.first; chunk != nullptr; chunk = chunk->next)
-            for (auto *member = chunk->members(), *end = member + chunk->size; member != end;
-                 ++member)
-                if (isWanted(member->key_))
-                    return member;
-        return nullptr;
-    };
     if (key.isShort())
-        return search([image = key.image()](Element const& stored) {
-            return Access::hasImage(stored, image);
+        return findChild(rep, [image = key.image()](Member const& member) {
+            return Access::hasImage(member.key_, image);
         });
-    return search(
-        [&](Element const& stored) { return stored.isString() && stored.text() == key.text(); });
+    return findChild(rep, [&](Member const& member) { return member.key() == key.text(); });
 }
 
 /// A new null member behind the last; `rep` is not shared. Either done or unchanged.
@@ -218,40 +284,20 @@ Member& appendMember(ObjectRep& rep, KeyView const& key) {
         Access::putImage(keyElement, key.image());
     else
         keyElement.setString(key.text());
-    auto* chunk = rep.last;
-    Chunk* added = nullptr;
-    if (chunk->size == chunk->capacity) {
-        auto const capacity = grownCapacity(rep.size, 1) - rep.size;
-        added = allocate<Chunk, Member>(std::max(capacity, 4U));
-        added->capacity = std::max(capacity, 4U);
-        chunk = added;
-    }
-    auto* const member = new (chunk->members() + chunk->size) Member;
+    auto* const member = new (placeOfNext(rep)) Member;
     member->key_.swap(keyElement);
-    ++chunk->size;
     ++rep.size;
-    auto* const before = rep.last;
-    if (added != nullptr) {
-        before->next = added;
-        rep.last = added;
-    }
-    if (rep.size > ObjectRep::linearLimit) {
-        try {
-            if (rep.index == nullptr || rep.size > rep.index->mask / 2)
-                reindex(rep);
-            else
-                *slotOf(*rep.index, member->key()) = member;
-        } catch (...) {
-            member->~Member();
-            --chunk->size;
-            --rep.size;
-            if (added != nullptr) {
-                before->next = nullptr;
-                rep.last = before;
-                ::operator delete(added);
-            }
-            throw;
-        }
+    if (rep.size <= ObjectRep::linearLimit)
+        return *member;
+    try {
+        if (rep.index == nullptr || rep.size > rep.index->mask / 2)
+            reindex(rep);
+        else
+            *slotOf(*rep.index, member->key()) = member;
+    } catch (...) {
+        --rep.size;
+        member->~Member();
+        throw;
     }
     return *member;
 }
@@ -292,18 +338,17 @@ private:
     void destroy(ContainerRep& container) noexcept {
         if (container.isObject) {
             auto& rep = static_cast<ObjectRep&>(container);
-            forEachMember(rep, [this](Member& member) {
+            forEachChild(rep, [this](Member& member) {
                 drop(member.key_);
                 drop(member.value);
             });
-            for (auto* chunk = rep.first.next; chunk != nullptr;)
-                ::operator delete(std::exchange(chunk, chunk->next));
+            freeChunks(rep);
             ::operator delete(rep.index);
             ::operator delete(&rep);
         } else {
             auto& rep = static_cast<ArrayRep&>(container);
-            for (std::uint32_t i = 0; i < rep.size; ++i)
-                drop(rep.items()[i]);
+            forEachChild(rep, [this](Element& element) { drop(element); });
+            freeChunks(rep);
             ::operator delete(&rep);
         }
     }
@@ -340,23 +385,20 @@ private:
 
     void copyContent(ContainerRep& source, Element& target) {
         if (source.isObject) {
-            auto& from = static_cast<ObjectRep&>(source);
             auto* const rep = newObject(source.size);
             Access::putContainer(target, rep);
-            forEachMember(from, [&](Member& member) {
-                auto* const copied = new (rep->first.members() + rep->size) Member;
-                ++rep->first.size;
-                ++rep->size;
-                copyOne(member.key_, copied->key_);
-                copyOne(member.value, copied->value);
+            forEachChild(static_cast<ObjectRep&>(source), [&](Member& member) {
+                auto& copied = *new (rep->items() + rep->size++) Member;
+                copyOne(member.key_, copied.key_);
+                copyOne(member.value, copied.value);
             });
             reindex(*rep);
         } else {
-            auto& from = static_cast<ArrayRep&>(source);
             auto* const rep = newArray(source.size);
             Access::putContainer(target, rep);
-            for (; rep->size < from.size; ++rep->size)
-                copyOne(from.items()[rep->size], *new (rep->items() + rep->size) Element);
+            forEachChild(static_cast<ArrayRep&>(source), [&](Element& element) {
+                copyOne(element, *new (rep->items() + rep->size++) Element);
+            });
         }
     }
 
@@ -407,95 +449,6 @@ void detach(Rep*& rep) {
     throw Exception::InvalidParameter(std::string("expected ") + wanted + ", found " +
                                       describe(found.kind()));
 }
-
-// ---- Comparison ----------------------------------------------------------------------------
-
-bool equalNumbers(Element const& left, Element const& right) noexcept {
-    if (left.isFloating() && right.isFloating()) {
-        auto const l = left.floatingNumber();
-        auto const r = right.floatingNumber();
-        return l == r || (l != l && r != r);
-    }
-    if (left.isFloating() || right.isFloating()) {
-        auto const value = left.isFloating() ? left.floatingNumber() : right.floatingNumber();
-        auto const& integer = left.isFloating() ? right : left;
-        if (integer.isSigned() && integer.signedNumber() < 0)
-            return value >= -0x1p63 && value < 0 &&
-                   static_cast<std::int64_t>(value) == integer.signedNumber() &&
-                   static_cast<double>(integer.signedNumber()) == value;
-        return value >= 0 && value < 0x1p64 &&
-               static_cast<std::uint64_t>(value) == integer.unsignedNumber() &&
-               static_cast<double>(integer.unsignedNumber()) == value;
-    }
-    if (left.kind() == right.kind())
-        return left.unsignedNumber() == right.unsignedNumber();
-    auto const& signedOne = left.isSigned() ? left : right;
-    return signedOne.signedNumber() >= 0 && left.unsignedNumber() == right.unsignedNumber();
-}
-
-bool isNumber(Element const& element) noexcept {
-    return element.isSigned() || element.isUnsigned() || element.isFloating();
-}
-
-/// Compares without recursion: pairs that are still to be compared wait in a list.
-class Comparison {
-public:
-    bool equal(Element const& left, Element const& right) {
-        pending_.emplace_back(&left, &right);
-        while (!pending_.empty()) {
-            auto const [l, r] = pending_.back();
-            pending_.pop_back();
-            if (!equalHeads(*l, *r))
-                return false;
-        }
-        return true;
-    }
-
-private:
-    bool equalHeads(Element const& left, Element const& right) {
-        if (isNumber(left) && isNumber(right))
-            return equalNumbers(left, right);
-        if (left.kind() != right.kind())
-            return false;
-        switch (left.kind()) {
-        case Kind::boolean:
-            return left.boolean() == right.boolean();
-        case Kind::string:
-            return left.text() == right.text();
-        case Kind::array:
-            return equalArrays(left.array(), right.array());
-        case Kind::object:
-            return equalObjects(left.object(), right.object());
-        default:
-            return true;
-        }
-    }
-
-    bool equalArrays(Array const& left, Array const& right) {
-        if (left.size() != right.size())
-            return false;
-        if (Access::rep(left) != Access::rep(right))
-            for (auto const *l = left.begin(), *r = right.begin(); l != left.end(); ++l, ++r)
-                pending_.emplace_back(l, r);
-        return true;
-    }
-
-    bool equalObjects(Object const& left, Object const& right) {
-        if (left.size() != right.size())
-            return false;
-        if (Access::rep(left) == Access::rep(right))
-            return true;
-        for (auto const& member : left) {
-            auto const* const other = right.find(member.key());
-            if (other == nullptr)
-                return false;
-            pending_.emplace_back(&member.value, other);
-        }
-        return true;
-    }
-
-    std::vector<std::pair<Element const*, Element const*>> pending_;
-};
 
 } // namespace
 
@@ -585,8 +538,8 @@ void Detail::Access::takeObject(Element& target, std::span<Element> keysAndValue
         return;
     }
     auto* const rep = newObject(members, arena);
-    takeWords(keysAndValues, reinterpret_cast<Element*>(rep->first.members()));
-    rep->size = rep->first.size = members;
+    takeWords(keysAndValues, reinterpret_cast<Element*>(rep->items()));
+    rep->size = members;
     putContainer(target, rep);
 }
 
@@ -597,7 +550,7 @@ std::ptrdiff_t Detail::Access::indexObject(Element& target, Arena* arena) {
         rep->index = newIndex(*rep, duplicate, arena);
         return duplicate;
     }
-    auto const* const all = rep->first.members();
+    auto const* const all = rep->items();
     for (std::uint32_t i = 1; i < rep->size; ++i)
         for (std::uint32_t k = 0; k < i; ++k)
             if (equalTexts(all[i].key_, all[k].key_))
@@ -606,6 +559,17 @@ std::ptrdiff_t Detail::Access::indexObject(Element& target, Arena* arena) {
 }
 
 // ---- Array ---------------------------------------------------------------------------------
+
+namespace {
+
+template <class Item, class Rep>
+ChildIterator<Item> firstChild(Rep* rep) noexcept {
+    if (rep == nullptr)
+        return {};
+    return {rep->items(), rep->capacity, rep->more, rep->size};
+}
+
+} // namespace
 
 Array::Array(Array const& other) : rep_(static_cast<ArrayRep*>(shareOrCopy(other.rep_))) {}
 
@@ -619,11 +583,9 @@ Array& Array::operator=(Array&& other) noexcept {
 
 void Array::release() noexcept { Graveyard().drop(rep_); }
 
-Element const* Array::begin() const noexcept { return rep_ != nullptr ? rep_->items() : nullptr; }
+Array::ConstIterator Array::begin() const noexcept { return firstChild<Element>(rep_); }
 
-Element const* Array::end() const noexcept {
-    return rep_ != nullptr ? rep_->items() + rep_->size : nullptr;
-}
+Array::ConstIterator Array::end() const noexcept { return {}; }
 
 unsigned int Array::size() const noexcept { return rep_ != nullptr ? rep_->size : 0; }
 
@@ -634,63 +596,56 @@ void Array::reserve(unsigned int capacity) {
         return;
     }
     detach(rep_);
-    if (capacity <= rep_->capacity)
-        return;
-    auto* const grown = newArray(capacity);
-    for (; grown->size < rep_->size; ++grown->size)
-        placeMoved(grown->items() + grown->size, rep_->items()[grown->size]);
-    grown->exposed = rep_->exposed;
-    ::operator delete(std::exchange(rep_, grown));
+    makeRoom(*rep_, capacity);
 }
 
 void Array::resize(unsigned int size) {
-    auto const before = this->size();
-    if (size == before)
+    if (size == this->size())
         return;
-    if (size < before) {
+    if (rep_ == nullptr) {
+        rep_ = newArray(size);
+    } else {
         detach(rep_);
-        Graveyard dead;
-        while (rep_->size > size)
-            dead.drop(rep_->items()[--rep_->size]);
-        return;
+        if (size > rep_->size)
+            grow(*rep_, size);
     }
-    reserve(size);
-    while (rep_->size < size)
-        new (rep_->items() + rep_->size++) Element;
+    for (; rep_->size < size; ++rep_->size)
+        new (placeOf(*rep_, rep_->size)) Element;
+    Graveyard dead;
+    while (rep_->size > size)
+        dead.drop(*placeOf(*rep_, --rep_->size));
 }
 
 void Array::push_back(Element element) {
-    if (rep_ != nullptr)
-        detach(rep_); // first of all: a copy has no room to spare
-    auto const before = size();
-    if (rep_ == nullptr || before == rep_->capacity)
-        reserve(grownCapacity(before, 1));
+    if (rep_ == nullptr)
+        rep_ = newArray(4);
+    else
+        detach(rep_);
+    auto* const place = placeOfNext(*rep_);
     auto const* const container = Access::container(element);
     rep_->exposed = rep_->exposed || (container != nullptr && container->exposed);
-    placeMoved(rep_->items() + rep_->size++, element);
+    placeMoved(place, element);
+    ++rep_->size;
 }
 
 Element& Array::operator[](unsigned int index) {
-    auto const before = size();
-    if (index >= before) {
-        auto const wanted = grownCapacity(before, index - before) + 1;
-        if (rep_ == nullptr || index >= rep_->capacity)
-            reserve(wanted);
+    if (index >= mostChildren) [[unlikely]]
+        throwTooMany();
+    if (rep_ == nullptr)
+        rep_ = newArray(std::max(index + 1, 4U));
+    if (index >= rep_->size)
         resize(index + 1);
-    }
     detach(rep_);
     rep_->exposed = true;
-    return rep_->items()[index];
+    return *placeOf(*rep_, index);
 }
 
 Element const& Array::operator[](unsigned int index) const {
     if (index >= size())
         throw Exception::InvalidParameter("index " + std::to_string(index) + " in an array of " +
                                           std::to_string(size()));
-    return rep_->items()[index];
+    return *placeOf(*rep_, index);
 }
-
-bool operator==(Array const& left, Array const& right) { return Element(left) == Element(right); }
 
 // ---- Object --------------------------------------------------------------------------------
 
@@ -743,27 +698,9 @@ bool Object::erase(KeyView const& key) {
     return true;
 }
 
-Object::ConstIterator Object::begin() const noexcept {
-    if (size() == 0)
-        return {};
-    auto const* chunk = &rep_->first;
-    while (chunk->size == 0) // the first run is empty when nothing was reserved for it
-        chunk = chunk->next;
-    return {chunk, chunk->members()};
-}
+Object::ConstIterator Object::begin() const noexcept { return firstChild<Member>(rep_); }
 
 Object::ConstIterator Object::end() const noexcept { return {}; }
-
-Object::ConstIterator& Object::ConstIterator::operator++() noexcept {
-    auto const* const chunk = static_cast<Chunk const*>(chunk_);
-    if (++at_ == chunk->members() + chunk->size) {
-        chunk_ = chunk->next;
-        at_ = chunk->next != nullptr ? chunk->next->members() : nullptr;
-    }
-    return *this;
-}
-
-bool operator==(Object const& left, Object const& right) { return Element(left) == Element(right); }
 
 // ---- Element -------------------------------------------------------------------------------
 
@@ -881,10 +818,6 @@ Element::operator Object() && {
     if (!isObject())
         throwKind("an object", *this);
     return std::move(object_);
-}
-
-bool operator==(Element const& left, Element const& right) {
-    return Comparison().equal(left, right);
 }
 
 bool HasElement(Element const& element, std::string const& key) noexcept {

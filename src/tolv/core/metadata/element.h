@@ -20,11 +20,11 @@
 /// copied in constant time; content to which a writable reference has been handed out is copied
 /// for real, so that a reference taken before a copy never writes into the copy.
 ///
-/// What stays valid: a reference to a child of an object stays valid while keys are added to that
-/// object. A reference into an array is lost when the array grows. Assigning to an element, or
-/// destroying it, ends all references into it; so does, for `const` references, any writing access
-/// to it after it was copied. An element must not be moved into a child of its own; copying it
-/// there is fine.
+/// What stays valid: references to children stay valid while keys or entries are added, so
+/// `array[9] = array[0]` and `object["new"] = object["old"]` are fine. Removing children ends
+/// references to them. Assigning to an element, or destroying it, ends all references into it; so
+/// does, for `const` references, any writing access to it after it was copied. An element must not
+/// be moved into a child of its own; copying it there is fine.
 ///
 /// Threads: distinct values may be used from distinct threads at the same time, even where they
 /// share content. One value must not be used by two threads while one of them writes.
@@ -39,6 +39,80 @@ struct ObjectRep;
 struct TextRep;
 struct Member;
 struct Access;
+
+/// A run of children of an array or object, which stand behind this structure.
+template <class Item>
+struct alignas(std::uint64_t) Chunk {
+    Chunk* next = nullptr;
+    std::uint32_t capacity = 0;
+
+    [[nodiscard]] Item* items() noexcept { return reinterpret_cast<Item*>(this + 1); }
+    [[nodiscard]] Item const* items() const noexcept {
+        return reinterpret_cast<Item const*>(this + 1);
+    }
+};
+
+/// Walks the children of an array or object in order.
+template <class Item>
+class ChildIterator {
+public:
+    /// @{
+    /// What the standard asks of an iterator.
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Item;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Item const*;
+    using reference = Item const&;
+    /// @}
+
+    ChildIterator() noexcept = default;
+    /// Internal: `size` children, of which `capacity` stand at `items` and the others in `more`.
+    ChildIterator(Item const* items, std::uint32_t capacity, Chunk<Item> const* more,
+                  std::uint32_t size) noexcept
+        : more_(more), left_(size) {
+        enter(items, capacity);
+    }
+
+    /// @{
+    /// What the standard asks of an iterator.
+    reference operator*() const noexcept { return *at_; }
+    pointer operator->() const noexcept { return at_; }
+    ChildIterator& operator++() noexcept {
+        if (++at_ == end_) [[unlikely]]
+            enter(nullptr, 0);
+        return *this;
+    }
+    ChildIterator operator++(int) noexcept {
+        auto const before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(ChildIterator const& other) const noexcept { return at_ == other.at_; }
+    /// @}
+
+private:
+    /// Goes to the first of the children that are left: at `items`, or in the next chunk that has
+    /// room for any.
+    [[gnu::noinline]] void enter(Item const* items, std::uint32_t capacity) noexcept {
+        at_ = nullptr;
+        if (left_ == 0)
+            return;
+        for (; capacity == 0; more_ = more_->next) {
+            items = more_->items();
+            capacity = more_->capacity;
+        }
+        auto const count = capacity < left_ ? capacity : left_;
+        left_ -= count;
+        at_ = items;
+        end_ = items + count;
+    }
+
+    Item const* at_ = nullptr; ///< null: behind the last
+    Item const* end_ = nullptr;
+    Chunk<Item> const* more_ = nullptr;
+    std::uint32_t left_ = 0; ///< from `end_` on
+};
+
 } // namespace Detail
 
 /// Tag of the null element.
@@ -61,6 +135,8 @@ private:
 /// An ordered sequence of elements.
 class TOLV_CORE_API Array {
 public:
+    using ConstIterator = Detail::ChildIterator<Element>; ///< walks over the entries
+
     Array() noexcept = default;
     Array(Array const& other);
     Array(Array&& other) noexcept : rep_(std::exchange(other.rep_, nullptr)) {}
@@ -71,10 +147,10 @@ public:
             release();
     }
 
-    /// The entries, to be walked over.
-    [[nodiscard]] Element const* begin() const noexcept;
+    /// The first entry.
+    [[nodiscard]] ConstIterator begin() const noexcept;
     /// Behind the last entry.
-    [[nodiscard]] Element const* end() const noexcept;
+    [[nodiscard]] ConstIterator end() const noexcept;
     /// Number of entries.
     [[nodiscard]] unsigned int size() const noexcept;
     /// Whether there is no entry.
@@ -97,8 +173,8 @@ public:
     /// Extension: adds one element behind the last.
     void push_back(Element element);
 
-    /// Extension: equal element by element. @throws std::bad_alloc
-    friend TOLV_CORE_API bool operator==(Array const& left, Array const& right);
+    /// Extension: equal element by element, as elements are.
+    friend TOLV_CORE_API bool operator==(Array const& left, Array const& right) noexcept;
 
 private:
     friend struct Detail::Access;
@@ -112,7 +188,9 @@ private:
 /// A map from key to element that keeps the order in which keys were added.
 class TOLV_CORE_API Object {
 public:
-    class ConstIterator;
+    /// Walks over the members: use `member.key()` and `member.value`; a key is a text inside of its
+    /// member, so `[key, value]` is not available.
+    using ConstIterator = Detail::ChildIterator<Detail::Member>;
 
     Object() noexcept = default;
     Object(Object const& other);
@@ -141,13 +219,13 @@ public:
     /// Extension: makes room for `capacity` keys in all, without adding any.
     void reserve(unsigned int capacity);
 
-    /// Extension: iterates over `Detail::Member` in insertion order.
+    /// Extension: the first member, in the order in which keys were added.
     [[nodiscard]] ConstIterator begin() const noexcept;
     /// Behind the last member.
     [[nodiscard]] ConstIterator end() const noexcept;
 
     /// Extension: equal when both have the same keys with equal children, in whatever order.
-    friend TOLV_CORE_API bool operator==(Object const& left, Object const& right);
+    friend TOLV_CORE_API bool operator==(Object const& left, Object const& right) noexcept;
 
 private:
     friend struct Detail::Access;
@@ -354,8 +432,10 @@ public:
     char* makeString(std::size_t size, bool isPlain = false);
 
     /// Extension: equality of JSON values. Numbers are compared by exact value, whatever their
-    /// kind; a NaN equals a NaN. @throws std::bad_alloc
-    friend TOLV_CORE_API bool operator==(Element const& left, Element const& right);
+    /// kind; a NaN equals a NaN. Nothing is copied, and content that both share is equal at once.
+    /// Memory is needed only for trees of more than 64 levels; they count as different when there
+    /// is none.
+    friend TOLV_CORE_API bool operator==(Element const& left, Element const& right) noexcept;
 
 private:
     friend struct Detail::Access;
@@ -418,41 +498,6 @@ struct Member {
 };
 
 } // namespace Detail
-
-/// Walks the members of an object in insertion order: `for (auto const& [key, value] : ...)` is
-/// not available, since the key is a text inside the member: use `member.key()`, `member.value`.
-class TOLV_CORE_API Object::ConstIterator {
-public:
-    /// @{
-    /// What the standard asks of an iterator.
-    using iterator_category = std::forward_iterator_tag;
-    using value_type = Detail::Member;
-    using difference_type = std::ptrdiff_t;
-    using pointer = Detail::Member const*;
-    using reference = Detail::Member const&;
-    /// @}
-
-    ConstIterator() noexcept = default;
-    /// Internal: the member `at` of this part of the storage.
-    ConstIterator(void const* chunk, Detail::Member const* at) noexcept : chunk_(chunk), at_(at) {}
-
-    /// @{
-    /// What the standard asks of an iterator.
-    reference operator*() const noexcept { return *at_; }
-    pointer operator->() const noexcept { return at_; }
-    ConstIterator& operator++() noexcept;
-    ConstIterator operator++(int) noexcept {
-        auto const before = *this;
-        ++*this;
-        return before;
-    }
-    bool operator==(ConstIterator const& other) const noexcept { return at_ == other.at_; }
-    /// @}
-
-private:
-    void const* chunk_ = nullptr;
-    Detail::Member const* at_ = nullptr;
-};
 
 /// True when `element` is an object that has `key`. Never throws.
 TOLV_CORE_API bool HasElement(Element const& element, std::string const& key) noexcept;

@@ -17,7 +17,8 @@ constexpr std::size_t leastDeferred = 4096;
 
 } // namespace
 
-EncodingScope::EncodingScope() noexcept : outer_(std::exchange(innermost, this)) {}
+EncodingScope::EncodingScope(MirroredObject const& root) noexcept
+    : outer_(std::exchange(innermost, this)), root_(&root) {}
 
 EncodingScope::~EncodingScope() {
     innermost = outer_;
@@ -48,9 +49,32 @@ void EncodingScope::put(Element& element, std::span<unsigned char const> bytes) 
     element = noted;
 }
 
-void putEncoded(Element& element, std::span<unsigned char const> bytes) {
-    if (bytes.size() >= leastDeferred) {
-        if (auto* const scope = EncodingScope::current()) {
+LastingFields::LastingFields(MirroredObject const& message) noexcept {
+    auto* const scope = EncodingScope::current();
+    if (scope == nullptr || !scope->isRoot(message))
+        return;
+    outer_ = scope->setLasting(&message);
+    isKnown_ = true;
+}
+
+LastingFields::LastingFields(ReflectorBase const& field, MirroredObject const& value) noexcept {
+    auto* const scope = EncodingScope::current();
+    if (scope == nullptr || !scope->isLasting(field))
+        return;
+    outer_ = scope->setLasting(&value);
+    isKnown_ = true;
+}
+
+LastingFields::~LastingFields() {
+    if (isKnown_)
+        EncodingScope::current()->setLasting(outer_);
+}
+
+void putEncoded(Element& element, std::span<unsigned char const> bytes,
+                ReflectorBase const* field) {
+    if (bytes.size() >= leastDeferred && field != nullptr) {
+        if (auto* const scope = EncodingScope::current();
+            scope != nullptr && scope->isLasting(*field)) {
             scope->put(element, bytes);
             return;
         }

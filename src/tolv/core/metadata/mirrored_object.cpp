@@ -79,14 +79,15 @@ void MirroredObject::copyFromMetaData(Element const& element) {
 }
 
 void MirroredObject::copyToText(std::string& text, bool compact) const {
-    Detail::EncodingScope const scope;
+    Detail::EncodingScope const scope(*this);
     Element tree;
     copyToMetaData(tree);
     WriterJson::Write(tree, text, compact);
 }
 
 void MirroredObject::copyFromText(std::string_view text, Limits const& limits) {
-    Detail::PassingTree const tree(text, limits);
+    std::string const copy(text); // `text` may be part of this record, which changes below
+    Detail::PassingTree const tree(copy, limits);
     copyFromMetaData(tree.root());
 }
 

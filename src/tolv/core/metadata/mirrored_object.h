@@ -79,14 +79,17 @@ public:
     void copyFromMetaData(Element const& element) override;
 
     /// Extension: this object as JSON text, as by `copyToMetaData` and `WriterJson::Write`, but
-    /// faster where large arrays are encoded.
-    /// @param text is replaced; its memory is used again
+    /// faster where a message holds large arrays in the encoded form. A message class that
+    /// overrides `copyToMetaData` must leave its fields as they are until this returns.
+    /// @param text is replaced; its memory is used again. It may be a text of this record itself
     /// @param compact as in `WriterJson::Write`
     /// @throws what either of them throws
     void copyToText(std::string& text, bool compact = true) const;
 
     /// Extension: reads from a JSON text, as by `ReaderJson::Read` and `copyFromMetaData`, but
-    /// faster: the tree between them refers to the text and goes at once.
+    /// faster: the tree between them is never kept.
+    /// @param text may be a text of this record itself
+    /// @param limits of the text
     /// @throws what either of them throws
     void copyFromText(std::string_view text, Limits const& limits = {});
 
@@ -136,6 +139,10 @@ public:
 
     /// The key; it outlives the field.
     [[nodiscard]] std::string const& name() const { return key_->name(); }
+    /// Extension: whether this is a field of `record`.
+    [[nodiscard]] bool isOwnedBy(MirroredObject const& record) const noexcept {
+        return owner() == &record;
+    }
     /// Extension: the key in the form that lookups want.
     [[nodiscard]] Key const& key() const noexcept { return *key_; }
 

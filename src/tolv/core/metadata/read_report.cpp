@@ -112,7 +112,7 @@ private:
         auto const size = array.size();
         for (unsigned int i = 0; i < size; ++i) { // by address first, from where it probably is
             auto const at = (next + i) % size;
-            auto const isEntry = array.begin() + at == &wanted;
+            auto const isEntry = &array[at] == &wanted;
             if (!isEntry && !isSame(array[at], wanted))
                 continue;
             where = indexed(std::move(where), at);

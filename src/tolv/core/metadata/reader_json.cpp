@@ -463,8 +463,8 @@ private:
             ++at;
         std::int64_t exponent = 0;
         if (std::from_chars(at, at_, exponent).ec != std::errc())
-            return negative; // more than a text has digits
-        return place + (negative ? -exponent : exponent) <= 0;
+            return negative; // the exponent outweighs any number of digits
+        return negative ? place <= exponent : place <= -exponent; // a sum may overflow
     }
 
     // ---- Strings -----------------------------------------------------------------------------

@@ -41,7 +41,7 @@ public:
     }
     void commit(char* end) noexcept { at_ = end; }
 
-    void put(char byte) {
+    [[gnu::always_inline]] void put(char byte) {
         auto* const at = claim();
         *at = byte;
         commit(at + 1);
@@ -188,7 +188,7 @@ private:
         out_.commit(end);
     }
 
-    void string(Element const& element, Level const* level, bool isKey) {
+    [[gnu::always_inline]] void string(Element const& element, Level const* level, bool isKey) {
         auto const* const bytes = Access::shortText(element);
         auto const size = Access::shortTextSize(element);
         if (bytes == nullptr || !Tolv::Detail::isPlainAscii(bytes, size)) {
@@ -295,11 +295,8 @@ private:
     void object(Object const& object, Level const* outer) {
         auto level = enter(outer, true);
         out_.put('{');
-        auto const* const rep = Access::rep(object);
-        for (auto const* chunk = rep != nullptr ? &rep->first : nullptr; chunk != nullptr;
-             chunk = chunk->next)
-            for (auto const& member : std::span(chunk->members(), chunk->size))
-                this->member(member, level);
+        for (auto const& member : object)
+            this->member(member, level);
         leave(level, '}');
     }
 

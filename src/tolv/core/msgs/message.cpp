@@ -1,4 +1,5 @@
 #include <tolv/core/exceptions.h>
+#include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/core/metadata/detail/passing_tree.h>
 #include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/msgs/message.h>
@@ -53,6 +54,7 @@ Message& Message::operator=(Message const& other) {
 Message::~Message() = default;
 
 void Message::copyToMetaData(MetaData::Element& element) const {
+    MetaData::Detail::LastingFields const lasting(*this);
     MirroredObject::copyToMetaData(element);
 }
 

@@ -80,25 +80,19 @@ struct ContainerRep {
     /// a copy must then have content of its own. A container that is not exposed has no exposed
     /// container below it.
     bool exposed = false;
+    std::uint32_t capacity = 0;   ///< children that fit behind this structure
     ContainerRep* link = nullptr; ///< chain of the containers that wait to be destroyed
 };
 
-struct alignas(Element) ArrayRep : ContainerRep {
-    std::uint32_t capacity = 0;
-
-    [[nodiscard]] Element* items() noexcept { return reinterpret_cast<Element*>(this + 1); }
+/// Children never move, so that references to them stay valid while more are added: they fill the
+/// room behind the structure, then one chunk after the other.
+template <class Item>
+struct Children : ContainerRep {
+    Chunk<Item>* more = nullptr;
 };
 
-/// A run of members that never moves.
-struct alignas(Element) Chunk {
-    Chunk* next = nullptr;
-    std::uint32_t size = 0;
-    std::uint32_t capacity = 0;
-
-    [[nodiscard]] Member* members() noexcept { return reinterpret_cast<Member*>(this + 1); }
-    [[nodiscard]] Member const* members() const noexcept {
-        return reinterpret_cast<Member const*>(this + 1);
-    }
+struct alignas(Element) ArrayRep : Children<Element> {
+    [[nodiscard]] Element* items() noexcept { return reinterpret_cast<Element*>(this + 1); }
 };
 
 /// Hash index of an object that is too large to be searched from end to end: open addressing, at
@@ -111,12 +105,12 @@ struct alignas(Member*) Index {
 
 static_assert(alignof(Index) <= alignof(std::max_align_t));
 
-struct ObjectRep : ContainerRep {
+struct alignas(Element) ObjectRep : Children<Member> {
     Index* index = nullptr; ///< present when `size` is above `linearLimit`
-    Chunk* last = nullptr;
-    Chunk first; ///< its members stand behind this structure, in the same allocation
 
     static constexpr std::uint32_t linearLimit = 32;
+
+    [[nodiscard]] Member* items() noexcept { return reinterpret_cast<Member*>(this + 1); }
 };
 
 /// The ways into the handles, for the algorithms over trees, the reader and the message base.
