@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/msgs/address.h>
+#include <tolv/metadata/reflector_lambda.h>
 #include "support/captured_output.h"
 #include "support/counters.h"
 #include "support/trees.h"
@@ -389,6 +390,87 @@ TEST(ArrayOfRecords, EntriesAreCopiesOfWhatWasRead) {
 
     field.edit().insert(field.edit().begin(), Point(5)); // moves the other entries
     EXPECT_EQ(written(field().at(1)), R"({"x":1,"name":"n"})");
+}
+
+/// Refuses a negative number once it has been read.
+struct Refusing : MirroredObject {
+    Reflector<int> n{this, "n"_key, Required, 7};
+
+    Refusing() = default;
+    Refusing(Refusing const& other) : Refusing() { *this = other; }
+    Refusing& operator=(Refusing const&) = default;
+    void copyFromMetaData(Element const& element) override {
+        MirroredObject::copyFromMetaData(element);
+        if (n.initialized() && n() < 0)
+            n.reset();
+    }
+};
+
+/// Refuses a number inside of what has been read, and what comes from an older record.
+struct RefusingInside : MirroredObject {
+    Reflector<Refusing> one{this, "one"_key, Required};
+    ReflectorArray<Refusing> list{this, "list"_key, Optional};
+    Reflector<int> late{this, "late"_key, Optional};
+
+    RefusingInside() = default;
+    RefusingInside(RefusingInside const& other) : RefusingInside() { *this = other; }
+    RefusingInside& operator=(RefusingInside const&) = default;
+    void copyFromMetaData(Element const& element) override {
+        one.copyFromMetaData(element);
+        list.copyFromMetaData(element);
+        late.copyFromMetaData(element);
+        if (one.initialized() && one().n.initialized() && one().n() > 100)
+            one.edit().n.uninit();
+        if (list.initialized() && !list().empty())
+            list.edit().front().n.uninit();
+        late.makeRequired();
+    }
+};
+
+/// Reads nothing, and so has no value from the start.
+struct Lacking : MirroredObject {
+    Reflector<int> n{this, "n"_key, Required, 7};
+
+    Lacking() { n.uninit(); }
+    Lacking(Lacking const& other) : Lacking() { *this = other; }
+    Lacking& operator=(Lacking const&) = default;
+    void copyFromMetaData(Element const& /*element*/) override {}
+};
+
+/// Takes any value from a tree, and only positive ones from a program.
+struct Lenient : MirroredObject {
+    ReflectorLambda<int> n{this, "n"_key,
+                           7,    [](int value) { return value > 0; },
+                           {},   [](Element const& /*parent*/) { return true; }};
+
+    Lenient() = default;
+    Lenient(Lenient const& other) : Lenient() { *this = other; }
+    Lenient& operator=(Lenient const&) = default;
+};
+
+template <class R>
+void expectCopies(char const* entry) {
+    MirroredObject owner;
+    ReflectorArray<R> field{&owner, "a"_key, Required};
+    R single;
+    readInto(single, entry);
+    readInto(field, R"({"a":[)" + std::string(entry) + "]}");
+    EXPECT_EQ(written(field().at(0)), written(R(single))) << entry;
+}
+
+TEST(ArrayOfRecords, AnEntryIsACopyOfWhatWasRead) {
+    for (auto const* const entry : {R"({"n":1})", R"({"n":-1})", "{}"})
+        expectCopies<Refusing>(entry);
+    for (auto const* const entry :
+         {R"({"one":{"n":1},"late":1})", R"({"one":{"n":-1},"late":1})", R"({"one":{"n":101}})",
+          R"({"one":{"n":1}})", R"({"one":{"n":1},"late":2,"list":[{"n":1},{"n":-1}]})", "{}"})
+        expectCopies<RefusingInside>(entry);
+    expectCopies<Lacking>("{}");
+    expectCopies<Lenient>(R"({"n":-1})");
+    MirroredObject owner;
+    ReflectorArray<Refusing> field{&owner, "l"_key, Required};
+    readInto(field, R"({"l":[{"n":1},{"n":-1},{}]})");
+    EXPECT_EQ(written(field), R"({"l":[{"n":1},{"n":0},{"n":0}]})");
 }
 
 /// Reads anything, but like a message can be copied only if it parsed.

@@ -94,13 +94,10 @@ public:
     /// Reads the field from the object `parent`. A missing key, an element of the wrong kind, a
     /// number that doesn't fit and any exception of a record reset the field, in silence.
     virtual void assign(Element const& parent) {
-        if (tryRead(parent)) {
+        if (tryRead(parent))
             init();
-            return;
-        }
-        reset();
-        if (isRequired()) [[unlikely]]
-            Detail::noteRequiredFieldMissed();
+        else
+            reset();
     }
 
     /// Gives the value the type's default, whatever it was constructed with, and makes the field

@@ -22,18 +22,17 @@ namespace Tolv::MetaData {
 /// output (see diagnostics.h).
 template <class T>
 class ReflectorArray : public ReflectorBase {
+    static_assert(
+        Detail::isEntryType<T>(),
+        "a list holds values of the types that have a conversion (see SetAs), or records");
+
     static constexpr bool isEncodable = Detail::encodedTag<T> != 0;
 
 public:
     /// An empty list, initialized when required. `encode` says whether the encoded form is written;
     /// it has no effect for types that have none.
     ReflectorArray(MirroredObject* owner, Key const& key, Presence required, Flag encode = false)
-        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {
-        // Not in the class itself: a record may hold a list of its own kind, before it is complete.
-        static_assert(
-            FieldType<T>,
-            "a list holds values of the types that have a conversion (see SetAs), or records");
-    }
+        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
     ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
                    Flag encode = false)
         : ReflectorArray(owner, Key::intern(key), required, encode) {}
@@ -236,16 +235,17 @@ private:
         return true;
     }
 
-    /// What stands in a list is a copy of what was read, with what a copy does to required fields
-    /// that did not read, and to messages without payload. Where all fields did read, the copy
-    /// would be the same and is left out; what copies itself in a way of its own is copied.
+    /// An entry of the list is a copy of the record that was read. Copying gives required fields
+    /// that have no value the type's default, and refuses messages without payload. Where nothing
+    /// of the kind is in the record, the copy would be the same and is left out. Records that are
+    /// not default-built, and payloads that convert themselves, are always copied.
     template <Record R>
     static void readRecord(Element const& entry, std::vector<R>& read) {
         if constexpr (std::derived_from<R, MirroredObject> &&
                       requires { typename DefaultOf<R>::IsDefaultBuilt; }) {
-            auto const missedBefore = Detail::requiredFieldsMissed();
+            auto const doubtsBefore = Detail::copyDoubts();
             read.emplace_back().copyFromMetaData(entry);
-            if (Detail::requiredFieldsMissed() == missedBefore) [[likely]]
+            if (Detail::copyDoubts() == doubtsBefore) [[likely]]
                 return;
             R const one(read.back());
             read.pop_back();

@@ -114,6 +114,8 @@ public:
 private:
     void setFunctions(PreValue preValue, Post post, PreMeta preMeta) {
         this->makeRequired();
+        if (post || preMeta) // a copy asks neither for the same reason as a read
+            Detail::noteCopyDoubt();
         preValue_ = preValue ? std::move(preValue) : defaultPreValue;
         post_ = post ? std::move(post) : defaultPost;
         if (preMeta)

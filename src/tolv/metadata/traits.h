@@ -32,6 +32,16 @@ concept FieldType = Record<T> || requires(Element const& in, T& value) {
 
 namespace Detail {
 
+/// Whether a list may hold `T`. A record that holds a list of its own kind is not complete yet
+/// where it declares the list, and is not checked.
+template <class T>
+consteval bool isEntryType() {
+    if constexpr (requires { sizeof(T); })
+        return FieldType<T>;
+    else
+        return true;
+}
+
 /// The type of the entries of a list.
 template <class T>
 struct EntryOf {};

@@ -48,13 +48,13 @@ private:
     std::vector<Field*> many_;
 };
 
-thread_local constinit unsigned int missed = 0;
+thread_local constinit unsigned int doubts = 0;
 
 } // namespace
 
-unsigned int Detail::requiredFieldsMissed() noexcept { return missed; }
+unsigned int Detail::copyDoubts() noexcept { return doubts; }
 
-void Detail::noteRequiredFieldMissed() noexcept { ++missed; }
+void Detail::noteCopyDoubt() noexcept { ++doubts; }
 
 MirroredObject::~MirroredObject() {
     // Only fields that outlive their record are still in the list.

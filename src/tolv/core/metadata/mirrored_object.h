@@ -102,6 +102,19 @@ private:
     alignas(8) MembersStorage members_; ///< a field keeps flags in its owner's address
 };
 
+namespace Detail {
+
+/// How often this thread has had reason to expect that a copy of a record differs from the record:
+/// a required field was left without a value, in place of which a copy has a default, or was given
+/// functions that may judge a copy otherwise. The count wraps. While it stays the same, no record
+/// that is built and read meanwhile holds such a field, however deep inside.
+TOLV_CORE_API unsigned int copyDoubts() noexcept;
+
+/// Counts one more.
+TOLV_CORE_API void noteCopyDoubt() noexcept;
+
+} // namespace Detail
+
 /// What all mirrored fields have in common: the key, the owner, and two flags, required and
 /// initialized.
 class TOLV_CORE_API ReflectorBase : public virtual PartiallySerializableInterface {
@@ -118,6 +131,7 @@ public:
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): one flag, which may come from itself
     ReflectorBase& operator=(ReflectorBase const& other) noexcept {
         set(initializedBit, other.initialized());
+        noteIfLacking();
         return *this;
     }
 
@@ -129,13 +143,19 @@ public:
     /// Marks the field initialized; the value stays.
     void init() noexcept { state_ |= initializedBit; }
     /// Marks the field uninitialized; the value stays, out of reach.
-    void uninit() noexcept { state_ &= ~initializedBit; }
+    void uninit() noexcept {
+        state_ &= ~initializedBit;
+        noteIfLacking();
+    }
     /// Whether the field has a value to be read and written.
     [[nodiscard]] bool initialized() const noexcept { return (state_ & initializedBit) != 0; }
     /// Whether the field is a required one.
     [[nodiscard]] bool isRequired() const noexcept { return (state_ & requiredBit) != 0; }
     /// Sets the required flag; the value and the initialized flag stay.
-    void makeRequired() noexcept { state_ |= requiredBit; }
+    void makeRequired() noexcept {
+        state_ |= requiredBit;
+        noteIfLacking();
+    }
 
     /// The key; it outlives the field.
     [[nodiscard]] std::string const& name() const { return key_->name(); }
@@ -171,22 +191,16 @@ private:
         return reinterpret_cast<MirroredObject*>(state_ & ~flagBits);
     }
     void forgetOwner() noexcept { state_ &= flagBits; }
+    /// To be called wherever a field may become one that is required and has no value.
+    void noteIfLacking() const noexcept {
+        if (isRequired() && !initialized()) [[unlikely]]
+            Detail::noteCopyDoubt();
+    }
     void set(std::uintptr_t bit, bool on) noexcept { state_ = on ? state_ | bit : state_ & ~bit; }
 
     ReflectorBase* older_ = nullptr; ///< the field that registered before this one
     std::uintptr_t state_;           ///< the owner's address and the flags: fields are many
     Key const* key_;
 };
-
-namespace Detail {
-
-/// How many required fields did not read, in this thread, since it started; it wraps. What was read
-/// without one of them is what a copy of it would be.
-TOLV_CORE_API unsigned int requiredFieldsMissed() noexcept;
-
-/// Counts one more.
-TOLV_CORE_API void noteRequiredFieldMissed() noexcept;
-
-} // namespace Detail
 
 } // namespace Tolv::MetaData
