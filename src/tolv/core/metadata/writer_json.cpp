@@ -164,7 +164,7 @@ private:
     }
 
     template <class T>
-    void integer(T number) {
+    [[gnu::flatten]] void integer(T number) {
         constexpr std::size_t most = 20;
         auto* const at = out_.claim();
         out_.commit(std::to_chars(at, at + most, number).ptr);
