@@ -10,7 +10,7 @@ namespace Tolv::Msgs::Detail {
 
 namespace {
 
-// Without a destructor: one would keep the library from being unloaded.
+// Trivially destructible: a thread-local destructor would keep the library from being unloaded.
 constinit thread_local std::size_t depth = 1;
 
 } // namespace
