@@ -141,8 +141,8 @@ class TOLV_MESSAGES_API ChassisInformation : public MirroredObject {
 public:
     Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
     Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's model name
-    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key,
-                                              Optional}; ///< unset if unknown
+    /// Unset if unknown.
+    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional};
 
     ChassisInformation() = default;
     /// A chassis without a module list.

@@ -11,8 +11,8 @@ namespace Tolv::Msgs::App {
 /// Requests the list of script files of an application type.
 class TOLV_MESSAGES_API QmlFileListRequestData : public MirroredObject {
 public:
-    Reflector<std::string> applicationType{this, "ApplicationType"_key,
-                                           Required}; ///< the owner of the files
+    /// The owner of the files.
+    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
 
     QmlFileListRequestData() = default;
     QmlFileListRequestData(QmlFileListRequestData const& other) : QmlFileListRequestData() {
@@ -37,8 +37,8 @@ public:
         FileMetaData& operator=(FileMetaData const&) = default;
     };
 
-    Reflector<std::string> applicationName{this, "ApplicationName"_key,
-                                           Required}; ///< human-readable
+    /// Human-readable.
+    Reflector<std::string> applicationName{this, "ApplicationName"_key, Required};
     /// The lowest framework version that runs the application.
     Reflector<long long> minFrameworkVersion{this, "MinFrameworkVersion"_key, Required};
     Reflector<std::string> rootScript{this, "RootScript"_key, Required}; ///< the file to start with
@@ -55,8 +55,8 @@ public:
 /// Requests one script file.
 class TOLV_MESSAGES_API QmlFileRequestData : public MirroredObject {
 public:
-    Reflector<std::string> applicationType{this, "ApplicationType"_key,
-                                           Required};                ///< the owner of the file
+    /// The owner of the file.
+    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
     Reflector<std::string> fileName{this, "FileName"_key, Required}; ///< as in `fileList`
 
     QmlFileRequestData() = default;

@@ -46,8 +46,8 @@ public:
 class TOLV_MESSAGES_API SelftestTestEnable : public MirroredObject {
 public:
     Reflector<int> testEnableId{this, "testEnableId"_key, Required, 0}; ///< of the test
-    Reflector<int> testEnable{this, "testEnable"_key, Required,
-                              0}; ///< 0: disabled; otherwise enabled
+    /// 0: disabled; otherwise enabled.
+    Reflector<int> testEnable{this, "testEnable"_key, Required, 0};
 
     SelftestTestEnable() = default;
     SelftestTestEnable(SelftestTestEnable const& other) : SelftestTestEnable() { *this = other; }
