@@ -22,9 +22,10 @@ std::size_t bytesInUse();
 
 /// A road whose inputs are ready.
 struct Prepared {
-    std::function<void()> step; ///< runs the road once
-    std::function<std::size_t()>
-        held; ///< runs it once; returns the bytes that the result holds. May be empty
+    /// Runs the road once.
+    std::function<void()> step;
+    /// Runs it once and returns the bytes that the result holds; may be empty.
+    std::function<std::size_t()> held;
 };
 
 /// A road to a result: the step destroys what `make` returns.

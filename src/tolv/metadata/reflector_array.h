@@ -22,20 +22,21 @@ namespace Tolv::MetaData {
 /// output (see diagnostics.h).
 template <class T>
 class ReflectorArray : public ReflectorBase {
-    static_assert(
-        FieldType<T>,
-        "a list holds values of the types that have a conversion (see SetAs), or records");
-
     static constexpr bool isEncodable = Detail::encodedTag<T> != 0;
 
 public:
     /// An empty list, initialized when required. `encode` says whether the encoded form is written;
     /// it has no effect for types that have none.
     ReflectorArray(MirroredObject* owner, Key const& key, Presence required, Flag encode = false)
-        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
+        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {
+        // Not in the class itself: a record may hold a list of its own kind, before it is complete.
+        static_assert(
+            FieldType<T>,
+            "a list holds values of the types that have a conversion (see SetAs), or records");
+    }
     ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
                    Flag encode = false)
-        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
+        : ReflectorArray(owner, Key::intern(key), required, encode) {}
 
     /// A list with content, initialized when required.
     ReflectorArray(MirroredObject* owner, Key const& key, Presence required, std::vector<T> initial,
