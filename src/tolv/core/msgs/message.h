@@ -99,7 +99,7 @@ public:
 
     /// Registers a class. The creator must remain callable until `deregisterMessage` has returned
     /// and no other thread is creating a message with it.
-    /// @return false if the id is taken; the class registered first is kept.
+    /// @return false if the creator is null or the id is taken; the class registered first is kept.
     bool registerMessage(unsigned long long id, Creator creator, std::string const& typeName);
 
     /// Removes a class. An unknown id is ignored.

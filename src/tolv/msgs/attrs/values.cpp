@@ -75,7 +75,7 @@ template <class T>
 std::string sentence(AttrWithMetaData<T, EnumMetaData> const& attr, Fault /*noJudge*/) {
     if (auto const* const enumerated = dynamic_cast<EnumeratedAttr<T> const*>(&attr))
         return enumerated->explainInvalid();
-    return "an enumerated value without enums beside it is never valid";
+    return "an enumerated value without enums is never valid";
 }
 
 template <Ordered T>

@@ -30,7 +30,8 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
     }
 }
 
-/// The messages of `array`, each created by the factory.
+/// Releases the messages of `list`, then fills it with those of `array`, each created by the
+/// factory. If this throws, the list is empty.
 /// @throws Exception::InvalidOperation, naming the entry, if an entry is not a message, its id is
 /// not registered or its class is not derived from `M`; also if the nesting exceeds
 /// `Limits::messageNesting`.
@@ -52,7 +53,7 @@ void read(MetaData::Array const& array, std::vector<std::shared_ptr<M>>& list) {
             refuse(e.what());
         }
         if (message == nullptr)
-            refuse("its class is unknown, or does not belong there");
+            refuse("its class is unknown or not allowed here");
         messages.push_back(std::move(message));
     }
     list = std::move(messages);

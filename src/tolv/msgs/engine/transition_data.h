@@ -21,8 +21,10 @@ public:
 
         /// @throws Exception::InvalidOperation if a parameter is null.
         void copyToMetaData(MetaData::Element& element) const override;
-        /// @throws Exception::InvalidParameter if `element` is not an array, and
-        /// Exception::InvalidOperation if an entry is not a message or its class is unknown.
+        /// Releases the messages and reads those of `element`.
+        /// @throws Exception::InvalidParameter if `element` is not an array; the messages are then
+        /// unchanged. Exception::InvalidOperation if an entry is not a message or its class is
+        /// unknown; the list is then empty.
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 

@@ -18,8 +18,7 @@ constinit thread_local std::size_t depth = 1;
 NestedMessage::NestedMessage() {
     constexpr auto most = Limits{}.messageNesting;
     if (depth == most)
-        throw Exception::InvalidOperation("more than " + std::to_string(most) +
-                                          " messages in one another");
+        throw Exception::InvalidOperation("more than " + std::to_string(most) + " nested messages");
     ++depth;
 }
 
