@@ -8,7 +8,7 @@
 #include "support/messages.h"
 #include "support/small_stack.h"
 
-// Messages in one another, which no record bounds by itself.
+// Nested messages, which no record limits on its own.
 namespace Tolv::Msgs {
 namespace {
 
@@ -17,7 +17,7 @@ using namespace Testing;
 
 constexpr auto most = Limits{}.messageNesting;
 
-/// A tree of that many messages in one another, which no reader has bounded.
+/// A tree with this many nested messages, which no reader has limited.
 template <class M>
 Element nested(std::size_t messages, char const* key) {
     Element inner;
@@ -33,7 +33,7 @@ Element nested(std::size_t messages, char const* key) {
     return inner;
 }
 
-/// How many messages there are in one another, and whether the list of the innermost was read.
+/// The number of nested messages, and whether the list of the innermost was read.
 struct Depth {
     std::size_t messages = 0;
     bool isWhole = false;
@@ -96,7 +96,7 @@ void expectRefusesItself(List const& listOf) {
         list.push_back(message);
         for (int again = 0; again < 2; ++again) // the first failure leaves no trace
             EXPECT_EQ(thrownBy<Exception::InvalidOperation>([&] { (void)written(*message); }),
-                      "more than 512 messages in one another");
+                      "more than 512 nested messages");
         list.clear();
         EXPECT_NE(written(*message), "");
     });

@@ -17,7 +17,7 @@ namespace Tolv::MetaData {
 
 namespace Detail {
 
-/// The number that tells the element types of the encoded form apart on the wire.
+/// The number that identifies the element type of the encoded form.
 template <class T>
 inline constexpr unsigned int encodedTag = 0; ///< 0: no encoded form
 template <>
@@ -35,7 +35,7 @@ template <class T>
 inline constexpr bool isPacked = isOneOf<T, bool, std::complex<bool>>;
 
 /// The memory of the elements.
-/// @throws Exception::InvalidParameter when it is more than an `unsigned int` counts.
+/// @throws Exception::InvalidParameter if its size exceeds an `unsigned int`.
 template <class T>
 std::span<unsigned char const> bytesOf(std::vector<T> const& values) {
     auto const size = values.size() * sizeof(T);
@@ -45,7 +45,7 @@ std::span<unsigned char const> bytesOf(std::vector<T> const& values) {
     return {reinterpret_cast<unsigned char const*>(values.data()), size};
 }
 
-/// The elements as text: the memory of the vector, or its bits packed.
+/// The elements as base64 text: the memory of the vector, or its bits packed.
 template <class T>
 void encodeElements(std::vector<T> const& values, std::string& text) {
     if constexpr (isPacked<T>) {
@@ -56,10 +56,10 @@ void encodeElements(std::vector<T> const& values, std::string& text) {
     }
 }
 
-/// The same straight into the tree, without a text in between where possible.
+/// Encodes directly into the tree, without an intermediate string if possible.
 /// @param values to be encoded
 /// @param element receives the text
-/// @param field holds `values`; null where they may change before the tree is written
+/// @param field holds `values`; null if they may change before the tree is written
 template <class T>
 void encodeElements(std::vector<T> const& values, Element& element,
                     [[maybe_unused]] ReflectorBase const* field) {
@@ -72,16 +72,15 @@ void encodeElements(std::vector<T> const& values, Element& element,
     }
 }
 
-/// The elements of `text`. Their number comes from the text; for packed bits `count` must agree
-/// with it.
+/// The elements of `text`. The text determines their number; for packed bits, `count` must match.
 template <class T>
 std::vector<T> decodeElements(std::string_view text, [[maybe_unused]] unsigned long long count) {
     std::vector<T> values;
     if constexpr (isPacked<T>) {
         decodeBits(text, count, values);
     } else {
-        // A vector fills itself with zeros before anybody can write to it, which in a large one
-        // costs more than the way through a block that stays in the cache.
+        // A vector zero-fills its memory before it can be written. For a large vector that costs
+        // more than copying through a block that stays in the cache.
         values.reserve(Base64::decodedSize(text) / sizeof(T));
         auto const append = [](void* context, unsigned char const* bytes, std::size_t size) {
             auto const* const elements = reinterpret_cast<T const*>(bytes);
@@ -96,30 +95,30 @@ std::vector<T> decodeElements(std::string_view text, [[maybe_unused]] unsigned l
 
 } // namespace Detail
 
-/// The encoded form of an array: the object that stands in the place of a JSON array. `T` is one of
-/// `bool`, `std::complex<bool>`, `int`, `double` and `std::complex<double>`.
+/// The encoded form of an array: an object in place of a JSON array. `T` is one of `bool`,
+/// `std::complex<bool>`, `int`, `double` and `std::complex<double>`.
 template <class T>
 class Base64Encoder : public MirroredObject {
     static_assert(Detail::encodedTag<T> != 0, "this type has no encoded form");
 
-    /// `Reflector<U>`, instantiated with the encoder, not by the mere sight of this header: see
+    /// `Reflector<U>`, instantiated only with the encoder, not when this header is included; see
     /// instances.h.
     template <class U>
     using Field = Reflector<std::conditional_t<true, U, T>>;
 
 public:
-    Field<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< the tag
+    Field<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< identifies `T`
     Field<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
-    Field<std::string> base64{this, "base64"_key, Optional};        ///< absent when empty
+    Field<std::string> base64{this, "base64"_key, Optional};        ///< absent if empty
 
     Base64Encoder() = default;
     Base64Encoder(Base64Encoder const& other) : Base64Encoder() { *this = other; }
     Base64Encoder& operator=(Base64Encoder const&) = default;
     ~Base64Encoder() override = default;
 
-    /// Takes the elements over as text: the vector's memory in little-endian order, truth values
-    /// packed, the first in the lowest bit.
-    /// @throws Exception::InvalidParameter when they are more bytes than an `unsigned int` counts.
+    /// Encodes the elements: the vector's memory in little-endian order; booleans are packed, the
+    /// first in the lowest bit.
+    /// @throws Exception::InvalidParameter if the size in bytes exceeds an `unsigned int`.
     void encode(std::vector<T> const& values) {
         type.assign(Detail::encodedTag<T>);
         len.assign(static_cast<unsigned long long>(values.size()));
@@ -128,11 +127,11 @@ public:
             Detail::encodeElements(values, base64.edit());
     }
 
-    /// The elements of the text. The number of elements comes from the text, rounded down, not from
-    /// "len"; but "len" 0 means none, and truth values must be exactly as many as "len" says.
-    /// @throws Exception::InvalidOperation when a field that is needed is not initialized, and
-    /// Exception::InvalidParameter when the tag is another type's or the text is not valid;
-    /// `values` is then as it was.
+    /// Decodes the elements. The size of the text determines their number, rounded down, not "len".
+    /// However, if "len" is 0 there are no elements, and the number of booleans must match "len".
+    /// @throws Exception::InvalidOperation if a required field is uninitialized, and
+    /// Exception::InvalidParameter if the tag is that of another type or the text is invalid;
+    /// `values` is then unchanged.
     void decode(std::vector<T>& values) const {
         std::string_view text;
         if (base64.initialized())
@@ -140,7 +139,7 @@ public:
         decode(values, base64.initialized() ? &text : nullptr);
     }
 
-    /// Extension: the same with a text that stands elsewhere; null for none.
+    /// Extension: decodes a text stored elsewhere; null if there is none.
     void decode(std::vector<T>& values, std::string_view const* text) const {
         if (type() != Detail::encodedTag<T>)
             throw Exception::InvalidParameter("an encoded array of type " + std::to_string(type()) +

@@ -13,8 +13,8 @@
 
 namespace Tolv {
 
-/// The words of an enumeration: each literal stands for one value and each value for one literal.
-/// `E` is an enumeration or `Msgs::Identifier`.
+/// The words of an enumeration: a one-to-one mapping between values and literals. `E` is an
+/// enumeration or `Msgs::Identifier`.
 ///
 /// Tables are global constants, filled while the library that owns them loads. Reading one is
 /// thread-safe.
@@ -23,15 +23,15 @@ class EnumStringsThrow {
     using Map = std::map<std::string, E, std::less<>>;
 
 public:
-    /// Inserts the pairs in order. A pair that `insert` refuses is left out.
+    /// Inserts the pairs in order. Pairs that `insert` refuses are left out.
     EnumStringsThrow(std::initializer_list<std::pair<E, std::string>> pairs) {
         for (auto const& [value, literal] : pairs)
             insert(value, literal);
     }
 
-    /// Adds a pair, unless the literal is empty or one of the two is taken: the first literal of a
-    /// value and the first value of a literal stay.
-    /// @return whether the table now holds this very pair.
+    /// Adds a pair unless the literal is empty, or the value or the literal is already present: the
+    /// first literal of a value and the first value of a literal are kept.
+    /// @return whether the table now contains this very pair.
     bool insert(E value, std::string const& literal) {
         if (literal.empty())
             return false;
@@ -43,20 +43,20 @@ public:
         return true;
     }
 
-    /// Takes the pair with this value out, if there is one.
+    /// Removes the pair with this value, if there is one.
     void remove(E value) {
         if (auto const* const known = tryLiteral(value); known != nullptr)
             map_.erase(map_.find(*known));
     }
 
-    /// @throws Exception::InvalidEnumValue whose text is the value as a decimal number of 32 bits.
+    /// @throws Exception::InvalidEnumValue whose text is the value as a 32-bit decimal number.
     std::string const& literal(E value) const& {
         if (auto const* const found = tryLiteral(value); found != nullptr)
             return *found;
         throw Exception::InvalidEnumValue(std::to_string(numberOf(value)));
     }
 
-    std::string const& literal(E value) && = delete; ///< the text would end with the table
+    std::string const& literal(E value) && = delete; ///< the string dies with the table
 
     /// @throws Exception::InvalidEnumLiteral whose text is the literal.
     E value(std::string const& literal) const {
@@ -81,15 +81,15 @@ public:
         return found != map_.end() ? &found->second : nullptr;
     }
 
-    /// The pairs (literal, value), in the order of the literals' bytes.
+    /// The pairs (literal, value), in byte order of the literals.
     [[nodiscard]] auto begin() const noexcept { return map_.begin(); }
-    /// Behind the last pair.
+    /// Past the last pair.
     [[nodiscard]] auto end() const noexcept { return map_.end(); }
-    /// Number of pairs.
+    /// The number of pairs.
     [[nodiscard]] std::size_t size() const noexcept { return map_.size(); }
 
 protected:
-    /// Takes the pair with this literal out, if there is one.
+    /// Removes the pair with this literal, if there is one.
     void removeLiteral(std::string const& literal) { map_.erase(literal); }
 
 private:
@@ -103,29 +103,29 @@ private:
     Map map_;
 };
 
-/// A table with a pair beside it that stands for a missing entry. `literal` and `value` do not
-/// fall back on that pair: they throw. Who wants it asks for it.
+/// A table with a default value and a default literal for missing entries. `literal` and `value` do
+/// not use these defaults: they throw. Callers that want a default use its accessor.
 template <class E>
 class EnumStringsDefault : public EnumStringsThrow<E> {
 public:
-    /// The entries of `table`, without those that have the default value or the default literal.
+    /// The entries of `table`, except those with the default value or the default literal.
     EnumStringsDefault(E defaultValue, std::string const& defaultLiteral,
                        EnumStringsThrow<E> const& table)
         : EnumStringsThrow<E>(table), defaultValue_(defaultValue), defaultLiteral_(defaultLiteral) {
         this->removeLiteral(defaultLiteral);
         this->remove(defaultValue);
     }
-    /// The same with the table that is built from `pairs`.
+    /// The same with a table built from `pairs`.
     EnumStringsDefault(E defaultValue, std::string const& defaultLiteral,
                        std::initializer_list<std::pair<E, std::string>> pairs)
         : EnumStringsDefault(defaultValue, defaultLiteral, EnumStringsThrow<E>(pairs)) {}
 
     // Extensions.
-    /// The value that stands for a missing entry.
+    /// The value that represents a missing entry.
     [[nodiscard]] E defaultValue() const noexcept { return defaultValue_; }
-    /// The literal that stands for a missing entry.
+    /// The literal that represents a missing entry.
     [[nodiscard]] std::string const& defaultLiteral() const& noexcept { return defaultLiteral_; }
-    std::string const& defaultLiteral() && = delete; ///< the text would end with the table
+    std::string const& defaultLiteral() && = delete; ///< the string dies with the table
 
 private:
     E defaultValue_;
@@ -134,19 +134,19 @@ private:
 
 namespace MetaData {
 
-/// An enumeration that travels as a word. Beside it stands one function, which names its table:
+/// An enumeration that is written as a word. A function in its namespace returns the table:
 ///
 ///     enum class Slot { None = 0, Front = 1 };
 ///     extern TOLV_MESSAGES_API EnumStringsThrow<Slot> const& SlotEnums;
 ///     inline auto const& stringsOf(Slot) { return SlotEnums; }
 ///
-/// It can then be the type of a field, and `SetAs`, `GetAs` and `TryGetAs` take it.
+/// The enumeration can then be the type of a field, and `SetAs`, `GetAs` and `TryGetAs` accept it.
 template <class E>
 concept WordEnumeration = std::is_enum_v<E> && requires(E value) {
     stringsOf(value);
 };
 
-/// False when `element` is no string or the table doesn't hold it; `value` is then as it was.
+/// False if `element` is not a string or the table does not contain it; `value` is then unchanged.
 template <WordEnumeration E>
 bool TryGetAs(Element const& element, E& value) noexcept {
     if (!element.isString())
@@ -158,20 +158,20 @@ bool TryGetAs(Element const& element, E& value) noexcept {
     return true;
 }
 
-/// @throws Exception::InvalidParameter when `element` is no string, and
-/// Exception::InvalidEnumLiteral when it is a word that the table doesn't hold.
+/// @throws Exception::InvalidParameter if `element` is not a string, and
+/// Exception::InvalidEnumLiteral if it is a word that the table does not contain.
 template <WordEnumeration E>
 E GetAs(Element const& element) {
     return stringsOf(E{}).value(GetAs<std::string>(element));
 }
 
-/// The same into a variable, which stays as it is on failure.
+/// The same into a variable, which is unchanged on failure.
 template <WordEnumeration E>
 void GetAs(Element const& element, E& value) {
     value = GetAs<E>(element);
 }
 
-/// @throws Exception::InvalidEnumValue when the table doesn't hold `value`.
+/// @throws Exception::InvalidEnumValue if the table does not contain `value`.
 template <WordEnumeration E>
 void SetAs(E const& value, Element& element) {
     SetAs<std::string>(stringsOf(E{}).literal(value), element);

@@ -4,7 +4,7 @@
 #include <tolv/metadata/reflector_array.h>
 
 /// @file
-/// The fields of plain types, which libTolvMessages holds once for all of its users.
+/// The fields of plain types, instantiated once in libTolvMessages for all of its users.
 namespace Tolv::MetaData {
 
 /// @cond

@@ -10,8 +10,8 @@
 
 namespace Tolv::MetaData {
 
-/// An optional field with a whole message of any class derived from `T`, which the factory makes by
-/// the id that the message carries. The message is shared, not copied, by copies of the field.
+/// An optional field that holds a whole message of any class derived from `T`. When reading, the
+/// factory creates the message from its id. Copies of the field share the message.
 template <class T, bool OwnerApart = true>
 class PolymorphicReflector : public ReflectorBase {
     static_assert(OwnerApart, "only the form that never writes to its parent exists");
@@ -20,41 +20,43 @@ public:
     /// A field without a message.
     PolymorphicReflector(MirroredObject* owner, Key const& key, Presence required)
         : ReflectorBase(owner, key, required) {
-        uninit(); // there is no message yet, whatever the flag says
+        uninit(); // there is no message yet, even if the field is required
     }
     PolymorphicReflector(MirroredObject* owner, std::string const& key, Presence required)
         : PolymorphicReflector(owner, Key::intern(key), required) {}
     PolymorphicReflector(PolymorphicReflector const&) = delete;
     ~PolymorphicReflector() override = default;
 
-    /// The message. @throws Exception::InvalidOperation when there is none.
+    /// The message.
+    /// @throws Exception::InvalidOperation if there is none.
     T const& operator()() const& {
         throwIfAbsent();
         return *message_;
     }
-    T const& operator()() && = delete; ///< the message may end with the field: use `pointer`
-    /// The message to be shared; empty when there is none.
+    T const& operator()() && = delete; ///< the message may die with the field: use `pointer`
+    /// The shared message; null if there is none.
     [[nodiscard]] std::shared_ptr<T> const& pointer() const& noexcept { return message_; }
     [[nodiscard]] std::shared_ptr<T> pointer() && noexcept { return std::move(message_); }
 
-    /// Writes the message as a whole under the field's key into `parent`; nothing when there is
-    /// none. @throws Exception::InvalidOperation beyond `Limits::messageNesting`.
+    /// Writes the whole message under the field's key into `parent`, or nothing if there is none.
+    /// @throws Exception::InvalidOperation if the nesting exceeds `Limits::messageNesting`.
     void copyToMetaData(Element& parent) const override {
         if (!initialized() || message_ == nullptr)
             return;
         Msgs::Detail::NestedMessage const nested;
         auto& child = parent[key()];
-        child.setNull(); // nothing of an older message may remain
+        child.setNull(); // removes what remains of an older message
         SetAs<PartiallySerializableInterface>(*message_, child);
     }
 
-    /// As `assign(Element const&)` of the actual class.
+    /// Calls the most derived `assign(Element const&)`.
     void copyFromMetaData(Element const& parent) override { assign(parent); }
 
-    /// Reads the message from the object `parent`. A missing key and an element that is no message
-    /// reset the field, in silence.
-    /// @throws Exception::InvalidOperation when the message's id is not registered or its class
-    /// doesn't derive from `T`, or beyond `Limits::messageNesting`; the field is then as it was.
+    /// Reads the message from the object `parent`. A missing key or an element that is not a
+    /// message resets the field silently.
+    /// @throws Exception::InvalidOperation if the message's id is not registered, its class is not
+    /// derived from `T` or the nesting exceeds `Limits::messageNesting`; the field is then
+    /// unchanged.
     virtual void assign(Element const& parent) {
         Msgs::Detail::NestedMessage const nested;
         std::shared_ptr<T> read;
@@ -77,7 +79,7 @@ public:
         init();
     }
 
-    /// Takes the message; an empty pointer resets the field.
+    /// Stores a shared message; null resets the field.
     void assign(std::shared_ptr<T> message) {
         message_ = std::move(message);
         if (message_ != nullptr)
@@ -86,13 +88,13 @@ public:
             uninit();
     }
 
-    /// Drops the message.
+    /// Releases the message.
     void reset() noexcept {
         message_.reset();
         uninit();
     }
 
-    /// Takes over the initialized flag and a share of the message.
+    /// Copies the initialized flag and shares the message.
     PolymorphicReflector& operator=(PolymorphicReflector const&) = default;
     /// `assign`, for `record.field = message`.
     PolymorphicReflector& operator=(std::shared_ptr<T> message) {

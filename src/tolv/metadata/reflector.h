@@ -17,9 +17,9 @@ namespace Tolv::MetaData {
 /// A single-valued field. Assigning to it does not touch any tree; the new value appears when the
 /// owning record is next written.
 ///
-/// A field is initialized or not. Required fields start initialized; `assign` and a successful
-/// read make a field initialized; a failed read and `reset` make it uninitialized, with the type's
-/// zero as its value. An uninitialized field writes no key, and reading its value throws.
+/// A field is initialized or not. Required fields start initialized. `assign` and a successful read
+/// initialize a field; a failed read and `reset` make it uninitialized, with the type's default as
+/// its value. An uninitialized field writes no key, and reading its value throws.
 template <class T, bool OwnerApart = true>
 class ReflectorNoWriteParend : public ReflectorBase {
     static_assert(OwnerApart, "only the form that never writes to its parent exists");
@@ -30,14 +30,15 @@ class ReflectorNoWriteParend : public ReflectorBase {
         "enumeration with a table of words (stringsOf), or a record");
 
 public:
-    /// The value. @throws Exception::InvalidOperation when the field is uninitialized.
+    /// The value.
+    /// @throws Exception::InvalidOperation if the field is uninitialized.
     T const& operator()() const& {
         if (!initialized()) [[unlikely]]
             throwIfUninited("Tolv::MetaData::Reflector::operator()()");
         return value_;
     }
-    /// The value of a field that ends with the expression, as an object of its own. A template, so
-    /// that only the types for which it is used have it.
+    /// The value of a temporary field, by value. A template, so that it is instantiated only for
+    /// the types that use it.
     template <class = void>
     T operator()() && {
         throwIfUninited("Tolv::MetaData::Reflector::operator()()");
@@ -49,7 +50,8 @@ public:
         return value_;
     }
 
-    /// Writes the value under the field's key into `parent`; nothing when uninitialized.
+    /// Writes the value under the field's key into `parent`, or nothing if the field is
+    /// uninitialized.
     void copyToMetaData(Element& parent) const override {
         if (!initialized())
             return;
@@ -61,23 +63,22 @@ public:
         }
     }
 
-    /// Reads the field from the object `parent`, as `assign(Element const&)` of the actual class
-    /// does.
+    /// Calls the most derived `assign(Element const&)`.
     void copyFromMetaData(Element const& parent) override { assign(parent); }
 
-    /// Stores a value. A record is copied field by field; its fields stay with their owner. A
-    /// record from a list inside of this field's own value must be copied first: the list goes on
-    /// the way.
+    /// Stores a value. A record is copied field by field; its fields remain with their owner. If
+    /// `value` is an element of a list inside this field's own value, copy it first: the assignment
+    /// may destroy the list.
     virtual void assign(T const& value) {
         setPristine(false);
         value_ = value;
         init();
     }
 
-    /// Stores a value of another type, through the function above, where it fits without loss (see
-    /// `Lossless`); else this does not compile.
+    /// Stores a value of another type through the overload above, if it fits without loss (see
+    /// `Lossless`); otherwise this does not compile.
     /// @throws Exception::InvalidParameter for an integer of a wider type, or of the other
-    /// signedness, whose value does not fit: only `=` has the compiler look at literals.
+    /// signedness, whose value does not fit: only `=` checks literals at compile time.
     template <Detail::Another<T> Given>
     void assign(Given&& given) {
         using Part = typename Detail::PartOf<T>::Type;
@@ -92,7 +93,7 @@ public:
     }
 
     /// Reads the field from the object `parent`. A missing key, an element of the wrong kind, a
-    /// number that doesn't fit and any exception of a record reset the field, in silence.
+    /// number that does not fit or any exception of a record resets the field silently.
     virtual void assign(Element const& parent) {
         if (tryRead(parent))
             init();
@@ -100,24 +101,24 @@ public:
             reset();
     }
 
-    /// Gives the value the type's default, whatever it was constructed with, and makes the field
-    /// uninitialized.
+    /// Sets the value to the type's default, whatever the field was constructed with, and makes the
+    /// field uninitialized.
     void reset() {
-        uninit();          // first: nobody reads what is left when memory runs out
-        if (!isPristine()) // and never again, since somebody may still hold what `edit` gave
+        uninit();          // first, so that nobody reads the old value if memory runs out
+        if (!isPristine()) // stays false: a reference from `edit` may be in use
             value_ = DefaultOf<T>::make();
     }
 
-    /// Extension: the value, to be changed in place, and marks the field initialized. The checks of
-    /// a derived class do not see such a change.
+    /// Extension: the value for changes in place; the field is initialized from now on. Checks of a
+    /// derived class do not see the change.
     T& edit() & {
         setPristine(false);
         init();
         return value_;
     }
 
-    /// Takes over value and state. An uninitialized source makes a required field its type's
-    /// default, initialized, and resets an optional one. Key, owner and required flag stay.
+    /// Copies value and state. An uninitialized source sets a required field to its type's default,
+    /// initialized, and resets an optional one. Key, owner and required flag do not change.
     ReflectorNoWriteParend& operator=(ReflectorNoWriteParend const& other) {
         if (other.initialized())
             assign(other.value_);
@@ -132,14 +133,14 @@ public:
     ~ReflectorNoWriteParend() override = default;
 
 protected:
-    /// A field with the type's default as value, initialized when required.
+    /// A field with the type's default as its value, initialized if required.
     template <class Name>
     ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required)
         : ReflectorBase(owner, key, required), value_(DefaultOf<T>::make()) {
         setPristine(true);
     }
 
-    /// A field with an initial value, initialized when required.
+    /// A field with an initial value, initialized if required.
     template <class Name>
     ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required,
                            T const& initial)
@@ -164,23 +165,23 @@ private:
 
 /// The field of a record: `Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};`.
 ///
-/// What a field takes loses nothing: `maxVersion = 3.7` does not compile (see `Lossless`).
-/// `IsRecord` says whether `T` is a record or a payload, which derive from
-/// `PartiallySerializableInterface`; `Msgs::Identifier` only converts itself. It changes no
-/// behaviour.
+/// A field accepts only values that lose nothing: `maxVersion = 3.7` does not compile (see
+/// `Lossless`). `IsRecord` says whether `T` is a record or a payload, which derive from
+/// `PartiallySerializableInterface`; `Msgs::Identifier` has a conversion of its own and is neither.
+/// The parameter does not change the behavior.
 template <class T, bool IsRecord = std::derived_from<T, PartiallySerializableInterface>,
           bool OwnerApart = true>
 class Reflector : public ReflectorNoWriteParend<T, OwnerApart> {
     using Base = ReflectorNoWriteParend<T, OwnerApart>;
 
 public:
-    /// A field with the type's default as its value, initialized when required.
+    /// A field with the type's default as its value, initialized if required.
     Reflector(MirroredObject* owner, Key const& key, Presence required)
         : Base(owner, key, required) {}
     Reflector(MirroredObject* owner, std::string const& key, Presence required)
         : Base(owner, key, required) {}
 
-    /// A field with an initial value, initialized when required.
+    /// A field with an initial value, initialized if required.
     Reflector(MirroredObject* owner, Key const& key, Presence required, Parameter<T> initial)
         : Base(owner, key, required, valueOf<T>(initial)) {}
     Reflector(MirroredObject* owner, std::string const& key, Presence required,
@@ -196,7 +197,7 @@ public:
         this->assign(valueOf<T>(value));
         return *this;
     }
-    /// @cond a refusal, for the sake of its message: a 0 would be taken for a null pointer
+    /// @cond rejected with a clear message; otherwise a 0 would be taken for a null pointer
     template <class Given>
     requires((std::same_as<T, std::string> ||
               std::is_enum_v<T>)&&(std::is_arithmetic_v<Given> ||

@@ -14,12 +14,13 @@ namespace Tolv::MetaData {
 
 /// A field with a list of values.
 ///
-/// It travels as a JSON array or, for `bool`, `int`, `double` and the complex types, as an object
-/// with the content in base64 (`Base64Encoder`). A reader takes either. `encodeBinary` says which
-/// one is written; a field that was read from a plain array writes plain arrays from then on.
+/// It is written as a JSON array or, for `bool`, `int`, `double` and the complex types, as an
+/// object with the content in base64 (`Base64Encoder`). A reader accepts either. `encodeBinary`
+/// says which form is written; a field that was read from a plain array writes plain arrays from
+/// then on.
 ///
-/// Unlike a value field it keeps its content when a read fails, and prints a line on the standard
-/// output (see diagnostics.h).
+/// Unlike a single-valued field, it keeps its content if a read fails, and prints a line to
+/// standard output (see diagnostics.h).
 template <class T>
 class ReflectorArray : public ReflectorBase {
     static_assert(
@@ -29,15 +30,15 @@ class ReflectorArray : public ReflectorBase {
     static constexpr bool isEncodable = Detail::encodedTag<T> != 0;
 
 public:
-    /// An empty list, initialized when required. `encode` says whether the encoded form is written;
-    /// it has no effect for types that have none.
+    /// An empty list, initialized if required. `encode` selects the encoded form; it has no effect
+    /// on types without one.
     ReflectorArray(MirroredObject* owner, Key const& key, Presence required, Flag encode = false)
         : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
     ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
                    Flag encode = false)
         : ReflectorArray(owner, Key::intern(key), required, encode) {}
 
-    /// A list with content, initialized when required.
+    /// A list with content, initialized if required.
     ReflectorArray(MirroredObject* owner, Key const& key, Presence required, std::vector<T> initial,
                    Flag encode = false)
         : ReflectorArray(owner, key, required, encode) {
@@ -60,14 +61,15 @@ public:
     /// Whether the encoded form is written.
     [[nodiscard]] bool encodeBinary() const noexcept { return encodeBinary_; }
 
-    /// The list. @throws Exception::InvalidOperation when the field is uninitialized.
+    /// The list.
+    /// @throws Exception::InvalidOperation if the field is uninitialized.
     std::vector<T> const& operator()() const& {
         if (!initialized()) [[unlikely]]
             throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
         return value_;
     }
-    /// The list of a field that ends with the expression, as an object of its own. A template, so
-    /// that only the types for which it is used have it.
+    /// The list of a temporary field, by value. A template, so that it is instantiated only for the
+    /// types that use it.
     template <class = void>
     std::vector<T> operator()() && {
         throwIfUninited("Tolv::MetaData::ReflectorArray::operator()()");
@@ -79,8 +81,9 @@ public:
         return value_;
     }
 
-    /// Writes the list under the field's key into `parent`; nothing when uninitialized.
-    /// @throws Exception::InvalidParameter when the list is too large for the encoded form.
+    /// Writes the list under the field's key into `parent`, or nothing if the field is
+    /// uninitialized.
+    /// @throws Exception::InvalidParameter if the list is too large for the encoded form.
     void copyToMetaData(Element& parent) const override {
         if (!initialized())
             return;
@@ -93,10 +96,10 @@ public:
         writePlain(parent[key()]);
     }
 
-    /// Reads the field from the object `parent`, as `assign(Element const&)` of the actual class
-    /// does. @throws Exception::InvalidParameter when `parent` is no object.
+    /// Calls the most derived `assign(Element const&)`.
+    /// @throws Exception::InvalidParameter if `parent` is not an object.
     void copyFromMetaData(Element const& parent) override {
-        [[maybe_unused]] Object const& object = parent; // throws on anything else
+        [[maybe_unused]] Object const& object = parent; // throws if it is not one
         assign(parent);
     }
 
@@ -107,10 +110,10 @@ public:
     }
 
     /// Reads the field from `parent`. A missing key empties the list and makes the field
-    /// uninitialized. An element of the wrong kind, an encoded form of another type and an array
-    /// with an entry that doesn't read leave the field as it is and print a line.
-    /// @throws Exception::InvalidOperation or Exception::InvalidParameter when the encoded form
-    /// lacks a key or its text is not valid; the field is then as it was.
+    /// uninitialized. An element of the wrong kind, the encoded form of another type or an array
+    /// with an unreadable entry leaves the field unchanged and prints a line.
+    /// @throws Exception::InvalidOperation or Exception::InvalidParameter if the encoded form lacks
+    /// a key or its text is invalid; the field is then unchanged.
     virtual void assign(Element const& parent) {
         auto const* const child = parent.find(key());
         if (child == nullptr) {
@@ -126,13 +129,13 @@ public:
         }
     }
 
-    /// Extension: the list, to be changed in place, and marks the field initialized.
+    /// Extension: the list for changes in place; the field is initialized from now on.
     std::vector<T>& edit() & {
         init();
         return value_;
     }
 
-    /// Takes over the initialized flag, the list and the form in which it is written.
+    /// Copies the initialized flag, the list and the form in which it is written.
     ReflectorArray& operator=(ReflectorArray const& other) {
         ReflectorBase::operator=(other);
         encodeBinary_ = other.encodeBinary_;
@@ -153,12 +156,12 @@ public:
     }
 
 protected:
-    /// For a derived class that does not override `assign(std::vector<T> const&)`: a list that was
-    /// read is then moved in, not copied.
+    /// For a derived class that does not override `assign(std::vector<T> const&)`: lists that were
+    /// read are then moved in instead of copied.
     void letListsMoveIn() noexcept { listsMoveIn_ = true; }
 
 private:
-    /// Takes a copy of `values`, which may be part of a record in this very list.
+    /// Stores a copy of `values`, which may be part of a record in this very list.
     void store(std::vector<T> const& values) {
         if constexpr (Record<T>)
             value_ = std::vector<T>(values);
@@ -172,7 +175,7 @@ private:
         if (size != value_.size())
             throw Exception::InvalidParameter("an array of " + std::to_string(value_.size()) +
                                               " entries is too large for the tree");
-        array.clear(); // nothing of older entries may remain
+        array.clear(); // removes what remains of older entries
         array.resize(size);
         for (unsigned int i = 0; i < size; ++i) {
             if constexpr (Record<T>)
@@ -182,10 +185,10 @@ private:
         }
     }
 
-    /// The same three keys as those of `Base64Encoder`, without a copy of the text.
+    /// The three keys of `Base64Encoder`, without copying the text.
     template <class U = T>
     void writeEncoded(Element& child) const {
-        child.setNull(); // nothing of an older list, of either form, may remain
+        child.setNull(); // removes an older list in either form
         SetAs<unsigned int>(Detail::encodedTag<U>, child["type"_key]);
         SetAs<unsigned long long>(value_.size(), child["len"_key]);
         if (!value_.empty())
@@ -209,21 +212,21 @@ private:
         }
     }
 
-    /// False when an entry is of the wrong kind; a record may throw instead.
+    /// False if an entry is of the wrong kind; a record may throw instead.
     static bool readEntries(Array const& array, std::vector<T>& read) {
         read.reserve(array.size());
         for (auto const& entry : array) {
             if constexpr (Record<T>) {
                 readRecord(entry, read);
             } else if constexpr (std::is_same_v<T,
-                                                bool>) { // whose vector has no elements to refer to
+                                                bool>) { // its vector has no elements to refer to
                 bool one = false;
                 if (!TryGetAs(entry, one))
                     return false;
                 read.push_back(one);
             } else if constexpr (std::is_same_v<T, std::string>) {
-                // Built with its content: a handshake, which has two addresses, is read with 4 %
-                // fewer instructions.
+                // Constructed with its content: a handshake with two addresses is then read with
+                // 4% fewer instructions.
                 if (!entry.isString())
                     return false;
                 read.emplace_back(entry.text());
@@ -257,7 +260,7 @@ private:
         }
     }
 
-    /// The fields of `Base64Encoder`, without a copy of the text.
+    /// The fields of `Base64Encoder`, without copying the text.
     template <class Form = Base64Encoder<T>>
     void readEncoded(Element const& child) {
         Form form;

@@ -8,8 +8,9 @@
 
 namespace Tolv::MetaData {
 
-/// A value field that asks before it takes a new value and tells afterwards. A value that is
-/// refused leaves value and state as they are; so does a failed read, unlike in a plain field.
+/// A single-valued field that calls a function before it accepts a new value, and another
+/// afterwards. If a value is rejected or a read fails, value and state do not change, unlike in a
+/// plain field.
 ///
 /// The functions belong to the field: a copied record keeps its own. They run on the thread of the
 /// caller.
@@ -19,16 +20,16 @@ class ReflectorLambda : public Reflector<T, false, true> {
     using Value = ReflectorNoWriteParend<T, true>;
 
 public:
-    /// Asked before a value is stored: false refuses it, and what it throws goes to the caller of
+    /// Called before a value is stored: false rejects the value. Its exceptions reach the caller of
     /// `assign`.
     using PreValue = std::function<bool(T const&)>;
-    /// Called after each accepted assignment; its result is of no effect.
+    /// Called after each accepted assignment; the result is ignored.
     using Post = std::function<bool(ReflectorLambda const&)>;
-    /// Asked before a read from the parent's element: false refuses it.
+    /// Called before a read with the element to read from: false rejects the read.
     using PreMeta = std::function<bool(Element const&)>;
 
     /// A required field with an initial value, which is not checked. An empty function stands for
-    /// the default of its place.
+    /// the corresponding default.
     ReflectorLambda(MirroredObject* owner, Key const& key, Parameter<T> initial,
                     PreValue preValue = {}, Post post = {}, PreMeta preMeta = {})
         : Base(owner, key, Optional, initial) {
@@ -54,10 +55,11 @@ public:
     ReflectorLambda(ReflectorLambda const&) = delete; ///< the functions may refer to their field
     ~ReflectorLambda() override = default;
 
-    // Neither of the two is inlined: g++ 12 takes them for the likely target of virtual calls on
-    // plain fields, and would warn of what its own guess reads there.
+    // The two virtual functions are not inlined. g++ 12 takes them for the likely target of virtual
+    // calls on plain fields, and would warn about the reads of its own speculative code.
 
-    /// Stores a value that is accepted. @throws what the functions throw.
+    /// Stores a value if it is accepted.
+    /// @throws what the functions throw.
     [[gnu::noinline]] void assign(T const& value) override {
         if (!preValue_(value))
             return;
@@ -65,14 +67,14 @@ public:
         post_(*this);
     }
 
-    /// As `ReflectorNoWriteParend::assign` of another type.
+    /// Like the overload of `ReflectorNoWriteParend::assign` for another type.
     template <Detail::Another<T> Given>
     void assign(Given&& given) {
         Value::assign(std::forward<Given>(given));
     }
 
-    /// Reads the field from the object `parent`, if that is accepted. @throws what functions other
-    /// than the defaults throw.
+    /// Reads the field from the object `parent`, if this is accepted.
+    /// @throws what functions other than the defaults throw.
     [[gnu::noinline]] void assign(Element const& parent) override {
         if (!preMeta_(parent)) {
             Detail::reportKept();
@@ -82,7 +84,7 @@ public:
         post_(*this);
     }
 
-    /// Takes over value and state as a plain field does, through `assign`.
+    /// Copies value and state like a plain field, through `assign`.
     ReflectorLambda& operator=(ReflectorLambda const& other) {
         Base::operator=(other);
         return *this;
@@ -93,13 +95,13 @@ public:
         return *this;
     }
 
-    /// Accepts every value: what stands for an empty `PreValue`.
+    /// Accepts every value; used in place of an empty `PreValue`.
     static bool defaultPreValue(T const& /*value*/) { return true; }
-    /// Does nothing: what stands for an empty `Post`.
+    /// Does nothing; used in place of an empty `Post`.
     static bool defaultPost(ReflectorLambda const& /*field*/) { return true; }
 
-    /// Whether `parent` holds a value of this field that the check of values accepts. A check that
-    /// throws refuses.
+    /// Whether `parent` contains a value for this field that the value check accepts. A check that
+    /// throws rejects the value.
     [[nodiscard]] bool defaultPreMeta(Element const& parent) const {
         auto const* const child = parent.find(this->key());
         T value{};

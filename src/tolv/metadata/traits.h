@@ -7,24 +7,24 @@
 
 namespace Tolv::MetaData {
 
-/// The default form of a field's type, which `reset` restores and array fields start an entry
-/// from. A record without default constructor specialises it.
+/// The default value of a field's type, restored by `reset` and used by array fields for new
+/// entries. Specialize it for a record without a default constructor.
 template <class T>
 struct DefaultOf {
-    /// The type as it is built by default.
+    /// A default-constructed value.
     static T make() { return T(); }
-    using IsDefaultBuilt = void; ///< only here: it says that `make` is nothing but `T()`
+    using IsDefaultBuilt = void; ///< only in the primary template: `make` is just `T()`
 };
 
-/// True for the types that write and read themselves: records and hand-written payloads.
+/// True for types that write and read themselves: records and payloads with custom conversion.
 template <class T>
 concept Record = requires(T& object, T const& constant, Element& out, Element const& in) {
     constant.copyToMetaData(out);
     object.copyFromMetaData(in);
 };
 
-/// What a field may hold: a type that has a conversion, or a record. An enumeration that travels as
-/// a word has one where its table of words is known (see `WordEnumeration`).
+/// The types that a field may hold: a type with a conversion, or a record. An enumeration that is
+/// written as a word has a conversion if its table of words is known (see `WordEnumeration`).
 template <class T>
 concept FieldType = Record<T> || requires(Element const& in, T& value) {
     TryGetAs(in, value);
@@ -50,7 +50,8 @@ struct EntryOf<std::vector<Entry>> {
     using Type = Entry;
 };
 
-/// Reads `child` into `value`. @return false when it is of the wrong kind or doesn't fit.
+/// Reads `child` into `value`.
+/// @return false if `child` is of the wrong kind or does not fit.
 template <class T>
 bool read(Element const& child, T& value) {
     if constexpr (Record<T>) {
@@ -64,7 +65,7 @@ bool read(Element const& child, T& value) {
 template <class T>
 void write(T const& value, Element& child) {
     if constexpr (Record<T>) {
-        child.setNull(); // nothing of an older record may remain
+        child.setNull(); // removes what remains of an older record
         value.copyToMetaData(child);
     } else {
         SetAs(value, child);

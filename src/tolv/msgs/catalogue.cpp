@@ -29,8 +29,8 @@ std::vector<MessageDescription> collect() {
     return all;
 }
 
-// Built while the library loads: on first use it would be gone before the static objects of a
-// program that were there earlier.
+// Built while the library loads. If built on first use, the catalogue would be destroyed before
+// static objects of the program that were constructed earlier.
 auto const rows = collect();
 
 } // namespace

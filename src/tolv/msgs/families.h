@@ -25,7 +25,7 @@ public:
     using OpenMessageFamily::OpenMessageFamily;
 };
 
-/// Family 2 with `sub2` 1: requests to an engine's state machine.
+/// Family 2 with `sub2` 1: requests to the state machine of an engine.
 class TOLV_MESSAGES_API StateMessage : public MessageFamily<EngineMessage, 2, 0, 1> {
 public:
     /// The id of a message of this family.
@@ -59,7 +59,7 @@ public:
 /// Family 4 with `sub1` 1: batches of attribute messages.
 class TOLV_MESSAGES_API AttrArrays : public MessageFamily<AttrMessage, 4, 1> {
 public:
-    /// `sub1` is always 1, whatever the second argument says.
+    /// `sub1` is always 1, whatever the second argument.
     static Identifier idBuilder(unsigned short type, unsigned short /*sub1*/, unsigned short sub2) {
         return AttrMessage::idBuilder(type, 1, sub2);
     }
@@ -71,10 +71,10 @@ public:
 
 namespace Errs {
 
-/// Family 5: reports of errors.
+/// Family 5: error reports.
 class TOLV_MESSAGES_API ErrorMessage : public MessageFamily<Message, 5> {
 public:
-    /// The number of the kind of error message within the family.
+    /// The number of the error message within the family.
     [[nodiscard]] unsigned short errorType() const { return id().type(); }
 
     using MessageFamily::MessageFamily;
@@ -84,7 +84,7 @@ public:
 
 namespace Excepts {
 
-/// Family 6: exceptions that travel.
+/// Family 6: exceptions as messages.
 class TOLV_MESSAGES_API ExceptionMessage : public OpenMessageFamily<Message, 6> {
 public:
     using OpenMessageFamily::OpenMessageFamily;
@@ -94,7 +94,7 @@ public:
 
 namespace Notifs {
 
-/// Family 7: messages that are sent without being asked for.
+/// Family 7: unsolicited messages.
 class TOLV_MESSAGES_API Notification : public Message {
 public:
     /// 1: about an attribute, 2: about an application, 3: about the system.
@@ -127,7 +127,7 @@ public:
 
 namespace Communications {
 
-/// Family 9: how messages find their way.
+/// Family 9: message routing.
 class TOLV_MESSAGES_API CommunicationsMessage : public OpenMessageFamily<Message, 9> {
 public:
     using OpenMessageFamily::OpenMessageFamily;
@@ -135,10 +135,10 @@ public:
 
 namespace Forwarder {
 
-/// Family 9 with `sub1` 1: what the forwarder and its clients say to each other.
+/// Family 9 with `sub1` 1: messages between the forwarder and its clients.
 class TOLV_MESSAGES_API Base : public MessageFamily<CommunicationsMessage, 9, 1> {
 public:
-    /// `sub1` is always 1, whatever the second argument says.
+    /// `sub1` is always 1, whatever the second argument.
     static Identifier idBuilder(unsigned short type, unsigned short /*sub1*/, unsigned short sub2) {
         return CommunicationsMessage::idBuilder(type, 1, sub2);
     }

@@ -5,20 +5,19 @@
 
 namespace Tolv::Msgs {
 
-/// What all family base classes have in common: their place in the id, the family's own id and the
-/// constructors. `Parent` is `Message` or the family above. It is visible so that `MsgID()` is one
-/// object in all libraries of a process.
+/// The common part of all family base classes: the fixed fields of the id, the id of the family
+/// itself and the constructors. `Parent` is `Message` or the enclosing family. The class has
+/// default visibility so that `MsgID()` is one object in all libraries of a process.
 template <class Parent, unsigned short Number, unsigned short Sub1 = 0, unsigned short Sub2 = 0>
 class TOLV_VISIBLE MessageFamily : public Parent {
 public:
-    /// The id of the family itself, built once. Its type 0xFFFF is the number of no message.
-    /// Thread-safe.
+    /// The id of the family itself, built once. No message uses its type, 0xFFFF. Thread-safe.
     static Identifier const& MsgID() {
         static Identifier const myMessageID(numbered(0xFFFF));
         return myMessageID;
     }
 
-    /// The id of a message of this family by its number.
+    /// The id of the message with this number in the family.
     static constexpr unsigned long long numbered(unsigned short type) noexcept {
         return Identifier::toValue(Number, Sub1, Sub2, type);
     }

@@ -10,10 +10,10 @@
 #include <tolv/metadata/reflector_array.h>
 
 /// @file
-/// The templates that concrete message classes are instances of.
+/// The class templates for concrete messages.
 ///
 /// Each instance registers itself with the factory while its library loads, through its static
-/// member `factoryRegistration`. A static member of a template exists only where the template is
+/// member `factoryRegistration`. A static member of a template exists only if the template is
 /// instantiated explicitly: `template class PayloadMessageHelper<Base, Payload, 42>;` in one source
 /// file, and `extern template class ...` in the header.
 namespace Tolv::Msgs {
@@ -60,13 +60,14 @@ Message::Registrar<SimpleMessageHelper<Base, last>>
 template <class Self, class Payload>
 class PayloadAccessorIf {
 public:
-    /// @throws Exception::InvalidOperation when the payload did not read.
+    /// @throws Exception::InvalidOperation if the payload is uninitialized because it could not be
+    /// read.
     [[nodiscard]] Payload const& payload() const& { return self().Data(); }
-    /// The payload of a temporary message, as an object of its own.
+    /// The payload of a temporary message, by value.
     [[nodiscard]] Payload payload() && { return self().Data(); }
-    /// Replaces the payload by a copy.
+    /// Replaces the payload with a copy.
     void setPayload(Payload const& payload) { self().Data.assign(payload); }
-    /// The payload, to be changed in place; it counts as set from now on.
+    /// The payload for changes in place; it is initialized from now on.
     Payload& editPayload() & { return self().Data.edit(); }
 
 private:
@@ -90,8 +91,8 @@ class PayloadMessageHelper
 public:
     static Message::Registrar<PayloadMessageHelper> factoryRegistration;
 
-    /// The payload. Uninitialized after a read that failed: reading it then throws, and writing the
-    /// message leaves the key out.
+    /// The payload. It is uninitialized after a failed read: reading the payload then throws, and
+    /// writing the message omits the key.
     MetaData::Reflector<Payload, true, true> Data;
 
     /// The id of this class. Thread-safe.
@@ -104,8 +105,8 @@ public:
     PayloadMessageHelper(Address const& sender, Address const& destination)
         : Base(static_cast<unsigned long long>(MsgID()), sender, destination),
           Data(this, key(), MetaData::Required) {}
-    /// The same with addresses written out: in `SomeMessage({}, {"to"})` the first braces are an
-    /// address, not a payload.
+    /// Takes addresses as lists of literals, so that the first braces of `SomeMessage({}, {"to"})`
+    /// are an address, not a payload.
     template <class Part = char const*>
     PayloadMessageHelper(std::initializer_list<std::type_identity_t<Part>> sender,
                          std::initializer_list<std::type_identity_t<Part>> destination)
@@ -122,7 +123,7 @@ public:
         : PayloadMessageHelper(sender, destination) {
         Data.assign(payload);
     }
-    /// A message of an attribute, with this value and without metadata.
+    /// An attribute message with this value and without metadata.
     template <class P = Payload>
     explicit PayloadMessageHelper(MetaData::Parameter<typename P::ValueType> value,
                                   Address const& sender = {}, Address const& destination = {})
@@ -130,12 +131,12 @@ public:
         Data.edit().value = value;
     }
 
-    /// The frame of a message in a parsed tree. The payload is at its default: whoever creates the
-    /// message has `Data` read itself afterwards.
+    /// Reads the id and addresses of a message from a parsed tree. The payload keeps its default;
+    /// the caller must read `Data` afterwards.
     explicit PayloadMessageHelper(MetaData::Object const& object)
         : Base(object), Data(this, key(), MetaData::Required) {}
 
-    /// @throws Exception::InvalidOperation when the payload of `other` did not read.
+    /// @throws Exception::InvalidOperation if the payload of `other` is uninitialized.
     PayloadMessageHelper(PayloadMessageHelper const& other)
         : Base(other), PayloadAccessorIf<PayloadMessageHelper, Payload>(),
           Data(this, key(), MetaData::Required) {
@@ -155,7 +156,7 @@ template <class Base, class Payload, unsigned short last>
 Message::Registrar<PayloadMessageHelper<Base, Payload, last>>
     PayloadMessageHelper<Base, Payload, last>::factoryRegistration(MsgID());
 
-/// A message of class `M` that is meaningful only with a destination.
+/// A message of class `M` that requires a destination.
 template <class M>
 class DestID_Required : public M {
 public:

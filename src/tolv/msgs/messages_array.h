@@ -10,13 +10,13 @@ namespace Tolv::Msgs {
 /// Marks a payload as a list of messages.
 class isMessagesArray {};
 
-/// The payload of a batch: whole messages of one class. The class is fixed by the batch: the id of
-/// an entry is read into it, but not looked at. An entry that doesn't read leaves the list as it
-/// was (see `ReflectorArray`); so does one whose payload doesn't read.
+/// The payload of a batch: whole messages of one class. The batch determines the class; the id of
+/// an entry is read but not checked. If an entry or its payload cannot be read, the list is
+/// unchanged (see `ReflectorArray`).
 template <class Msg>
 class MessagesArray : public MirroredObject, public isMessagesArray {
 public:
-    /// Whole messages, addresses included.
+    /// Whole messages, including addresses.
     ReflectorArray<Msg> messages{this, "Messages"_key, Required};
 
     MessagesArray() = default;

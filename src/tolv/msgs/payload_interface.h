@@ -4,8 +4,8 @@
 
 namespace Tolv::Msgs {
 
-/// Base of payloads that hold plain members and convert themselves by hand. What such a payload
-/// throws while it is read resets the field that holds it.
+/// Base of payloads with plain members and custom conversion. If reading such a payload throws, the
+/// field that holds it is reset.
 class SerializablePayloadInterface : public virtual MetaData::PartiallySerializableInterface {};
 
 } // namespace Tolv::Msgs

@@ -4,7 +4,7 @@
 #include <tolv/metadata/instances.h>
 
 /// @file
-/// The words in which records are written, for all families.
+/// The names used to write records, for all families.
 namespace Tolv::Msgs {
 
 using MetaData::Lossless;

@@ -122,7 +122,7 @@ TEST(EnumeratedAttrs, NumbersWithTexts) {
 TEST(EnumeratedAttrs, BasesHaveNoJudge) {
     AttrWithMetaData<int, EnumMetaData> const bare(3);
     EXPECT_FALSE(bare.validate());
-    EXPECT_EQ(judged(bare), "an enumerated value without enums beside it is never valid");
+    EXPECT_EQ(judged(bare), "an enumerated value without enums is never valid");
     // Through a reference to the base, both are those of the enumerated class.
     EnumIntData data;
     AttrWithMetaData<int, EnumMetaData> const& base = data;

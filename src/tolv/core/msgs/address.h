@@ -15,10 +15,10 @@ namespace Tolv::Msgs {
 /// An address: the list of strings that names an endpoint.
 using Address = std::vector<std::string>;
 
-/// A mirrored address. Lists that are read are moved in past `assign`, so nobody may override that.
+/// A mirrored address. Final, because lists that were read are moved in without calling `assign`.
 class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
-    /// An empty list, initialized when required.
+    /// An empty list, initialized if required.
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
                      MetaData::Presence required);
     ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,

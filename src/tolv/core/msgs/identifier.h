@@ -7,8 +7,8 @@
 
 namespace Tolv::Msgs {
 
-/// The 64-bit number that names a kind of message: four fields of 16 bits, from the top down
-/// family, sub1, sub2 and type.
+/// The 64-bit number that identifies a message class. It consists of four 16-bit fields; from the
+/// most significant: family, sub1, sub2 and type.
 class TOLV_CORE_API Identifier {
 public:
     /// The identifier with this value.
@@ -23,14 +23,14 @@ public:
     operator unsigned long long() const noexcept { return value_; }
 
     [[nodiscard]] unsigned short family() const noexcept { return field(48); } ///< extension
-    /// the second field from the top; in most families 0
+    /// The second field from the top; 0 in most families.
     [[nodiscard]] unsigned short sub1() const noexcept { return field(32); }
-    /// the third field; in family 7 the category
+    /// The third field; the category in family 7.
     [[nodiscard]] unsigned short sub2() const noexcept { return field(16); }
-    /// the lowest field: the number of the message in its family
+    /// The lowest field: the number of the message within its family.
     [[nodiscard]] unsigned short type() const noexcept { return field(0); }
 
-    /// The value of four fields.
+    /// The value composed of the four fields.
     [[nodiscard]] static constexpr unsigned long long toValue(unsigned short family,
                                                               unsigned short sub1,
                                                               unsigned short sub2,
@@ -40,10 +40,10 @@ public:
                static_cast<unsigned long long>(sub2) << 16U | type;
     }
 
-    /// Makes `element` the value as an unsigned number.
+    /// Stores the value in `element` as an unsigned number.
     void copyToMetaData(MetaData::Element& element) const;
-    /// @throws Exception::InvalidParameter when `element` is no number that fits; the value is then
-    /// as it was.
+    /// @throws Exception::InvalidParameter if `element` is not a number that fits into an unsigned
+    /// 64-bit integer; the value is then unchanged.
     void copyFromMetaData(MetaData::Element const& element);
 
 private:

@@ -17,7 +17,7 @@ namespace {
 
 auto const& idKey = "MessageID"_key;
 
-/// An address that somebody gave, or an unset field.
+/// Assigns the address given to a constructor; an empty address leaves the field unset.
 void assignGiven(ReflectedAddress& field, Address const& address) {
     if (!address.empty())
         field.assign(address);
@@ -59,7 +59,7 @@ void Message::copyToMetaData(MetaData::Element& element) const {
 }
 
 void Message::copyFromMetaData(MetaData::Element const& element) {
-    [[maybe_unused]] MetaData::Object const& object = element; // throws before anything is reset
+    [[maybe_unused]] MetaData::Object const& object = element; // throws before any field is reset
     MirroredObject::copyFromMetaData(element);
 }
 

@@ -22,10 +22,10 @@ extern template class TOLV_CORE_API Reflector<Msgs::Identifier>;
 
 namespace Tolv::Msgs {
 
-/// Root of all messages: the id, and the addresses of sender and destination. Their keys are
-/// "MessageID", "Sender" and "Destination".
+/// The base class of all messages: the id and the addresses of sender and destination, under the
+/// keys "MessageID", "Sender" and "Destination".
 ///
-/// A message is used by one thread at a time.
+/// A message may be used by one thread at a time.
 class TOLV_CORE_API Message : public MetaData::MirroredObject {
     MetaData::Reflector<Identifier> id_; // first in the list of fields
 
@@ -34,82 +34,84 @@ public:
     template <class M>
     class Registrar;
 
-    ReflectedAddress sender;      ///< who sends it; unset: nobody said
-    ReflectedAddress destination; ///< to whom it goes; unset: nobody said
+    ReflectedAddress sender;      ///< of the sending endpoint; may be unset
+    ReflectedAddress destination; ///< of the receiving endpoint; may be unset
 
     /// A new message. An empty address leaves its field unset.
     Message(unsigned long long id, Address const& sender, Address const& destination);
 
-    /// A message read from a parsed tree: id and addresses. Fields of derived classes do not exist
-    /// yet at this point; whoever derives reads its own.
+    /// Reads id and addresses from a parsed tree. The fields of derived classes do not exist yet at
+    /// this point; each derived class reads its own.
     explicit Message(MetaData::Object const& object);
 
     Message(Message const& other);
-    /// Takes over the addresses and, from a message of the same class, the id. A message keeps its
-    /// id when one of another class is assigned to it through a common base.
+    /// Copies the addresses and, if both messages are of the same class, the id. A message assigned
+    /// from one of another class through a common base keeps its own id.
     Message& operator=(Message const& other);
     ~Message() override;
 
     /// The id, fixed at construction.
-    /// @throws Exception::InvalidOperation when the message was read from a tree without one.
+    /// @throws Exception::InvalidOperation if the message was read from a tree without an id.
     [[nodiscard]] Identifier const& id() const& { return id_(); }
-    [[nodiscard]] Identifier id() && { return id_(); } ///< the same of a temporary message
+    [[nodiscard]] Identifier id() && { return id_(); } ///< the id of a temporary message
 
-    /// Writes the id, the addresses that are set, and the fields of the derived classes.
+    /// Writes the id, the addresses that are set, and the fields of derived classes.
     void copyToMetaData(MetaData::Element& element) const override;
 
-    /// Reads all of them from `element`, into this message, whatever class the id there names.
-    /// @throws Exception::InvalidParameter when `element` is no object; the message is then as it
-    /// was.
+    /// Reads all fields from `element`. The class of this message does not change, whatever id
+    /// `element` holds.
+    /// @throws Exception::InvalidParameter if `element` is not an object; the message is then
+    /// unchanged.
     void copyFromMetaData(MetaData::Element const& element) override;
 
-    /// The message that `element` holds, as an object of the class that is registered for its id.
-    /// A payload that doesn't read leaves the message with an uninitialized payload. Thread-safe.
-    /// @return empty when no class is registered for the id.
-    /// @throws Exception::InvalidParameter when `element` is no object or has no valid id.
+    /// Creates the message in `element` as an object of the class registered for its id. If the
+    /// payload cannot be read, the payload of the message is uninitialized. Thread-safe.
+    /// @return null if no class is registered for the id.
+    /// @throws Exception::InvalidParameter if `element` is not an object or has no valid id.
     static std::shared_ptr<Message> CreateFromMetaData(MetaData::Element const& element);
 
-    /// Extension: the message of a JSON text, as by `MetaData::ReaderJson::Read` and
-    /// `CreateFromMetaData`, but faster: the tree between them refers to the text and goes at once.
-    /// @throws Exception::InvalidParameter what either of them throws.
+    /// Extension: creates a message from JSON text. Equivalent to `MetaData::ReaderJson::Read`
+    /// followed by `CreateFromMetaData`, but faster because the intermediate tree refers to the
+    /// text instead of copying it. Thread-safe.
+    /// @throws Exception::InvalidParameter as either of these functions.
     static std::shared_ptr<Message> CreateFromText(std::string_view text,
                                                    Limits const& limits = {});
 };
 
-/// The table of message classes by id. All operations may be called from any thread at any time,
-/// also in the child of a fork; creating messages takes no lock.
+/// The table of message classes by id. All functions may be called from any thread at any time,
+/// including in the child process after a fork. Creating messages takes no lock.
 class TOLV_CORE_API Message::MsgFactory {
 public:
-    /// Makes a message of one class from its tree, with `new`.
+    /// Creates a message of one class from its tree, with `new`.
     using Creator = Message* (*)(MetaData::Element const&);
 
-    /// What is known of a registered class.
+    /// A registered class.
     struct Entry {
-        unsigned long long id; ///< of the messages of this class
+        unsigned long long id; ///< of messages of this class
         std::string typeName;  ///< mangled name of the class
     };
 
     MsgFactory(MsgFactory const&) = delete;
     MsgFactory& operator=(MsgFactory const&) = delete;
 
-    /// The one factory. It exists before the first use and outlives all static objects.
+    /// The only factory. It exists before its first use and outlives all static objects.
     static MsgFactory& Instance() noexcept;
 
-    /// Enters a class. The creator must stay callable until `deregisterMessage`, and so long as
-    /// another thread may be creating a message with it.
-    /// @return false when the id is taken, whose first class then stays, or the creator is null.
+    /// Registers a class. The creator must remain callable until `deregisterMessage` has returned
+    /// and no other thread is creating a message with it.
+    /// @return false if the creator is null or the id is taken; the class registered first is kept.
     bool registerMessage(unsigned long long id, Creator creator, std::string const& typeName);
 
-    /// Takes a class out; an unknown id is ignored.
+    /// Removes a class. An unknown id is ignored.
     void deregisterMessage(unsigned long long id) noexcept;
 
     /// Extension: the creator for an id, or null.
     [[nodiscard]] Creator find(unsigned long long id) const noexcept;
 
-    /// Extension: number of classes.
+    /// Extension: the number of registered classes.
     [[nodiscard]] std::size_t size() const noexcept;
 
-    /// Extension: all classes, by ascending id.
+    /// Extension: all registered classes, by ascending id.
     [[nodiscard]] std::vector<Entry> entries() const;
 
 private:
@@ -121,14 +123,14 @@ private:
     [[nodiscard]] Slot* slotOf(unsigned long long id) const noexcept;
 };
 
-/// Registers the class `M` for as long as this object lives. One static object a class.
+/// Registers the class `M` for the lifetime of this object. Define one static object per class.
 ///
-/// `M` is built from a tree by its constructor from an `Object`; if it has a member `Data`, that is
-/// then read from the tree, and resets itself when it doesn't read.
+/// The factory calls the constructor of `M` that takes an `Object`. If `M` has a member `Data`,
+/// `Data` is then read from the tree, and reset if it cannot be read.
 template <class M>
 class Message::Registrar {
 public:
-    /// Enters `M` for this id, unless that is taken.
+    /// Registers `M` under this id unless the id is taken.
     explicit Registrar(unsigned long long id)
         : id_(id),
           registered_(MsgFactory::Instance().registerMessage(id, &create, typeid(M).name())) {}
@@ -140,14 +142,14 @@ public:
             MsgFactory::Instance().deregisterMessage(id_);
     }
 
-    /// The id that was given to the constructor.
+    /// The id passed to the constructor.
     [[nodiscard]] unsigned long long id() const noexcept { return id_; }
-    /// False when another class had taken the id before.
+    /// False if another class had already been registered for the id.
     [[nodiscard]] bool registered() const noexcept { return registered_; }
 
 private:
     static Message* create(MetaData::Element const& element) {
-        MetaData::Object const& object = element; // throws unless it is one
+        MetaData::Object const& object = element; // throws if it is not an object
         auto message = std::make_unique<M>(object);
         if constexpr (requires { message->Data.assign(element); })
             MetaData::Detail::readField(message->Data, element);

@@ -11,30 +11,29 @@
 
 namespace Tolv::Msgs {
 
-/// The place of one id. Once made it stays as long as the library does and is used again when the
-/// id is registered anew, so that a lookup never meets memory that is being freed and needs no
-/// lock.
+/// The entry of one id. A slot exists as long as the library, and is reused if the id is registered
+/// again. A lookup therefore never meets freed memory and needs no lock.
 struct Message::MsgFactory::Slot {
     unsigned long long id;
     Slot* next;                             ///< in the same bucket
-    std::atomic<Creator> creator = nullptr; ///< null: not registered at present
+    std::atomic<Creator> creator = nullptr; ///< null if not currently registered
     std::string typeName;                   ///< guarded by the mutex
 };
 
 namespace {
 
-/// Room for slots in the library itself: unloading it takes them along, and nothing is freed that a
-/// thread may still be looking at while the process ends. Far more than the classes in use; what
-/// comes on top lies on the heap, for good.
+/// Static storage for slots. It is released when the library is unloaded, and nothing is freed that
+/// another thread may still read while the process ends. It is far larger than the number of
+/// classes in use; any further slots are allocated on the heap and never freed.
 constexpr std::size_t slotsInside = 1024;
 
-/// Constant-initialized and never destroyed: registration may come before, and deregistration
-/// after, any static object's turn.
+/// Constant-initialized and never destroyed: other static objects may register before this one
+/// would be constructed, and deregister after it would be destroyed.
 struct State {
-    std::mutex mutex; ///< for changes and listings; lookups go without
+    std::mutex mutex; ///< for changes and listings; lookups take no lock
     std::array<std::atomic<void*>, 1024> buckets{};
     std::atomic<std::size_t> size = 0;
-    std::size_t slots = 0; ///< made so far
+    std::size_t slots = 0; ///< created so far
 };
 
 union Immortal {
@@ -51,7 +50,7 @@ State& state() noexcept { return immortal.state; }
 [[maybe_unused]] bool const forksInOrder =
     Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return state().mutex; });
 
-/// Memory for the next slot; the mutex is held.
+/// Memory for the next slot. The caller holds the mutex.
 template <class Slot>
 void* roomForSlot() {
     alignas(Slot) constinit static std::byte inside[slotsInside][sizeof(Slot)]{};
@@ -60,7 +59,7 @@ void* roomForSlot() {
 }
 
 std::atomic<void*>& bucketOf(unsigned long long id) noexcept {
-    // The family, the batch and the number of a message stand far apart in the id.
+    // Family, batch and number of a message are in distant bits of the id.
     auto const mixed = id * 0x9E3779B97F4A7C15ULL;
     return state().buckets[static_cast<std::size_t>(mixed >> 54U)];
 }
@@ -87,7 +86,7 @@ bool Message::MsgFactory::registerMessage(unsigned long long id, Creator creator
         return false;
     if (slot == nullptr) {
         auto& bucket = bucketOf(id);
-        auto name = typeName; // may fail, and a place must not be lost then
+        auto name = typeName; // may throw, so copy before a slot is taken
         slot = new (roomForSlot<Slot>())
             Slot{id, static_cast<Slot*>(bucket.load()), nullptr, std::move(name)};
         bucket.store(slot, std::memory_order_release);
@@ -103,7 +102,7 @@ void Message::MsgFactory::deregisterMessage(unsigned long long id) noexcept {
     std::lock_guard const lock(state().mutex);
     auto* const slot = slotOf(id);
     if (slot != nullptr && slot->creator.exchange(nullptr) != nullptr) {
-        std::string().swap(slot->typeName); // the memory, too, which an assignment would keep
+        std::string().swap(slot->typeName); // frees the memory, which assignment would keep
         --state().size;
     }
 }

@@ -9,31 +9,30 @@
 
 namespace Tolv::Msgs {
 
-/// Names one kind of message on one route: the id, who sends it, and to whom.
+/// Identifies the messages of one class on one route: message id, sender and destination.
 class TOLV_CORE_API MessageKey {
 public:
     /// Maps a key to a number.
     using Evaluate = std::function<unsigned long long(MessageKey const&)>;
 
-    /// A key of three parts.
     /// @param id of the messages
-    /// @param sender who sends them
-    /// @param destination to whom they go
-    /// @param evaluate maps the finished key to a number, which `value` gives; it is called once
-    /// and not kept. An empty function gives the number 0.
+    /// @param sender of the messages
+    /// @param destination of the messages
+    /// @param evaluate maps the complete key to the number that `value` returns; called once and
+    /// not stored. An empty function yields 0.
     MessageKey(unsigned long long id, Address sender, Address destination,
                Evaluate const& evaluate = {});
 
-    /// Which messages.
+    /// The message id.
     [[nodiscard]] Identifier const& id() const& noexcept { return id_; }
     [[nodiscard]] Identifier id() && noexcept { return id_; }
-    /// Who sends them.
+    /// The sender.
     [[nodiscard]] Address const& sender() const& noexcept { return sender_; }
     [[nodiscard]] Address sender() && noexcept { return std::move(sender_); }
-    /// To whom they go.
+    /// The destination.
     [[nodiscard]] Address const& destination() const& noexcept { return destination_; }
     [[nodiscard]] Address destination() && noexcept { return std::move(destination_); }
-    /// What `evaluate` gave.
+    /// The number that `evaluate` returned.
     [[nodiscard]] unsigned long long value() const noexcept { return value_; }
 
 private:

@@ -10,27 +10,28 @@
 #include <tolv/msgs/utils/may_contain_error.h>
 
 /// @file
-/// How a client lists the applications on an instrument, reads their properties, installs one,
-/// starts it and connects to the running instance. Any text and any number is accepted.
+/// The records with which a client lists the applications on an instrument, reads their properties,
+/// installs one, starts it and connects to the running instance. Any string and any number is
+/// accepted.
 namespace Tolv::Msgs::App {
 
-/// Names one application.
+/// Identifies one application.
 class TOLV_MESSAGES_API AppIdData : public MirroredObject {
 public:
-    /// The application, as `AppListData` lists it.
+    /// The application, as listed in `AppListData`.
     ReflectorArray<std::string> appId{this, "AppID"_key, Required};
     Reflector<std::string> uuid{this, "UUID"_key, Required};       ///< of the instance
-    Reflector<std::string> appName{this, "AppName"_key, Required}; ///< for people
+    Reflector<std::string> appName{this, "AppName"_key, Required}; ///< human-readable
 
     AppIdData() = default;
     AppIdData(AppIdData const& other) : AppIdData() { *this = other; }
     AppIdData& operator=(AppIdData const&) = default;
 };
 
-/// How a command ended; on failure with the error report.
+/// The result of a command, with an error report on failure.
 class TOLV_MESSAGES_API ResultData : public Utils::MayContainError {
 public:
-    Reflector<bool> result{this, "Result"_key, Required};    ///< true: success
+    Reflector<bool> result{this, "Result"_key, Required};    ///< true on success
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
 
     ResultData() = default;
@@ -41,21 +42,21 @@ public:
 /// One installed application.
 class TOLV_MESSAGES_API InstalledAppData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
-    /// What `InstantiateAppCommandData` names it by.
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
+    /// The id to use in `InstantiateAppCommandData`.
     Reflector<std::string> id{this, "ID"_key, Required};
 
     InstalledAppData() = default;
-    /// An application of this name and id.
+    /// An application with this name and id.
     InstalledAppData(std::string const& name, std::string const& id);
     InstalledAppData(InstalledAppData const& other) : InstalledAppData() { *this = other; }
     InstalledAppData& operator=(InstalledAppData const&) = default;
 };
 
-/// The installed applications. The list may be left out, which says that there are none.
+/// The installed applications. The list is absent if there are none.
 class TOLV_MESSAGES_API InstalledAppsResponseData : public MirroredObject {
 public:
-    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional}; ///< unset: none
+    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional}; ///< unset if none
 
     InstalledAppsResponseData() = default;
     InstalledAppsResponseData(InstalledAppsResponseData const& other)
@@ -68,11 +69,11 @@ public:
 /// Starts an instance of an installed application.
 class TOLV_MESSAGES_API InstantiateAppCommandData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< as `InstalledAppData::name`
-    Reflector<std::string> id{this, "ID"_key, Required};     ///< as `InstalledAppData::id`
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< as in `InstalledAppData`
+    Reflector<std::string> id{this, "ID"_key, Required};     ///< as in `InstalledAppData`
 
     InstantiateAppCommandData() = default;
-    /// A command for the application of this name and id.
+    /// A command for the application with this name and id.
     InstantiateAppCommandData(std::string const& name, std::string const& id);
     InstantiateAppCommandData(InstantiateAppCommandData const& other)
         : InstantiateAppCommandData() {
@@ -81,13 +82,13 @@ public:
     InstantiateAppCommandData& operator=(InstantiateAppCommandData const&) = default;
 };
 
-/// Asks for the way to a running instance.
+/// Requests a connection to a running instance.
 class TOLV_MESSAGES_API ConnectToAppCommandData : public MirroredObject {
 public:
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
 
     ConnectToAppCommandData() = default;
-    /// A command for the instance of this id.
+    /// A command for the instance with this id.
     explicit ConnectToAppCommandData(std::string const& uuid);
     ConnectToAppCommandData(ConnectToAppCommandData const& other) : ConnectToAppCommandData() {
         *this = other;
@@ -95,20 +96,20 @@ public:
     ConnectToAppCommandData& operator=(ConnectToAppCommandData const&) = default;
 };
 
-/// The way to a running instance.
+/// How to connect to a running instance.
 class TOLV_MESSAGES_API ConnectToAppResultData : public MirroredObject {
 public:
     Reflector<int> port{this, "Port"_key, Required};         ///< on which the instance listens
-    Reflector<bool> result{this, "Result"_key, Required};    ///< true: success
+    Reflector<bool> result{this, "Result"_key, Required};    ///< true on success
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
 
     ConnectToAppResultData() = default;
-    /// A result with the port, without an id.
+    /// A result with a port and no id.
     ConnectToAppResultData(Lossless<bool> result, Lossless<int> port);
     /// A result without a port.
     template <std::same_as<bool> Bool>
     explicit ConnectToAppResultData(Bool result) : ConnectToAppResultData(result, 0) {}
-    /// A success.
+    /// Success, with this port.
     explicit ConnectToAppResultData(Lossless<int> port) : ConnectToAppResultData(true, port) {}
     ConnectToAppResultData(ConnectToAppResultData const& other) : ConnectToAppResultData() {
         *this = other;
@@ -116,10 +117,10 @@ public:
     ConnectToAppResultData& operator=(ConnectToAppResultData const&) = default;
 };
 
-/// The application list: one list of texts an application.
+/// The application list: one list of strings per application.
 class TOLV_MESSAGES_API AppListData : public MirroredObject {
 public:
-    /// Each entry names one application, as `AppIdData::appId`.
+    /// Each entry identifies one application, like `AppIdData::appId`.
     ReflectorArray<std::vector<std::string>> applications{this, "Applications"_key, Required};
 
     AppListData() = default;
@@ -127,49 +128,49 @@ public:
     AppListData& operator=(AppListData const&) = default;
 };
 
-/// Installs an application from a location. The key must be there for it to read.
+/// Installs an application from a location. Reading requires the key.
 class TOLV_MESSAGES_API AppLocationData : public SerializablePayloadInterface {
 public:
-    /// Where the application is, in the instrument's own form.
+    /// The location of the application, in the instrument's format.
     [[nodiscard]] std::string const& location() const& noexcept { return location_; }
     [[nodiscard]] std::string location() && noexcept { return std::move(location_); }
-    /// Sets what `location` gives.
+    /// Sets the value returned by `location`.
     void setLocation(std::string const& location) { location_ = location; }
 
     void copyToMetaData(MetaData::Element& element) const override;
-    /// @throws Exception::InvalidParameter when the key is missing or holds no text.
+    /// @throws Exception::InvalidParameter if the key is missing or its value is not a string.
     void copyFromMetaData(MetaData::Element const& element) override;
 
 private:
     std::string location_;
 };
 
-/// What an application says of itself.
+/// The properties of an application.
 class TOLV_MESSAGES_API AppPropertiesResponseData : public MirroredObject {
 public:
-    /// The picture that stands for an application.
+    /// The icon of an application.
     class TOLV_MESSAGES_API IconData : public MirroredObject {
     public:
         Reflector<std::string> type{this, "Type"_key, Required, "category"}; ///< the kind of icon
-        /// Which icon of this kind.
+        /// The icon among those of its kind.
         Reflector<std::string> image{this, "Image"_key, Required, "name"};
 
         IconData() = default;
-        /// An icon of this kind.
+        /// The icon of this kind.
         IconData(std::string const& type, std::string const& image);
         IconData(IconData const& other) : IconData() { *this = other; }
         IconData& operator=(IconData const&) = default;
     };
 
-    /// A resource that the application asks for.
+    /// A resource that the application requests.
     class TOLV_MESSAGES_API ResourceDefinition : public MirroredObject {
     public:
-        Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
+        Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
         Reflector<std::string> id{this, "ID"_key, Required};     ///< of the requirement
-        Reflector<std::string> description{this, "Description"_key, Required}; ///< for people
-        /// False: the application runs without it.
+        Reflector<std::string> description{this, "Description"_key, Required}; ///< human-readable
+        /// Whether the application needs the resource to run.
         Reflector<bool> required{this, "Required"_key, Required, true};
-        /// Ids of the resources that would serve it (`ResourceData::id`).
+        /// Ids of the resources that would satisfy the request (`ResourceData::id`).
         ReflectorArray<std::string> matchingIds{this, "MatchingIDs"_key, Required};
 
         ResourceDefinition() = default;
@@ -179,12 +180,12 @@ public:
         ResourceDefinition& operator=(ResourceDefinition const&) = default;
     };
 
-    Reflector<std::string> name{this, "Name"_key, Required};               ///< for people
-    Reflector<std::string> description{this, "Description"_key, Required}; ///< for people
-    /// What stands for the application on a screen.
+    Reflector<std::string> name{this, "Name"_key, Required};               ///< human-readable
+    Reflector<std::string> description{this, "Description"_key, Required}; ///< human-readable
+    /// Shown for the application on a screen.
     Reflector<IconData> icon{this, "Icon"_key, Required};
-    Reflector<std::string> version{this, "Version"_key, Required}; ///< for people
-    /// What the application needs of the instrument.
+    Reflector<std::string> version{this, "Version"_key, Required}; ///< human-readable
+    /// The instrument resources that the application needs.
     ReflectorArray<ResourceDefinition> requiredResources{this, "RequiredResources"_key, Required};
 
     AppPropertiesResponseData() = default;

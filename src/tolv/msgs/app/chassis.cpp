@@ -1,7 +1,7 @@
 #include <tolv/msgs/app/chassis.h>
 
-// Texts are taken by value, as the interface of these records has it, and copied once more into
-// their fields: a chassis is described once in a session.
+// The interface of these records takes strings by value. The extra copy does not matter: a chassis
+// is described once per session.
 // NOLINTBEGIN(performance-unnecessary-value-param)
 namespace Tolv::Msgs::App {
 

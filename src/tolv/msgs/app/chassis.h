@@ -7,38 +7,38 @@
 #include <tolv/msgs/record.h>
 
 /// @file
-/// The instrument as a client sees it: its identity, its resources and who uses them, the chassis
-/// with its modules and what sits where on each.
+/// The instrument as a client sees it: its identity, its resources and their users, and the chassis
+/// with its modules and their components.
 namespace Tolv::Msgs::App {
 
-/// The identity of the system. All four keys must be there for it to read.
+/// The identity of the system. Reading requires all four keys.
 class TOLV_MESSAGES_API SystemInfoResponseData : public SerializablePayloadInterface {
 public:
-    /// What people call the system.
+    /// The human-readable name of the system.
     [[nodiscard]] std::string const& name() const& noexcept { return name_; }
     [[nodiscard]] std::string name() && noexcept { return std::move(name_); }
     /// The id of the system.
     [[nodiscard]] std::string const& uuid() const& noexcept { return uuid_; }
     [[nodiscard]] std::string uuid() && noexcept { return std::move(uuid_); }
-    /// What it is, for people.
+    /// The human-readable description of the system.
     [[nodiscard]] std::string const& description() const& noexcept { return description_; }
     [[nodiscard]] std::string description() && noexcept { return std::move(description_); }
     /// The serial number of the system.
     [[nodiscard]] std::string const& serialNumber() const& noexcept { return serialNumber_; }
     [[nodiscard]] std::string serialNumber() && noexcept { return std::move(serialNumber_); }
 
-    /// Sets what `name` gives.
+    /// Sets the value returned by `name`.
     void setName(std::string const& name) { name_ = name; }
-    /// Sets what `uuid` gives.
+    /// Sets the value returned by `uuid`.
     void setUuid(std::string const& uuid) { uuid_ = uuid; }
-    /// Sets what `description` gives.
+    /// Sets the value returned by `description`.
     void setDescription(std::string const& description) { description_ = description; }
-    /// Sets what `serialNumber` gives.
+    /// Sets the value returned by `serialNumber`.
     void setSerialNumber(std::string const& serialNumber) { serialNumber_ = serialNumber; }
 
     void copyToMetaData(MetaData::Element& element) const override;
-    /// @throws Exception::InvalidParameter at the first key that is missing or holds no text; the
-    /// members before it then have their new values.
+    /// @throws Exception::InvalidParameter at the first key that is missing or whose value is not a
+    /// string; the members before it then have their new values.
     void copyFromMetaData(MetaData::Element const& element) override;
 
 private:
@@ -51,13 +51,13 @@ private:
 /// One resource of the instrument.
 class TOLV_MESSAGES_API ResourceData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< for people
-    Reflector<std::string> id{this, "ID"_key, Required};     ///< by which others refer to it
-    /// What it is, in the instrument's own words.
+    Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
+    Reflector<std::string> id{this, "ID"_key, Required};     ///< used in references
+    /// The kind of resource, in the instrument's terms.
     Reflector<std::string> type{this, "Type"_key, Required};
-    /// Where it is, in the instrument's own words.
+    /// The position of the resource, in the instrument's terms.
     Reflector<std::string> position{this, "Position"_key, Required};
-    Reflector<std::string> inUseBy{this, "InUseBy"_key, Required}; ///< empty: free
+    Reflector<std::string> inUseBy{this, "InUseBy"_key, Required}; ///< empty if free
 
     ResourceData() = default;
     /// A resource with all fields.
@@ -81,39 +81,39 @@ public:
 /// One component on a module.
 class TOLV_MESSAGES_API HardwareComponent : public MirroredObject {
 public:
-    /// What it is. Any number that a peer sends stays as it is.
+    /// The kind of component. A number outside the enumeration is kept when read.
     enum class HardwareComponentType : int {
-        blank = 0,   ///< a part of the front without function
-        port = 1,    ///< a connector, which a resource may stand for
+        blank = 0,   ///< a blank part of the front panel
+        port = 1,    ///< a connector, possibly with a resource
         display = 2, ///< a lamp or a screen
         control = 3  ///< a switch or a button
     };
 
     Reflector<int> type{this, "Type"_key, Required, 1};      ///< a `HardwareComponentType`
-    Reflector<int> position{this, "Position"_key, Required}; ///< in divisions of the module's front
+    Reflector<int> position{this, "Position"_key, Required}; ///< in divisions of the front panel
     Reflector<int> width{this, "Width"_key, Required};       ///< in divisions
     Reflector<std::string> resourceId{this, "ResourceID"_key, Optional}; ///< a `ResourceData::id`
 
     HardwareComponent() = default;
-    /// A component without resource.
+    /// A component without a resource.
     HardwareComponent(HardwareComponentType type, Lossless<int> position, Lossless<int> width);
-    /// A component that a resource stands for.
+    /// A component that represents a resource.
     HardwareComponent(HardwareComponentType type, Lossless<int> position, Lossless<int> width,
                       std::string resourceId);
     HardwareComponent(HardwareComponent const& other) : HardwareComponent() { *this = other; }
     HardwareComponent& operator=(HardwareComponent const&) = default;
 };
 
-/// How a module's front is divided, and what sits there.
+/// The divisions of a module's front panel, and the components on it.
 class TOLV_MESSAGES_API HardwareConfiguration : public MirroredObject {
 public:
-    /// Into how many parts the front is divided.
+    /// The number of parts into which the front panel is divided.
     Reflector<int> divisions{this, "Divisions"_key, Required};
-    /// What sits there.
+    /// The components on the front panel.
     ReflectorArray<HardwareComponent> componentList{this, "ComponentList"_key, Required};
 
     HardwareConfiguration() = default;
-    /// A front without components.
+    /// A front panel without components.
     explicit HardwareConfiguration(Lossless<int> divisions);
     HardwareConfiguration(HardwareConfiguration const& other) : HardwareConfiguration() {
         *this = other;
@@ -125,8 +125,8 @@ public:
 class TOLV_MESSAGES_API HardwareModule : public MirroredObject {
 public:
     Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
-    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's name for it
-    /// Unset: unknown.
+    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's model name
+    /// Unset if unknown.
     Reflector<HardwareConfiguration> configuration{this, "Configuration"_key, Optional};
 
     HardwareModule() = default;
@@ -140,11 +140,12 @@ public:
 class TOLV_MESSAGES_API ChassisInformation : public MirroredObject {
 public:
     Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
-    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's name for it
-    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional}; ///< unset: unknown
+    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's model name
+    /// Unset if unknown.
+    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional};
 
     ChassisInformation() = default;
-    /// A chassis without a list of modules.
+    /// A chassis without a module list.
     ChassisInformation(std::string make, std::string model);
     ChassisInformation(ChassisInformation const& other) : ChassisInformation() { *this = other; }
     ChassisInformation& operator=(ChassisInformation const&) = default;

@@ -7,15 +7,15 @@
 /// The handshake between a client and the service that hosts applications.
 namespace Tolv::Msgs::App {
 
-/// Opens a connection: the range of protocol versions that the client speaks, and whether it wants
-/// binary transmission.
+/// Opens a connection: the range of protocol versions that the client supports, and whether it
+/// requests binary transmission.
 class TOLV_MESSAGES_API Connect : public MirroredObject {
 public:
-    /// The highest that the client speaks.
+    /// The highest version that the client supports.
     Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
-    /// The lowest that the client speaks.
+    /// The lowest version that the client supports.
     Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
-    /// Whether the client wants it.
+    /// Whether the client requests binary transmission.
     Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
 
     Connect() = default;
@@ -25,17 +25,17 @@ public:
     Connect& operator=(Connect const&) = default;
 };
 
-/// Answers `Connect`: the service's own range, the one version that both sides will use, and the
-/// transmission form.
+/// Answers `Connect`: the range of versions that the service supports, the version that both sides
+/// will use, and the form of transmission.
 class TOLV_MESSAGES_API Connected : public MirroredObject {
 public:
-    /// The highest that the service speaks.
+    /// The highest version that the service supports.
     Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
-    /// The lowest that the service speaks.
+    /// The lowest version that the service supports.
     Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
-    /// By both sides from now on.
+    /// The version that both sides use from now on.
     Reflector<int> versionToUse{this, "VersionToUse"_key, Required, 1};
-    /// Whether both sides use it from now on.
+    /// Whether both sides use binary transmission from now on.
     Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
 
     Connected() = default;
@@ -47,30 +47,30 @@ public:
 };
 
 /// Answers a ping: the peer's version range, a message type number and whether it supports binary
-/// transmission. All four keys must be there for it to read.
+/// transmission. Reading requires all four keys.
 class TOLV_MESSAGES_API PingData : public SerializablePayloadInterface {
 public:
-    /// The highest protocol version that the peer speaks.
+    /// The highest protocol version that the peer supports.
     [[nodiscard]] unsigned int maxVersion() const noexcept { return maxVersion_; }
-    /// The lowest protocol version that the peer speaks.
+    /// The lowest protocol version that the peer supports.
     [[nodiscard]] unsigned int minVersion() const noexcept { return minVersion_; }
-    /// A number that the peers agree on.
+    /// A number whose meaning the peers define.
     [[nodiscard]] unsigned int messageType() const noexcept { return messageType_; }
     /// Whether the peer supports binary transmission.
     [[nodiscard]] bool supportsBinary() const noexcept { return supportsBinary_; }
 
-    /// Sets what `maxVersion` gives.
+    /// Sets the value returned by `maxVersion`.
     void setMaxVersion(Lossless<unsigned int> version) noexcept { maxVersion_ = version.get(); }
-    /// Sets what `minVersion` gives.
+    /// Sets the value returned by `minVersion`.
     void setMinVersion(Lossless<unsigned int> version) noexcept { minVersion_ = version.get(); }
-    /// Sets what `messageType` gives.
+    /// Sets the value returned by `messageType`.
     void setMessageType(Lossless<unsigned int> type) noexcept { messageType_ = type.get(); }
-    /// Sets what `supportsBinary` gives.
+    /// Sets the value returned by `supportsBinary`.
     void setSupportsBinary(Lossless<bool> supports) noexcept { supportsBinary_ = supports.get(); }
 
     void copyToMetaData(MetaData::Element& element) const override;
-    /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit; the
-    /// members before it then have their new values.
+    /// @throws Exception::InvalidParameter at the first key that is missing or whose value does not
+    /// fit; the members before it then have their new values.
     void copyFromMetaData(MetaData::Element const& element) override;
 
 private:

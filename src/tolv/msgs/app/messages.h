@@ -8,8 +8,8 @@
 #include <tolv/msgs/message_helpers.h>
 
 /// @file
-/// The messages of family 3, by which a client talks to the service that hosts applications. The
-/// table is messages.def.
+/// The messages of family 3, exchanged between a client and the service that hosts applications.
+/// The table is messages.def.
 
 #define TOLV_FAMILY App
 #define TOLV_FAMILY_BASE App::AppMessage

@@ -5,13 +5,14 @@
 #include <tolv/msgs/record.h>
 
 /// @file
-/// The script files of an application's user interface, which a client fetches in pieces.
+/// The script files of an application's user interface, which a client downloads in pieces.
 namespace Tolv::Msgs::App {
 
-/// Asks for the script files of an application type.
+/// Requests the list of script files of an application type.
 class TOLV_MESSAGES_API QmlFileListRequestData : public MirroredObject {
 public:
-    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required}; ///< whose files
+    /// The owner of the files.
+    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
 
     QmlFileListRequestData() = default;
     QmlFileListRequestData(QmlFileListRequestData const& other) : QmlFileListRequestData() {
@@ -26,9 +27,9 @@ public:
     /// One file.
     class TOLV_MESSAGES_API FileMetaData : public MirroredObject {
     public:
-        /// By which `QmlFileRequestData` asks.
+        /// The name to use in `QmlFileRequestData`.
         Reflector<std::string> fileName{this, "FileName"_key, Required};
-        /// Of the whole file.
+        /// The size of the whole file.
         Reflector<long long> fileSizeInBytes{this, "FileSizeInBytes"_key, Required};
 
         FileMetaData() = default;
@@ -36,11 +37,12 @@ public:
         FileMetaData& operator=(FileMetaData const&) = default;
     };
 
-    Reflector<std::string> applicationName{this, "ApplicationName"_key, Required}; ///< for people
-    /// The lowest framework version that the application runs on.
+    /// Human-readable.
+    Reflector<std::string> applicationName{this, "ApplicationName"_key, Required};
+    /// The lowest framework version that runs the application.
     Reflector<long long> minFrameworkVersion{this, "MinFrameworkVersion"_key, Required};
     Reflector<std::string> rootScript{this, "RootScript"_key, Required}; ///< the file to start with
-    /// All files, the first included.
+    /// All files, including the root script.
     ReflectorArray<FileMetaData> fileList{this, "FileList"_key, Required};
 
     QmlFileListResponseData() = default;
@@ -50,11 +52,12 @@ public:
     QmlFileListResponseData& operator=(QmlFileListResponseData const&) = default;
 };
 
-/// Asks for one script file.
+/// Requests one script file.
 class TOLV_MESSAGES_API QmlFileRequestData : public MirroredObject {
 public:
-    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required}; ///< whose file
-    Reflector<std::string> fileName{this, "FileName"_key, Required}; ///< out of `fileList`
+    /// The owner of the file.
+    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
+    Reflector<std::string> fileName{this, "FileName"_key, Required}; ///< as in `fileList`
 
     QmlFileRequestData() = default;
     /// A request for this file.
@@ -63,15 +66,15 @@ public:
     QmlFileRequestData& operator=(QmlFileRequestData const&) = default;
 };
 
-/// One piece of a script file. The content is text and travels as it is: a piece must not end
-/// within a character of several bytes, and bytes that are no UTF-8 need a text form of the peers'
-/// own.
+/// One piece of a script file. The content is text and is not encoded further: a piece must not
+/// split a multi-byte character, and bytes that are not valid UTF-8 need an encoding that the peers
+/// define.
 class TOLV_MESSAGES_API QmlFileResponseData : public MirroredObject {
 public:
-    /// Of the file that this is a piece of.
+    /// The file to which the piece belongs.
     Reflector<std::string> fileName{this, "FileName"_key, Required};
     Reflector<long long> fileOffset{this, "FileOffset"_key, Required}; ///< bytes before this piece
-    Reflector<long long> fileSize{this, "FileSize"_key, Required};     ///< bytes
+    Reflector<long long> fileSize{this, "FileSize"_key, Required};     ///< in bytes
     Reflector<std::string> content{this, "Content"_key, Required};     ///< the piece
 
     QmlFileResponseData() = default;

@@ -8,20 +8,20 @@
 #include <tolv/msgs/payload_interface.h>
 
 /// @file
-/// Lists of attribute messages, whole and by range.
+/// Lists of attribute messages, complete or by range.
 namespace Tolv::Msgs::Attrs {
 
-/// A list of messages of one class, whose number stands once beside the list.
+/// A list of messages of one class. The number of that class is stored once, next to the list.
 template <class M>
 class ArrayDataConcrete : public MirroredObject {
 public:
     ReflectorArray<M> attributes{this, "Attributes"_key, Required}; ///< whole messages
-    /// Their number in the family.
+    /// The number of the class within the family.
     Reflector<unsigned short> attrType{this, "AttrType"_key, Required, M::MsgID().type()};
-    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key,
-                                       Optional}; ///< required unless 0 in `M`
-    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key,
-                                       Optional}; ///< required unless 0 in `M`
+    /// Required unless 0 in `M`.
+    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key, Optional};
+    /// Required unless 0 in `M`.
+    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key, Optional};
 
     ArrayDataConcrete() {
         requireUnlessZero(attrSub1, M::MsgID().sub1());
@@ -39,39 +39,40 @@ private:
     }
 };
 
-/// A list of messages of any classes that derive from `M`. Each travels as a whole message and
-/// comes back with its class.
+/// A list of messages of any classes derived from `M`. Each is written as a whole message and read
+/// back as an object of its own class.
 template <class M>
 class ArrayDataPolymorphic : public SerializablePayloadInterface {
 public:
     /// Copies of this payload share the messages.
     std::vector<std::shared_ptr<M>> attributes;
 
-    /// @throws Exception::InvalidOperation when one of the pointers is null.
+    /// @throws Exception::InvalidOperation if a pointer is null.
     void copyToMetaData(MetaData::Element& element) const override;
     /// Releases the messages and reads those of `element`.
-    /// @throws Exception::InvalidParameter when the key is missing or holds no list; the messages
-    /// then stay. Exception::InvalidOperation when an entry is no message, or its class is unknown
-    /// or does not derive from `M`; the list is then empty.
+    /// @throws Exception::InvalidParameter if the key is missing or its value is not a list; the
+    /// messages are then unchanged. Exception::InvalidOperation if an entry is not a message, or
+    /// its class is unknown or not derived from `M`; the list is then empty.
     void copyFromMetaData(MetaData::Element const& element) override;
 };
 
-/// Asks for a part of a list.
+/// Requests a part of a list.
 class TOLV_MESSAGES_API ArrayWithRangeRequestData : public SerializablePayloadInterface {
 public:
-    /// Which element of the list is the first one wanted, counted from 0.
+    /// The index of the first requested element, counted from 0.
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
-    /// How many are wanted.
+    /// The number of requested elements.
     [[nodiscard]] unsigned int number() const noexcept { return number_; }
     void setOffset(MetaData::Lossless<unsigned int> offset) noexcept {
         offset_ = offset.get();
-    } ///< of the first element
+    } ///< index of the first element
     void setNumber(MetaData::Lossless<unsigned int> number) noexcept {
         number_ = number.get();
-    } ///< of elements
+    } ///< number of elements
 
     void copyToMetaData(MetaData::Element& element) const override;
-    /// @throws Exception::InvalidParameter at the first key that is missing or doesn't fit.
+    /// @throws Exception::InvalidParameter at the first key that is missing or whose value does not
+    /// fit.
     void copyFromMetaData(MetaData::Element const& element) override;
 
 private:
@@ -81,18 +82,18 @@ private:
 
 extern template class TOLV_MESSAGES_API ArrayDataPolymorphic<AttrMessage>;
 
-/// A part of a list, and where it starts.
+/// A part of a list and its position.
 class TOLV_MESSAGES_API ArrayWithRangeResponseData : public ArrayDataPolymorphic<AttrMessage> {
 public:
-    /// Which element of the list is the first one here, counted from 0.
+    /// The index of the first element in the list, counted from 0.
     [[nodiscard]] unsigned int offset() const noexcept { return offset_; }
     void setOffset(MetaData::Lossless<unsigned int> offset) noexcept {
         offset_ = offset.get();
-    } ///< of the first element
+    } ///< index of the first element
 
     void copyToMetaData(MetaData::Element& element) const override;
-    /// @throws what the base throws, and Exception::InvalidParameter when the offset is missing or
-    /// doesn't fit; the list is then the new one.
+    /// @throws what the base throws, and Exception::InvalidParameter if the offset is missing or
+    /// does not fit; the messages have then been replaced.
     void copyFromMetaData(MetaData::Element const& element) override;
 
 private:

@@ -5,7 +5,7 @@
 #include <tolv/msgs/messages_array.h>
 
 /// @file
-/// The batches of family 4, each of which carries many messages of one class. The table is
+/// The batches of family 4, each of which contains many messages of one class. The table is
 /// batches.def.
 
 #define TOLV_FAMILY Attrs

@@ -68,7 +68,7 @@ std::string EnumeratedAttr<T>::explainInvalid() const {
     auto const& entries = enums();
     if (entries.empty())
         return "enums is empty, so that no value is valid";
-    // With all entries disabled the value was not looked at, and need not be there.
+    // If all entries are disabled, the value was not compared and may be unset.
     if (!this->value.initialized() || !isComplete(this->value()))
         return "all of enums is disabled";
     auto const& value = this->value();

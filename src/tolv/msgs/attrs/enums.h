@@ -6,7 +6,7 @@
 #include <tolv/msgs/attrs/values.h>
 
 /// @file
-/// Attributes that hold one value out of a list that travels with them.
+/// Attributes whose value is one of a list that the message contains.
 namespace Tolv::Msgs::Attrs {
 
 /// One entry of an enumeration: a number and its text.
@@ -21,8 +21,8 @@ public:
     EnumVal(EnumVal const& other) : EnumVal() { *this = other; }
     EnumVal& operator=(EnumVal const&) = default;
 
-    /// True when number and text are equal, the text byte for byte.
-    /// @throws Exception::InvalidOperation when a field that is compared is not set.
+    /// Whether number and text are equal; the text is compared byte for byte.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(EnumVal const& other) const;
 };
 
@@ -40,11 +40,11 @@ extern template class TOLV_MESSAGES_API AttrWithMetaData<EnumVal, EnumMetaData>;
 extern template class TOLV_MESSAGES_API AttrWithMetaData<int, EnumMetaData>;
 extern template class TOLV_MESSAGES_API AttrWithMetaData<std::string, EnumMetaData>;
 
-/// What the enumerated attributes have in common. `T` is `EnumVal`, `int` or `std::string`.
+/// The common part of the enumerated attributes. `T` is `EnumVal`, `int` or `std::string`.
 template <class T>
 class EnumeratedAttr : public AttrWithMetaData<T, EnumMetaData> {
 public:
-    /// The allowed values; the position of one is its index into "DisabledList".
+    /// The allowed values. The position of a value is its index into "DisabledList".
     ReflectorArray<T> enums{this, "enums"_key, Optional, std::is_same_v<T, int>};
 
     EnumeratedAttr() = default;
@@ -53,12 +53,13 @@ public:
     }
     EnumeratedAttr& operator=(EnumeratedAttr const&) = default;
 
-    /// Whether the value is an entry of "enums" that is not disabled. Without "enums" anything is
-    /// valid, with an empty one nothing.
-    /// @throws Exception::InvalidOperation when the value has to be compared and is not set.
+    /// Whether the value is an entry of "enums" that is not disabled. If "enums" is absent, any
+    /// value is valid; if it is empty, none is.
+    /// @throws Exception::InvalidOperation if the value must be compared and is uninitialized.
     [[nodiscard]] bool validate() const override;
 
-    /// Extension: why `validate` gives false, as a sentence for people; empty when it gives true.
+    /// Extension: a human-readable sentence that says why `validate` returns false; empty if it
+    /// returns true.
     /// @throws what `validate` throws, when it does.
     [[nodiscard]] std::string explainInvalid() const;
 
@@ -74,15 +75,15 @@ extern template class TOLV_MESSAGES_API EnumeratedAttr<std::string>;
 class TOLV_MESSAGES_API EnumData : public EnumeratedAttr<EnumVal> {
 public:
     EnumData() = default;
-    /// Copies the value; a field of it that is not set stays so.
+    /// Copies the value; its uninitialized fields remain uninitialized.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
     EnumData(EnumVal const& initial);
 };
 
-/// One of a list of numbers.
+/// One of a list of integers.
 class TOLV_MESSAGES_API EnumIntData : public EnumeratedAttr<int> {};
 
-/// One of a list of texts.
+/// One of a list of strings.
 class TOLV_MESSAGES_API EnumStringsData : public EnumeratedAttr<std::string> {};
 
 } // namespace Tolv::Msgs::Attrs

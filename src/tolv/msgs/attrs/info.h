@@ -6,10 +6,10 @@
 #include <tolv/msgs/record.h>
 
 /// @file
-/// What an attribute is: its name and the type of its value.
+/// The name of an attribute and the type of its value.
 namespace Tolv::Msgs::Attrs {
 
-/// Names an attribute and its type. The type stands there twice, as text and as the id of the
+/// The name and type of an attribute. The type is given twice: as a word and as the id of the
 /// message that carries the value.
 class TOLV_MESSAGES_API AttrInfoData : public MirroredObject {
 public:
@@ -19,24 +19,24 @@ public:
     /// The id of the message that carries the value.
     Reflector<Identifier> type{this, "Type"_key, Required};
 
-    /// An attribute without name, of the type whose values the message `id` carries. An id that is
-    /// not in `messageTypeMapper` stays as it is, beside the text "Unknown".
+    /// An attribute without a name, whose values are carried by the message `id`. An id that is not
+    /// in `messageTypeMapper` is stored unchanged, with the type word "Unknown".
     explicit AttrInfoData(Identifier const& id = AttrMessage::MsgID());
-    /// The same for the id of family 4 itself, whatever the message; for the type of a message take
+    /// The same for the id of family 4 itself, whatever the message. For the type of a message, use
     /// `AttrInfoData(message.id())`.
     explicit AttrInfoData(AttrMessage const& message);
     AttrInfoData(AttrInfoData const& other) : AttrInfoData() { *this = other; }
     AttrInfoData& operator=(AttrInfoData const&) = default;
 
-    /// Sets the text of the type, and the id that belongs to it: that of family 4 itself when
-    /// `messageTypeMapper` does not hold the text. Never fails for a bad text.
+    /// Sets the type word and its id. An unknown word is stored with the id of family 4 itself;
+    /// this is not an error.
     void setTypes(std::string const& scaType);
 };
 
 /// Answers a registration.
 class TOLV_MESSAGES_API RegistrationData : public MirroredObject {
 public:
-    Reflector<bool> ok{this, "OK"_key, Required, true}; ///< false: refused
+    Reflector<bool> ok{this, "OK"_key, Required, true}; ///< false if refused
 
     RegistrationData() = default;
     /// An answer.

@@ -24,8 +24,9 @@ EnumStringsDefault<Identifier> const
 
 } // namespace
 
-// Where the library is loaded a second time, from another path, the two share what they export. An
-// exported object would be built and destroyed twice then; a reference needs neither.
+// If the library is loaded twice, from different paths, the two copies share their exported
+// symbols. An exported object would then be constructed and destroyed twice; a reference needs
+// neither.
 constinit EnumStringsDefault<Identifier> const& messageTypeMapper = mapper;
 
 } // namespace Tolv::Msgs

@@ -7,29 +7,30 @@
 #include <tolv/msgs/record.h>
 
 /// @file
-/// What an attribute can say of its value beside the value: a name, limits, units, the text that it
-/// accepts. Every field but "DisabledList" is optional and zero, false or empty by default.
+/// The metadata of an attribute: name, limits, units and accepted text. All fields except
+/// "DisabledList" are optional, and zero, false or empty by default.
 namespace Tolv::Msgs::Attrs {
 
-/// What any attribute can say of itself.
+/// Metadata common to all attributes.
 class TOLV_MESSAGES_API AttrMetaDataBase : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Optional};             ///< for people
-    ReflectedAddress controlAttrId{this, "ControlAttrID"_key, Optional}; ///< carried, not used here
+    Reflector<std::string> name{this, "Name"_key, Optional}; ///< human-readable
+    /// Not used by this library.
+    ReflectedAddress controlAttrId{this, "ControlAttrID"_key, Optional};
 
     AttrMetaDataBase() = default;
     AttrMetaDataBase(AttrMetaDataBase const& other) : AttrMetaDataBase() { *this = other; }
     AttrMetaDataBase& operator=(AttrMetaDataBase const&) = default;
 };
 
-/// How a number is shown.
+/// How a number is displayed.
 class TOLV_MESSAGES_API NumericMetaData : public AttrMetaDataBase {
 public:
-    /// The units that the value can be had in.
+    /// The units in which the value is available.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit that the value is in now: "Hz".
+    /// The unit of the value: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Digits behind the point, for displays.
+    /// Decimal places on a display.
     Reflector<int> precision{this, "Precision"_key, Optional};
 
     NumericMetaData() = default;
@@ -37,15 +38,15 @@ public:
     NumericMetaData& operator=(NumericMetaData const&) = default;
 };
 
-/// The limits of a number, both inclusive, and the step between values. `T` is `double`,
-/// `long long` or `std::complex<double>`.
+/// The limits of a number, both inclusive, and the step between values. `T` is `double`, `long
+/// long` or `std::complex<double>`.
 template <class T>
 class RangedMetaData : public NumericMetaData {
 public:
     Reflector<T> minimum{this, "Minimum"_key, Optional}; ///< inclusive
     Reflector<T> maximum{this, "Maximum"_key, Optional}; ///< inclusive
     Reflector<T> step{this, "Step"_key, Optional};       ///< between values; not checked
-    /// Whether "Step" is a plain number, not in the unit of the value.
+    /// Whether "Step" is a plain number rather than in the unit of the value.
     Reflector<bool> stepDimensionless{this, "StepDimensionless"_key, Optional};
 
     RangedMetaData() = default;
@@ -53,39 +54,39 @@ public:
     RangedMetaData& operator=(RangedMetaData const&) = default;
 };
 
-/// Statistics of a measured number. "Minimum" and "Maximum" are measured values, no limits.
+/// Statistics of a measured number. "Minimum" and "Maximum" are measured values, not limits.
 class TOLV_MESSAGES_API NumericMeasMetaData : public AttrMetaDataBase {
 public:
-    /// The units that the value can be had in.
+    /// The units in which the value is available.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit that the value is in now: "Hz".
+    /// The unit of the value: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Digits behind the point, for displays.
+    /// Decimal places on a display.
     Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional}; ///< of the values measured
-    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest value measured
-    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest value measured
-    Reflector<double> percent{this, "Percent"_key, Optional}; ///< as the producer means it
+    Reflector<double> average{this, "Average"_key, Optional}; ///< of the measured values
+    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest measured value
+    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest measured value
+    Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
 
     NumericMeasMetaData() = default;
     NumericMeasMetaData(NumericMeasMetaData const& other) : NumericMeasMetaData() { *this = other; }
     NumericMeasMetaData& operator=(NumericMeasMetaData const&) = default;
 };
 
-/// The same with the outcome of a limit test.
+/// `NumericMeasMetaData` with the result of a limit test.
 class TOLV_MESSAGES_API NumericMeasMetaDataWithStatus : public AttrMetaDataBase {
 public:
-    /// The units that the value can be had in.
+    /// The units in which the value is available.
     ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit that the value is in now: "Hz".
+    /// The unit of the value: "Hz".
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Digits behind the point, for displays.
+    /// Decimal places on a display.
     Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional}; ///< of the values measured
-    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest value measured
-    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest value measured
-    Reflector<double> percent{this, "Percent"_key, Optional}; ///< as the producer means it
-    /// The outcome, a number that the peers agree on.
+    Reflector<double> average{this, "Average"_key, Optional}; ///< of the measured values
+    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest measured value
+    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest measured value
+    Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
+    /// The result of the limit test, a number whose meaning the peers define.
     Reflector<int> limitStatus{this, "LimitStatus"_key, Optional};
 
     NumericMeasMetaDataWithStatus() = default;
@@ -96,11 +97,11 @@ public:
     NumericMeasMetaDataWithStatus& operator=(NumericMeasMetaDataWithStatus const&) = default;
 };
 
-/// Which entries of an enumerated payload's "enums" are switched off, by position. The list need
-/// not have the length of "enums": missing flags count as false, surplus ones are ignored.
+/// Which entries of an enumerated payload's "enums" are disabled, by position. The list may differ
+/// in length from "enums": missing flags count as false; surplus flags are ignored.
 class TOLV_MESSAGES_API EnumMetaData : public AttrMetaDataBase {
 public:
-    /// True: the entry at this position is switched off.
+    /// True if the entry at this position is disabled.
     ReflectorArray<bool> disabledList{this, "DisabledList"_key, Required, true};
 
     EnumMetaData() = default;
@@ -108,7 +109,7 @@ public:
     EnumMetaData& operator=(EnumMetaData const&) = default;
 };
 
-/// The bound of a list of whole numbers.
+/// The maximum length of a list of integers.
 class TOLV_MESSAGES_API IntVectorMetaData : public AttrMetaDataBase {
 public:
     Reflector<unsigned int> maxLength{this, "MaxLength"_key, Optional}; ///< elements
@@ -118,12 +119,12 @@ public:
     IntVectorMetaData& operator=(IntVectorMetaData const&) = default;
 };
 
-/// What a text may be.
+/// The strings that are accepted.
 class TOLV_MESSAGES_API StringMetaData : public AttrMetaDataBase {
 public:
     Reflector<unsigned int> maxLength{this, "MaxLength"_key, Optional}; ///< bytes
     Reflector<bool> passwordField{this, "PasswordField"_key, Optional}; ///< for displays
-    /// A regular expression in the POSIX extended grammar that describes the whole text.
+    /// A regular expression in the POSIX extended grammar that must match the whole string.
     Reflector<std::string> validCharacters{this, "ValidCharacters"_key, Optional};
 
     StringMetaData() = default;
@@ -131,26 +132,26 @@ public:
     StringMetaData& operator=(StringMetaData const&) = default;
 };
 
-/// A payload that carries a record of the class `M` beside its value.
+/// A payload that contains metadata of the class `M` alongside its value.
 template <class M>
 class HasMetaData : public MirroredObject {
 public:
-    /// The record; unset: the attribute says nothing but its value.
+    /// The metadata; unset if the attribute has none.
     Reflector<M> attributeMetaData{this, "AttributeMetaData"_key, Optional};
 
     HasMetaData() = default;
     HasMetaData(HasMetaData const& other) : HasMetaData() { *this = other; }
     HasMetaData& operator=(HasMetaData const&) = default;
 
-    /// The record.
-    /// @throws Exception::InvalidOperation when it is not set; `attributeMetaData.initialized()`
-    /// tells.
+    /// The metadata.
+    /// @throws Exception::InvalidOperation if it is uninitialized; check
+    /// `attributeMetaData.initialized()`.
     [[nodiscard]] M const& metaData() const& { return attributeMetaData(); }
     template <class = void>
     [[nodiscard]] M metaData() && { ///< of a temporary payload
         return attributeMetaData();
     }
-    /// Extension: the record, to be changed in place; it counts as set from now on.
+    /// Extension: the metadata for changes in place; it is initialized from now on.
     M& editMetaData() & { return attributeMetaData.edit(); }
 };
 

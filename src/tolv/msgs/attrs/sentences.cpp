@@ -14,7 +14,7 @@ std::string shown(double value) {
         return value < 0 ? "-Infinity" : "Infinity";
     char buffer[32];
     std::string text(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
-    // "7.5e+09" is 7.5e9 for people.
+    // Shortens "7.5e+09" to "7.5e9".
     if (auto const exponent = text.find('e'); exponent != text.npos) {
         if (text[exponent + 1] == '+')
             text.erase(exponent + 1, 1);
@@ -30,7 +30,7 @@ std::string shown(std::string_view text) {
     constexpr std::size_t longest = 60;
     constexpr char const* digits = "0123456789abcdef";
     auto rest = text.substr(0, longest);
-    // A character that is cut in two is left out as a whole.
+    // A multi-byte character is kept or omitted as a whole.
     if (rest.size() < text.size())
         for (int i = 0; i < 3 && !rest.empty() && (text[rest.size()] & 0xC0) == 0x80; ++i)
             rest.remove_suffix(1);

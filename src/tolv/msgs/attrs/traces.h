@@ -6,18 +6,18 @@
 #include <tolv/msgs/attrs/meta_data.h>
 
 /// @file
-/// Arrays of samples with the metadata of their attribute. The samples travel in the encoded form,
-/// about 11 bytes a `double` and a sixth of a byte a `bool`.
+/// Arrays of samples with the metadata of their attribute. Samples are written in the encoded form:
+/// about 11 bytes per `double`, and a sixth of a byte per `bool`.
 namespace Tolv::Msgs::Attrs {
 
-/// A run of samples. Nothing checks that it lies inside the trace.
+/// A segment of a trace. Nothing checks that it lies within the trace.
 class TOLV_MESSAGES_API TraceSegment : public MirroredObject {
 public:
     Reflector<unsigned long long> offset{this, "offset"_key, Required}; ///< samples
     Reflector<unsigned long long> length{this, "length"_key, Required}; ///< samples
 
     TraceSegment() = default;
-    /// A run of `length` samples that starts at `offset`.
+    /// A segment of `length` samples, starting at `offset`.
     TraceSegment(Lossless<unsigned long long> offset, Lossless<unsigned long long> length);
     TraceSegment(TraceSegment const& other) : TraceSegment() { *this = other; }
     TraceSegment& operator=(TraceSegment const&) = default;
@@ -34,7 +34,7 @@ namespace Tolv::Msgs::Attrs {
 /// Marks the trace payloads.
 class isTrace {};
 
-/// Samples of type `T`, described by a record of class `M`.
+/// Samples of type `T`, with metadata of the class `M`.
 template <class T, class M>
 class TracePayload : public HasMetaData<M>, public isTrace {
 public:
@@ -45,18 +45,18 @@ public:
     TracePayload(TracePayload const& other) : TracePayload() { *this = other; }
     TracePayload& operator=(TracePayload const&) = default;
 
-    /// True: neither samples nor segments are compared with the metadata.
+    /// Always true: neither samples nor segments are compared with the metadata.
     [[nodiscard]] virtual bool validate() const;
 
-    /// Extension: why `validate` gives false; always empty.
+    /// Extension: why `validate` returns false; always empty.
     [[nodiscard]] std::string explainInvalid() const;
 };
 
-/// A trace that consists of several runs of samples. They need not cover it.
+/// A trace that consists of several segments, which need not cover it.
 template <class T, class M>
 class TraceWithSegmentsPayload : public TracePayload<T, M> {
 public:
-    /// The runs, in the order in which they were taken.
+    /// The segments, in the order of acquisition.
     ReflectorArray<TraceSegment> segments{this, "segments"_key, Required};
 
     TraceWithSegmentsPayload() = default;
@@ -65,7 +65,7 @@ public:
     }
     TraceWithSegmentsPayload& operator=(TraceWithSegmentsPayload const&) = default;
 
-    /// True, as for a trace without segments.
+    /// Always true, as for a trace without segments.
     [[nodiscard]] bool validate() const override;
 };
 

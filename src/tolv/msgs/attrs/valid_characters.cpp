@@ -13,27 +13,27 @@ namespace {
 
 namespace Syntax = std::regex_constants;
 
-// Without captures, which nobody asks for, libstdc++ copies less, and libc++ does not recurse.
-// libstdc++'s default matcher recurses once for each character of the text and may take exponential
-// time; its other one does neither.
+// Captures are not needed; without them, libstdc++ copies less, and libc++ does not recurse.
+// libstdc++'s default matcher recurses once per character of the text and may take exponential
+// time; its polynomial matcher does neither.
 constexpr auto syntax = Syntax::extended | Syntax::nosubs
 #ifdef __GLIBCXX__
                         | Syntax::__polynomial
 #endif
     ;
 
-/// Beside its states an automaton has placeholders, which the compiler puts between them and takes
-/// out of their way at the end, and the originals of what it repeated. Most patterns have no more
-/// of them than states. Taking out long chains of them takes quadratic time.
+/// Besides its states, an automaton temporarily has placeholders, which the compiler inserts
+/// between states and bypasses at the end, and the originals of repeated terms. Most patterns have
+/// no more of these than states. Bypassing long chains of placeholders takes quadratic time.
 constexpr std::size_t builtForEachState = 4;
 
-/// Counts what libstdc++ builds for a pattern without building it. It follows the grammar only as
-/// far as it must to see what a repetition repeats: what is wrong with a pattern, the compiler
-/// says.
+/// Counts what libstdc++ builds for a pattern, without building it. The counter follows the grammar
+/// only as far as needed to find the operands of repetitions; reporting syntax errors is left to
+/// the compiler.
 class Counter {
 public:
     Counter(std::string_view pattern, Limits const& limits) : rest_(pattern), limits_(limits) {
-        put({3, 4}); // begin, end, acceptance; a placeholder behind the last alternative
+        put({3, 4}); // begin, end, acceptance; a placeholder after the last alternative
         while (!rest_.empty()) {
             term(take());
             if (size_.states > limits.patternStates ||
@@ -46,10 +46,10 @@ public:
     [[nodiscard]] PatternSize size() const noexcept { return size_; }
 
 private:
-    /// A piece of the automaton, as a repetition copies it.
+    /// A piece of the automaton, as copied by a repetition.
     struct Piece {
         std::size_t states = 0;
-        std::size_t all = 0; ///< the placeholders, too
+        std::size_t all = 0; ///< including placeholders
     };
 
     char take() noexcept {
@@ -69,9 +69,9 @@ private:
         case '(':
             enclosing_.push_back(group_);
             group_ = last_ = {};
-            put({0, 2}); // at its begin, and behind its last alternative
+            put({0, 2}); // at its beginning, and after its last alternative
             break;
-        case ')': // all of the group is one term now
+        case ')': // the whole group is now one term
             if (!enclosing_.empty()) {
                 last_ = group_;
                 group_ = enclosing_.back();
@@ -81,7 +81,7 @@ private:
             break;
         case '|':
             last_ = {};
-            put({1, 3}); // the choice; its end, and behind the alternative before
+            put({1, 3}); // the choice; its end, and one after the preceding alternative
             break;
         case '*':
         case '+':
@@ -116,21 +116,21 @@ private:
         to.all += piece.all;
     }
 
-    /// The group that is open becomes larger.
+    /// Adds to the open group.
     void put(Piece const& piece) noexcept {
         add(group_, piece);
         size_.states += piece.states;
         size_.built += piece.all;
     }
 
-    /// The term that a quantifier behind it would repeat becomes larger.
+    /// Adds to the term that a following quantifier would repeat.
     void grow(Piece const& piece) noexcept {
         add(last_, piece);
         put(piece);
     }
 
-    /// "{3}", "{3,}" or "{3,5}": copies of the term stand in its place, each optional one behind a
-    /// state that may leave it out.
+    /// "{3}", "{3,}" or "{3,5}": copies replace the term; each optional copy has an additional
+    /// state that can skip it.
     void repeat() noexcept {
         auto const least = number();
         auto most = least;
@@ -148,7 +148,7 @@ private:
               original.all * most + optional + (isOpen ? 1U : 2U)});
     }
 
-    /// A count of repetitions; one beyond all bounds is as good as the bound.
+    /// A repetition count. Counts above the limit are reduced to the limit plus one.
     std::size_t number() noexcept {
         std::size_t value = 0;
         while (!rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9')
@@ -157,7 +157,7 @@ private:
         return value;
     }
 
-    /// A "]" that stands first is a member, and so is one inside of "[:", "[." or "[=".
+    /// A leading "]" is a member, and so is one inside "[:", "[." or "[=".
     void skipBracket() noexcept {
         takeIf('^');
         takeIf(']');
@@ -177,9 +177,9 @@ private:
 
     std::string_view rest_;
     Limits const& limits_;
-    std::vector<Piece> enclosing_; ///< for each open group, what was in the one around it
-    Piece group_;                  ///< the group that is open now, or the whole pattern
-    Piece last_;                   ///< the newest term in it
+    std::vector<Piece> enclosing_; ///< the enclosing group of each open group
+    Piece group_;                  ///< the open group, or the whole pattern
+    Piece last_;                   ///< the last term of the group
     PatternSize size_;
 };
 
@@ -193,7 +193,7 @@ bool matchesWhole(std::string const& text, std::string const& pattern, Limits co
     if (pattern.size() > limits.patternBytes)
         throw std::regex_error(Syntax::error_space);
     auto const states = sizeOf(pattern, limits).states;
-    std::regex const expression(pattern, syntax); // says first what is no expression
+    std::regex const expression(pattern, syntax); // reports an invalid expression first
     if (text.size() > limits.matchSteps / states)
         throw std::regex_error(Syntax::error_complexity);
     return std::regex_match(text, expression);

@@ -8,18 +8,18 @@ namespace Tolv::Msgs::Attrs {
 
 namespace {
 
-/// What is wrong with a value. `validate` and `explainInvalid` both stand on it.
+/// What is wrong with a value. Shared by `validate` and `explainInvalid`.
 enum class Fault {
     none,
     belowMinimum,
     aboveMaximum,
-    notComparable, ///< with "Maximum": one of them is NaN
+    notComparable, ///< with "Maximum": one of the two is NaN
     tooLong,
     noMatch,
-    noJudge, ///< the class that could tell is another one
+    noJudge, ///< only a derived class can decide
 };
 
-/// The numbers that limits are enforced for; there is no order of complex ones.
+/// The numbers for which limits are enforced; complex numbers have no order.
 template <class T>
 concept Ordered = std::is_arithmetic_v<T>;
 
@@ -75,7 +75,7 @@ template <class T>
 std::string sentence(AttrWithMetaData<T, EnumMetaData> const& attr, Fault /*noJudge*/) {
     if (auto const* const enumerated = dynamic_cast<EnumeratedAttr<T> const*>(&attr))
         return enumerated->explainInvalid();
-    return "an enumerated value without enums beside it is never valid";
+    return "an enumerated value without enums is never valid";
 }
 
 template <Ordered T>

@@ -8,13 +8,13 @@
 #include <tolv/msgs/attrs/meta_data.h>
 
 /// @file
-/// The payloads of attributes with one value, and the check of a value against its metadata.
+/// The payloads of single-valued attributes, and the check of a value against its metadata.
 namespace Tolv::Msgs::Attrs {
 
-/// A value of type `T`, described by a record of class `M`.
+/// A value of type `T` with metadata of the class `M`.
 ///
-/// Nothing checks a value while a message is read or written: a receiver asks `validate` when it
-/// wants to know.
+/// Values are not checked while a message is read or written; a receiver calls `validate` if it
+/// needs the check.
 template <class T, class M>
 class AttrWithMetaData : public HasMetaData<M> {
 public:
@@ -30,7 +30,7 @@ public:
     AttrWithMetaData(MetaData::Parameter<T> initial = initialValue())
         : value(this, valueKey(), Required, initial) {}
 
-    /// Copies metadata and value; a value that is not set stays so.
+    /// Copies metadata and value; an uninitialized value remains uninitialized.
     AttrWithMetaData(AttrWithMetaData const& other) : AttrWithMetaData() {
         *this = other;
         if (!other.value.initialized())
@@ -40,19 +40,20 @@ public:
 
     /// Whether the value is acceptable.
     ///
-    /// `double` and `long long` with `RangedMetaData`: "Minimum" and "Maximum", where set, are
-    /// inclusive; a NaN is valid only without "Maximum"; "Step" is not consulted.
-    /// `std::vector<int>`: at most "MaxLength" elements. `std::string`: at most "MaxLength" bytes,
-    /// and the whole of it matches "ValidCharacters", where set, also when that is empty. With
-    /// `EnumMetaData`: false, the class that adds "enums" judges. All others: true.
+    /// `double` and `long long` with `RangedMetaData`: "Minimum" and "Maximum", if set, are
+    /// inclusive; a NaN is valid only without "Maximum"; "Step" is ignored. `std::vector<int>`: at
+    /// most "MaxLength" elements. `std::string`: at most "MaxLength" bytes, and the whole string
+    /// must match "ValidCharacters", if set, even if the pattern is empty. With `EnumMetaData`:
+    /// false; the derived class that adds "enums" decides. All others: true.
     ///
-    /// @throws Exception::InvalidOperation when the value of one of the ranged numbers, or a text
-    /// or list that has metadata to be checked against, is not set.
-    /// @throws std::regex_error when "ValidCharacters" is no expression, or when it, or its work on
-    /// this text, is beyond `Limits`.
+    /// @throws Exception::InvalidOperation if the value is uninitialized and is one of the ranged
+    /// numbers, or a string or list with metadata to check against.
+    /// @throws std::regex_error if "ValidCharacters" is not a valid expression, or if its size or
+    /// the work on this string exceeds `Limits`.
     [[nodiscard]] virtual bool validate() const;
 
-    /// Extension: why `validate` gives false, as a sentence for people; empty when it gives true.
+    /// Extension: a human-readable sentence that says why `validate` returns false; empty if it
+    /// returns true.
     /// @throws what `validate` throws, when it does.
     [[nodiscard]] std::string explainInvalid() const;
 
@@ -77,7 +78,8 @@ private:
             return "m"_key;
     }
 
-    /// What a payload holds that was built without a value: zero or empty, but true.
+    /// The initial value of a payload built without one: true for a boolean, otherwise zero or
+    /// empty.
     static T initialValue() {
         if constexpr (std::is_same_v<T, bool>)
             return true;
@@ -88,7 +90,7 @@ private:
 
 extern template class TOLV_MESSAGES_API AttrWithMetaData<bool, AttrMetaDataBase>;
 
-/// A truth value.
+/// A boolean.
 class TOLV_MESSAGES_API BoolData : public AttrWithMetaData<bool, AttrMetaDataBase> {
 public:
     /// An attribute with this value and without metadata.

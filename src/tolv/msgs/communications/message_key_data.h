@@ -5,17 +5,16 @@
 
 namespace Tolv::Msgs::Structs {
 
-/// The mirrored form of a `MessageKey`: a kind of message on a route. All three parts come from
-/// whoever makes it.
+/// The mirrored form of a `MessageKey`: the messages of one class on one route.
 class TOLV_MESSAGES_API MessageKeyData : public MirroredObject {
 public:
-    Reflector<Identifier> messageId; ///< which messages
-    ReflectedAddress sender;         ///< who sends them
-    ReflectedAddress destination;    ///< to whom they go
+    Reflector<Identifier> messageId; ///< of the messages
+    ReflectedAddress sender;         ///< of the messages
+    ReflectedAddress destination;    ///< of the messages
 
-    /// A key of three parts.
+    /// A key with all fields.
     MessageKeyData(Identifier const& id, Address const& sender, Address const& destination);
-    /// The three parts of `key`.
+    /// The fields of `key`.
     // NOLINTNEXTLINE(google-explicit-constructor): it is the key, in its form for the wire
     MessageKeyData(MessageKey const& key);
     MessageKeyData(MessageKeyData const& other) : MessageKeyData(0, {}, {}) { *this = other; }
@@ -26,10 +25,10 @@ public:
 
 namespace Tolv::MetaData {
 
-/// Id 0, and two addresses that are set and empty.
+/// Id 0 and two initialized, empty addresses.
 template <>
 struct DefaultOf<Msgs::Structs::MessageKeyData> {
-    /// The key that stands for none.
+    /// The key used as a placeholder.
     static Msgs::Structs::MessageKeyData make() { return {Msgs::Identifier(0), {}, {}}; }
 };
 

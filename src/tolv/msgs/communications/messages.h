@@ -5,7 +5,8 @@
 #include <tolv/msgs/message_helpers.h>
 
 /// @file
-/// The messages of family 9, between the forwarder and its clients. The table is messages.def.
+/// The messages of family 9, exchanged between the forwarder and its clients. The table is
+/// messages.def.
 
 #define TOLV_FAMILY Communications::Forwarder
 #define TOLV_FAMILY_BASE Communications::Forwarder::Base

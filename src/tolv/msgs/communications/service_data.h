@@ -4,25 +4,25 @@
 #include <tolv/msgs/record.h>
 
 /// @file
-/// What the forwarder and its clients say of services and subscriptions. Either is described by a
-/// message key: the messages that are offered or wanted, on which route.
+/// Services and subscriptions, as reported between the forwarder and its clients. Each is
+/// identified by a message key: the messages that are offered or requested, and their route.
 namespace Tolv::Msgs::Communications::Forwarder {
 
 /// One service or subscription.
 class TOLV_MESSAGES_API ServiceData : public MirroredObject {
 public:
-    /// Which messages, on which route.
+    /// The messages and their route.
     Reflector<Structs::MessageKeyData> msgKey{this, "MsgKey"_key, Required};
-    /// How many there are of it.
+    /// The number of providers or subscribers.
     Reflector<unsigned long long> count{this, "Count"_key, Required, 1ULL};
-    /// To the nearest of them, as the forwarder counts distance.
+    /// The distance to the nearest one, in the forwarder's measure.
     Reflector<unsigned long long> shortestDistance{this, "ShortestDistance"_key, Required};
 
     ServiceData() = default;
     /// A service or subscription with all fields.
     ServiceData(MessageKey const& key, unsigned long long count,
                 unsigned long long shortestDistance);
-    /// @throws Exception::InvalidOperation when "MsgKey" of `other` is uninitialized.
+    /// @throws Exception::InvalidOperation if "MsgKey" of `other` is uninitialized.
     ServiceData(ServiceData const& other);
     ServiceData& operator=(ServiceData const&) = default;
 };

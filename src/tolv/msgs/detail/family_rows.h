@@ -23,7 +23,7 @@ MessageDescription describe(std::string_view family, std::string_view alias,
 
 } // namespace Detail
 
-// One function a table, in the family's namespace.
+// One function per table, in the namespace of the family.
 namespace App {
 std::vector<MessageDescription> describeMessages();
 } // namespace App

@@ -11,12 +11,12 @@
 #include <tolv/core/msgs/message.h>
 
 /// @file
-/// Lists of whole messages of any class, as payloads that convert themselves by hand write and read
-/// them.
+/// Reads and writes lists of whole messages of any class, for payloads with custom conversion.
 namespace Tolv::Msgs::MessageList {
 
-/// Makes `array` one entry a message.
-/// @throws Exception::InvalidOperation when a pointer is null, and beyond `Limits::messageNesting`.
+/// Stores each message as one entry of `array`.
+/// @throws Exception::InvalidOperation if a pointer is null or the nesting exceeds
+/// `Limits::messageNesting`.
 template <class M>
 void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& array) {
     array.clear();
@@ -30,10 +30,11 @@ void write(std::vector<std::shared_ptr<M>> const& messages, MetaData::Array& arr
     }
 }
 
-/// Releases the messages of `list`, then fills it with those of `array`, each made by the factory.
-/// When this throws, the list is empty.
-/// @throws Exception::InvalidOperation, naming the entry, when one is no message, its id isn't
-/// registered or its class doesn't derive from `M`; and beyond `Limits::messageNesting`.
+/// Releases the messages of `list`, then fills it with those of `array`, each created by the
+/// factory. If this throws, the list is empty.
+/// @throws Exception::InvalidOperation, naming the entry, if an entry is not a message, its id is
+/// not registered or its class is not derived from `M`; also if the nesting exceeds
+/// `Limits::messageNesting`.
 template <class M>
 void read(MetaData::Array const& array, std::vector<std::shared_ptr<M>>& list) {
     list.clear();
@@ -52,7 +53,7 @@ void read(MetaData::Array const& array, std::vector<std::shared_ptr<M>>& list) {
             refuse(e.what());
         }
         if (message == nullptr)
-            refuse("its class is unknown, or does not belong there");
+            refuse("its class is unknown or not allowed here");
         messages.push_back(std::move(message));
     }
     list = std::move(messages);

@@ -5,7 +5,7 @@
 #include <tolv/msgs/message_helpers.h>
 
 /// @file
-/// The message of family 2, which asks an engine for a transition. The table is messages.def.
+/// The message of family 2, which requests a transition of an engine. The table is messages.def.
 
 #define TOLV_FAMILY Engine
 #define TOLV_FAMILY_BASE Engine::StateMessage

@@ -9,35 +9,35 @@
 
 namespace Tolv::Msgs::Engine {
 
-/// Asks an engine for a transition: an event, with any messages as its parameters.
+/// Requests a transition of an engine: an event, with any messages as parameters.
 class TOLV_MESSAGES_API TransitionData : public MirroredObject {
 public:
-    /// The parameters, none of them null, shared with whoever else holds them: copies of the list
-    /// hold the same messages. They travel as whole messages and come back as their own classes.
+    /// The parameters. None is null. Copies of the list share the messages. Each parameter is
+    /// written as a whole message and read back as an object of its own class.
     class TOLV_MESSAGES_API ParamList : public std::vector<std::shared_ptr<Message>>,
                                         public SerializablePayloadInterface {
     public:
         using std::vector<std::shared_ptr<Message>>::vector;
 
-        /// @throws Exception::InvalidOperation when a parameter is null.
+        /// @throws Exception::InvalidOperation if a parameter is null.
         void copyToMetaData(MetaData::Element& element) const override;
         /// Releases the messages and reads those of `element`.
-        /// @throws Exception::InvalidParameter when `element` is no array; the messages then stay.
-        /// Exception::InvalidOperation when an entry is no message or its class is unknown; the
-        /// list is then empty.
+        /// @throws Exception::InvalidParameter if `element` is not an array; the messages are then
+        /// unchanged. Exception::InvalidOperation if an entry is not a message or its class is
+        /// unknown; the list is then empty.
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 
-    /// Which transition, as the engine numbers them.
+    /// The transition, in the engine's numbering.
     Reflector<int> event{this, "event"_key, Required, 1};
-    Reflector<ParamList> param{this, "param"_key, Required}; ///< what it needs
+    Reflector<ParamList> param{this, "param"_key, Required}; ///< of the transition
 
     TransitionData() = default;
     TransitionData(TransitionData const& other) : TransitionData() { *this = other; }
     TransitionData& operator=(TransitionData const&) = default;
 
-    /// Whether there is a parameter with this index.
-    /// @throws Exception::InvalidOperation when "param" did not read.
+    /// Whether a parameter with this index exists.
+    /// @throws Exception::InvalidOperation if "param" is uninitialized.
     [[nodiscard]] bool hasParam(unsigned int index) const { return index < param().size(); }
 };
 

@@ -6,19 +6,19 @@
 
 namespace Tolv::Msgs::Errs {
 
-/// A report of an error. Level and category travel as numbers, and any number that a peer sends
-/// stays as it is.
+/// An error report. Level and category are written as numbers; a number outside the enumeration is
+/// kept when read.
 class TOLV_MESSAGES_API GenericErrorData : public MirroredObject {
 public:
-    /// How bad it is.
+    /// The severity.
     enum class ErrorLevel : int {
         information = 0, ///< nothing is lost
         warning = 1,     ///< results may be degraded
         error = 2,       ///< a request failed
-        fatal = 3        ///< the instrument cannot go on
+        fatal = 3        ///< the instrument cannot continue
     };
 
-    /// Where it comes from.
+    /// The origin.
     enum class ErrorCategory : int {
         general = 0,
         hardware = 1,
@@ -31,24 +31,24 @@ public:
 
     Reflector<int> errorLevel{this, "ErrorLevel"_key, Required};       ///< an `ErrorLevel`
     Reflector<int> errorCategory{this, "ErrorCategory"_key, Required}; ///< an `ErrorCategory`
-    /// Which error of its category, as the reporter numbers them.
+    /// The error within its category, in the reporter's numbering.
     Reflector<int> errorNumber{this, "ErrorNumber"_key, Required};
-    /// For people.
+    /// Human-readable.
     Reflector<std::string> errorDescription{this, "ErrorDescription"_key, Required};
-    Reflector<std::string> timestamp{this, "Timestamp"_key, Required}; ///< the reporter's own form
+    Reflector<std::string> timestamp{this, "Timestamp"_key, Required}; ///< the reporter's format
 
     GenericErrorData() = default;
     /// A report with all fields.
     GenericErrorData(ErrorLevel level, ErrorCategory category, Lossless<int> number,
                      std::string const& description, std::string const& timestamp);
-    /// @throws Exception::InvalidOperation when a field of `other` is uninitialized.
+    /// @throws Exception::InvalidOperation if a field of `other` is uninitialized.
     GenericErrorData(GenericErrorData const& other);
     GenericErrorData& operator=(GenericErrorData const&) = default;
 
-    /// "ErrorLevel" typed; a value out of the enumeration if the peer sent one. @throws
-    /// Exception::InvalidOperation when it did not read.
+    /// "ErrorLevel" as an enumerator; a value outside the enumeration if the peer sent one.
+    /// @throws Exception::InvalidOperation if "ErrorLevel" is uninitialized.
     [[nodiscard]] ErrorLevel level() const { return static_cast<ErrorLevel>(errorLevel()); }
-    /// "ErrorCategory" likewise.
+    /// "ErrorCategory" in the same way.
     [[nodiscard]] ErrorCategory category() const {
         return static_cast<ErrorCategory>(errorCategory());
     }

@@ -36,7 +36,7 @@ void ConverterFactory::throwException(std::shared_ptr<ExceptionMessage const> co
     auto const& converters = getInstance().messageConverters_;
     if (auto const found = converters.find(message->id()); found != converters.end())
         found->second(message);
-    // Also where a converter of a user's own returned, which it must not.
+    // Reached also if a user's converter returned instead of throwing.
     throw Exception::UnknownException("unable to translate exception message");
 }
 

@@ -11,42 +11,41 @@
 
 namespace Tolv::Msgs::Excepts {
 
-/// The table between exception classes and the messages that stand for them. It is written while
-/// libraries load and unload; a caller that registers converters at another time keeps that apart
-/// from all other calls. Apart from that, any number of threads may convert.
+/// The table that maps exception classes to messages and back. Registration normally happens while
+/// libraries load and unload; at any other time, the caller must ensure that no other thread uses
+/// the table. Conversions may run on any number of threads.
 class TOLV_MESSAGES_API ConverterFactory {
 public:
-    /// Throws the exception that the message stands for; does not return.
+    /// Throws the exception that the message represents; does not return.
     using MessageConverter = std::function<void(std::shared_ptr<ExceptionMessage const> const&)>;
-    /// Makes the message for an exception of one class.
+    /// Creates the message for an exception of one class.
     using ExceptionConverter =
         std::function<std::shared_ptr<ExceptionMessage>(std::exception const&)>;
 
     ConverterFactory(ConverterFactory const&) = delete;
     ConverterFactory& operator=(ConverterFactory const&) = delete;
 
-    /// The one table, built on first use.
+    /// The only table, constructed on first use.
     static ConverterFactory& getInstance();
 
-    /// @return false when the id has a converter, which then stays.
+    /// @return false if the id already has a converter, which is kept.
     static bool registerMessageConverter(unsigned long long id, MessageConverter converter);
     /// @param typeName `typeid(Exc).name()`
-    /// @param converter makes the message; what it throws passes through `asMessage`
-    /// @return false when the class has a converter, which then stays.
+    /// @param converter creates the message; `asMessage` passes its exceptions on
+    /// @return false if the class already has a converter, which is kept.
     static bool registerExceptionConverter(char const* typeName, ExceptionConverter converter);
-    /// Takes a converter out; one that isn't there is ignored.
+    /// Removes a converter. An unknown id is ignored.
     static void unregisterMessageConverter(unsigned long long id);
-    /// The same for the converter of an exception class.
+    /// Removes the converter of an exception class. An unknown class is ignored.
     static void unregisterExceptionConverter(char const* typeName);
 
-    /// Throws the exception that `message` stands for.
-    /// @throws Exception::UnknownException "unable to translate exception message" when its id has
-    /// no converter, Exception::InvalidOperation "bad cast" when it isn't of the class registered
-    /// for its id, or when its text did not read, and Exception::InvalidParameter when `message` is
-    /// empty.
+    /// Throws the exception that `message` represents.
+    /// @throws Exception::UnknownException "unable to translate exception message" if its id has no
+    /// converter; Exception::InvalidOperation "bad cast" if it is not of the class registered for
+    /// its id, or if its text could not be read; Exception::InvalidParameter if `message` is null.
     [[noreturn]] static void throwException(std::shared_ptr<ExceptionMessage const> const& message);
 
-    /// The message for `error`, by its exact class. One without converter becomes an
+    /// The message for `error`, by its exact class. An exception without a converter becomes an
     /// `UnknownExceptionMessage` with the same text.
     [[nodiscard]] static std::shared_ptr<ExceptionMessage> asMessage(std::exception const& error);
 

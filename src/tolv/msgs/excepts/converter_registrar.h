@@ -9,8 +9,8 @@
 
 namespace Tolv::Msgs::Excepts {
 
-/// Ties the exception class `Exc` to the message class `Msg` for as long as this object lives: one
-/// static object a pair, in the library that owns `Exc`.
+/// Associates the exception class `Exc` with the message class `Msg` for the lifetime of this
+/// object. Define one static object per pair, in the library that owns `Exc`.
 ///
 ///     ConverterRegistrar<OverloadMessage, OverloadError> const overloadConverter(
 ///         [](std::shared_ptr<OverloadMessage const> const& message) {
@@ -22,13 +22,13 @@ namespace Tolv::Msgs::Excepts {
 template <class Msg, class Exc>
 class ConverterRegistrar {
 public:
-    /// Throws the exception that a message stands for.
+    /// Throws the exception that a message represents.
     using Throw = void (*)(std::shared_ptr<Msg const> const&);
-    /// Makes the message for an exception.
+    /// Creates the message for an exception.
     using Make = std::shared_ptr<Msg> (*)(Exc const&);
 
-    /// @param raise throws the exception that a message stands for
-    /// @param make makes the message for an exception
+    /// @param raise throws the exception that a message represents
+    /// @param make creates the message for an exception
     ConverterRegistrar(Throw raise, Make make)
         : raises_(ConverterFactory::registerMessageConverter(
               Msg::MsgID(),
@@ -43,8 +43,8 @@ public:
               [make](std::exception const& error) -> std::shared_ptr<ExceptionMessage> {
                   if (auto const* const own = dynamic_cast<Exc const*>(&error))
                       return make(*own);
-                  // Two classes in unnamed namespaces may have the same name; this is the other.
-                  // Code of clang++ does not tell them apart, here as in a `catch`.
+                  // Classes in unnamed namespaces can share a name; this one is not `Exc`. clang++
+                  // cannot tell such classes apart, here or in a `catch`.
                   return std::make_shared<UnknownExceptionMessage>(
                       CommonExceptionData(error.what()));
               })) {}
@@ -59,8 +59,8 @@ public:
     }
 
 private:
-    bool raises_; ///< the converter of the message is ours; false: another was there before
-    bool makes_;  ///< likewise that of the exception
+    bool raises_; ///< the message converter is ours; false if one was already registered
+    bool makes_;  ///< the same for the exception converter
 };
 
 } // namespace Tolv::Msgs::Excepts

@@ -7,10 +7,10 @@
 
 namespace Tolv::Msgs::Excepts {
 
-/// What all exception messages carry.
+/// The content common to all exception messages.
 class TOLV_MESSAGES_API CommonExceptionData : public MirroredObject {
 public:
-    Reflector<std::string> what{this, "what"_key, Required}; ///< the exception's text
+    Reflector<std::string> what{this, "what"_key, Required}; ///< the text of the exception
 
     CommonExceptionData() = default;
     /// The text of an exception.
@@ -19,11 +19,11 @@ public:
     CommonExceptionData& operator=(CommonExceptionData const&) = default;
 };
 
-/// An exception with its number and text, and perhaps the error behind it. No message of this
-/// library carries it; it is there for messages of its users.
+/// An exception with its number, its text and optionally the error that caused it. No message of
+/// this library carries this record; it is meant for messages of users.
 class TOLV_MESSAGES_API GenericExceptionData : public Utils::MayContainError {
 public:
-    /// As the sender numbers them.
+    /// In the sender's numbering.
     Reflector<unsigned int> exceptionType{this, "ExceptionType"_key, Required};
     Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required}; ///< the text
 

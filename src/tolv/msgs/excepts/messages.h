@@ -5,7 +5,7 @@
 #include <tolv/msgs/message_helpers.h>
 
 /// @file
-/// The messages of family 6, each of which stands for an exception. The table is messages.def.
+/// The messages of family 6, each of which represents an exception. The table is messages.def.
 
 #define TOLV_FAMILY Excepts
 #define TOLV_FAMILY_BASE Excepts::ExceptionMessage

@@ -5,7 +5,8 @@
 #include <tolv/msgs/introspection/detail/tables.h>
 
 /// @file
-/// What is known of fields beyond their types: units, and what single numbers and texts mean.
+/// What is known of fields beyond their types: units, and the meanings of particular numbers and
+/// strings.
 namespace Tolv::Msgs::Introspection::Detail {
 
 namespace {
@@ -17,10 +18,10 @@ struct Annotation {
     std::string_view key;
     char const* unit = "";
     std::vector<Literal> literals;
-    Others others = accepted; ///< values beside the literals
+    Others others = accepted; ///< values other than the literals
 };
 
-/// The words of an enumeration, whose numbers are small.
+/// The words of an enumeration with small numbers.
 template <class E>
 std::vector<Literal> wordsOf() {
     std::vector<Literal> words;
@@ -30,7 +31,7 @@ std::vector<Literal> wordsOf() {
     return words;
 }
 
-/// The texts that name the type of an attribute.
+/// The words that name the type of an attribute.
 std::vector<Literal> attributeTypes() {
     std::vector<Literal> words;
     for (auto const& [word, id] : messageTypeMapper)

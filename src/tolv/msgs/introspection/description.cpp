@@ -26,8 +26,8 @@ Known& known() {
 [[maybe_unused]] bool const forksInOrder =
     Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return known().mutex; });
 
-/// A message of the class that is registered for `id`, as much of it as can be had without knowing
-/// the class: its payload, if there is one, has not been read.
+/// A message of the class registered for `id`, built without knowing the class. Its payload, if
+/// any, has not been read.
 std::shared_ptr<Message> frameOf(unsigned long long id) {
     auto* const create = Message::MsgFactory::Instance().find(id);
     if (create == nullptr)

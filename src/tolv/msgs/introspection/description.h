@@ -11,8 +11,8 @@
 #include <tolv/msgs/export.h>
 
 /// @file
-/// What a message class looks like on the wire, asked at run time: its fields with their keys,
-/// types and defaults, through all nested records. All functions are thread-safe.
+/// Describes at run time how a message class is represented in JSON: its fields with their keys,
+/// types and defaults, including those of nested records. All functions are thread-safe.
 ///
 ///     auto const message = Introspection::describe(App::ConnectMessage::MsgID());
 ///     for (auto const& field : message->payload())
@@ -21,74 +21,73 @@ namespace Tolv::Msgs::Introspection {
 
 struct FieldDescription;
 
-/// One name for one value: a word and the number that it stands for, or, where a field takes any
-/// number or any text, what one of them means.
+/// A name for a value: a word and the number that it represents or, if a field accepts any number
+/// or any string, the meaning of one of them.
 struct Literal {
     std::string word;    ///< the name
-    long long value = 0; ///< what it stands for
+    long long value = 0; ///< the number that it represents
 };
 
-/// What stands on the wire.
+/// The JSON form of a value.
 enum class TypeKind {
     boolean, ///< true or false
     integer, ///< from `minimum` to `maximum`
-    number,  ///< also "NaN", "Infinity" and "-Infinity", as texts
+    number,  ///< or one of the strings "NaN", "Infinity" and "-Infinity"
     text,
-    word,   ///< a text out of `literals`
+    word,   ///< a string from `literals`
     pair,   ///< an array of two values of `element`: a complex number
-    list,   ///< an array of values of `element`; `encodedTag` tells of another form
+    list,   ///< an array of values of `element`; `encodedTag` describes an alternative
     record, ///< an object with `fields()`
     message ///< a whole message, with its id
 };
 
-/// What values a field takes. Types live until the process ends.
+/// The values that a field accepts. Types live until the process ends.
 struct Type {
-    TypeKind kind = TypeKind::record; ///< what stands on the wire
-    std::string name; ///< as in C++, seen from Tolv::Msgs: "int", "App::HardwareComponent"
+    TypeKind kind = TypeKind::record; ///< the JSON form
+    std::string name; ///< the C++ name relative to Tolv::Msgs: "int", "App::HardwareComponent"
 
     long long minimum = 0;          ///< of an integer
     unsigned long long maximum = 0; ///< of an integer
     std::vector<Literal> literals;  ///< of a word, by value
     Type const* element = nullptr;  ///< of a pair or list
 
-    /// Of a list: the "type" of its form in base64, an object with "type", "len" and "base64",
-    /// which a reader takes as well; 0 when there is none.
+    /// For a list: the "type" of its base64 form, an object with "type", "len" and "base64", which
+    /// readers also accept; 0 if there is none.
     unsigned int encodedTag = 0;
 
-    /// Of a record: when a required key is absent or doesn't read, all of the record counts as not
-    /// read.
+    /// For a record: if a required key is absent or cannot be read, reading the whole record fails.
     bool strict = false;
 
-    /// Of a message whose class is fixed, whatever its own id says.
+    /// For a message of fixed class: the id of that class, which applies whatever id the message
+    /// contains.
     std::optional<unsigned long long> messageId;
-    /// Of a message: whether one of this class may stand there.
+    /// For a message: whether `message` is of an accepted class.
     bool (*admits)(Message const& message) = nullptr;
 
-    /// What `fields` calls; null for types without any.
+    /// The implementation of `fields`; null for types without fields.
     std::vector<FieldDescription> (*makeFields)() = nullptr;
-    /// The fields of a record, in the order in which they are written; empty for other types.
+    /// The fields of a record, in the order of writing; empty for other types.
     /// @throws std::bad_alloc
     [[nodiscard]] TOLV_MESSAGES_API std::vector<FieldDescription> fields() const;
 };
 
 /// One key of a record.
 struct FieldDescription {
-    std::string key;            ///< on the wire
-    Type const* type = nullptr; ///< null: of a type that nobody has made known (see types.h)
-    bool required = false;      ///< a message as it is built has the key
-    /// What a record writes as it is built; empty when it leaves the key out.
+    std::string key;            ///< in the JSON object
+    Type const* type = nullptr; ///< null if the type is not registered (see types.h)
+    bool required = false;      ///< a default-constructed message has the key
+    /// The value that a default-constructed record writes; empty if it omits the key.
     std::optional<MetaData::Element> defaultValue;
-    std::string unit; ///< "ms"; empty where none is fixed
+    std::string unit; ///< "ms"; empty if not fixed
 
-    std::vector<Literal> literals; ///< the values that have a meaning of their own
-    bool closed = false;           ///< other values than `literals` are refused
+    std::vector<Literal> literals; ///< the values with a meaning of their own
+    bool closed = false;           ///< values other than `literals` are refused
 };
 
 /// One message class.
 struct ClassDescription {
     unsigned long long id = 0; ///< of its messages
-    /// @{
-    /// As in the catalogue, the alias with its family; empty for a class that is not in there.
+    /// @{ As in the catalogue, the alias including its family; empty if the class is not listed.
     std::string family;
     std::string alias;
     std::string className;
@@ -96,17 +95,17 @@ struct ClassDescription {
     std::string role;
     /// @}
 
-    std::vector<FieldDescription> fields; ///< id, addresses and "Data", where there is one
+    std::vector<FieldDescription> fields; ///< id, addresses and, if there is a payload, "Data"
 
-    /// The fields of the record under "Data"; empty when there is none.
+    /// The fields of the record under "Data"; empty if there is none.
     [[nodiscard]] TOLV_MESSAGES_API std::vector<FieldDescription> payload() const;
 };
 
-/// The class that is registered for `id`; empty when there is none. One of this library or of any
-/// other. @throws what the class throws when it is built
+/// The class registered for `id`, in this or any other library; empty if there is none.
+/// @throws what the class throws during construction
 TOLV_MESSAGES_API std::optional<ClassDescription> describe(unsigned long long id);
 
-/// The fields of one record as it is now; what stands in them counts as default.
+/// The fields of one record; their current values are reported as defaults.
 TOLV_MESSAGES_API std::vector<FieldDescription>
 describeFields(MetaData::MirroredObject const& record);
 
@@ -114,7 +113,7 @@ describeFields(MetaData::MirroredObject const& record);
 TOLV_MESSAGES_API FieldDescription const* findField(std::vector<FieldDescription> const& fields,
                                                     std::string_view key);
 
-/// The type of a field; null when nobody has made it known.
+/// The type of a field; null if it is not registered.
 TOLV_MESSAGES_API Type const* typeOfField(MetaData::ReflectorBase const& field);
 /// The same by the class of the field, such as `typeid(Reflector<int>)`.
 TOLV_MESSAGES_API Type const* typeOfField(std::type_index field);

@@ -18,7 +18,7 @@ bool isNumber(Element const& value) {
     return value.isSigned() || value.isUnsigned() || value.isFloating();
 }
 
-/// What a value of this type is called behind "expected".
+/// The name of this type's values after "expected".
 std::string expectation(FieldDescription const& field) {
     auto const& type = *field.type;
     switch (type.kind) {
@@ -103,7 +103,7 @@ Problem problem(std::string path, std::string text, Element const& value,
     return {kind, std::move(path), std::move(text), value};
 }
 
-/// Adds what is wrong with `value`, or else inside of it.
+/// Adds the problem of `value` itself or, if there is none, the problems inside it.
 void addWhole(FieldDescription const& field, Element const& value, std::string const& path,
               Problems& out) {
     if (auto wrong = mismatch(field, value, path)) {
@@ -122,7 +122,7 @@ void addEntries(Type const& list, Element const& value, std::string const& path,
         addWhole(entry, value.array()[i], path + '[' + std::to_string(i) + ']', out);
 }
 
-/// The number of truth values that so many bytes can hold, as a range.
+/// The range of the number of booleans that fit into this many bytes.
 std::string packedRange(std::size_t bytes, std::size_t perByte) {
     if (bytes == 0)
         return "0";
@@ -198,7 +198,7 @@ void addMessage(Type const& type, Element const& value, std::string const& path,
         out.push_back(problem(path + ".MessageID", "unknown id " + hexadecimal(id), *element,
                               ProblemKind::unknownId));
     } else {
-        Element frame; // enough to make one of its class
+        Element frame; // enough to create a message of its class
         frame["MessageID"] = *element;
         auto const made = Message::CreateFromMetaData(frame);
         if (made != nullptr && !type.admits(*made))
@@ -266,7 +266,7 @@ std::optional<Problem> lengthMismatch(FieldDescription const& field, Element con
     auto const* const text = value.find("base64");
     auto const* const stated = value.find("len");
     unsigned long long len = 0;
-    // Truth values are not read when "len" is wrong, which is told elsewhere.
+    // If "len" is wrong, booleans are not read at all; that is reported elsewhere.
     if (bits < 8 || text == nullptr || !text->isString() || stated == nullptr ||
         !TryGetAs(*stated, len))
         return {};

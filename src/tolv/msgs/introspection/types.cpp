@@ -3,8 +3,9 @@
 #include <tolv/msgs/introspection/detail/types.h>
 
 /// @file
-/// The types that fields of this library have: the plain ones, the records inside of other records,
-/// and the payloads, which the tables of the families list. Hand-written payloads tell their keys.
+/// The types that fields of this library have: the plain types, the records nested in other
+/// records, and the payloads, which the tables of the families list. Payloads with custom
+/// conversion list their keys.
 namespace Tolv::Msgs::Introspection {
 
 template <>
@@ -69,7 +70,7 @@ struct Payload {
     static void add() { Introspection::add<T>(); }
 };
 
-/// A list of messages of one class makes that class a type of fields.
+/// A list of messages of one class makes that class a field type.
 template <template <class> class List, class M>
 requires std::derived_from<M, Message>
 struct Payload<List<M>> {

@@ -5,7 +5,7 @@
 #include <tolv/msgs/utils/may_contain_error.h>
 
 /// @file
-/// The messages of family 7, which come without being asked for: one table a category.
+/// The messages of family 7, which are sent unsolicited. There is one table per category.
 
 #define TOLV_FAMILY Notifs
 #define TOLV_FAMILY_BASE Notifs::AttrNotification

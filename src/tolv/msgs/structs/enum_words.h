@@ -8,31 +8,31 @@
 #include <tolv/metadata/enum_strings.h>
 
 /// @file
-/// The enumerations of the instrument records as text for people.
+/// Human-readable text for the enumerations of the instrument records.
 namespace Tolv::Msgs::Structs {
 
-/// The word of a value in a table, or the empty text.
+/// The word of a value in a table, or an empty string.
 template <class E>
 std::string_view wordIn(EnumStringsThrow<E> const& table, E value) noexcept {
     auto const* const literal = table.tryLiteral(value);
     return literal != nullptr ? std::string_view(*literal) : std::string_view();
 }
 
-/// An enumeration whose values have words. Beside it stands one function, `wordOf`, which gives
-/// the word of a value, or the empty text for a value without one.
+/// An enumeration whose values have words. A function `wordOf` in the same namespace returns the
+/// word of a value, or an empty string for a value without one.
 template <class E>
 concept HasWords = requires(E value) {
     { wordOf(value) } -> std::same_as<std::string_view>;
 };
 
-/// The literal of `value`, or its number in decimal when it has none. Thread-safe.
+/// The word of `value`, or its decimal number if it has none. Thread-safe.
 template <HasWords E>
 std::string describe(E value) {
     auto const word = wordOf(value);
     return word.empty() ? std::to_string(static_cast<int>(value)) : std::string(word);
 }
 
-/// Prints what `describe` gives.
+/// Prints the result of `describe`.
 template <HasWords E>
 std::ostream& operator<<(std::ostream& stream, E value) {
     return stream << describe(value);

@@ -52,7 +52,7 @@ void JsonWebToken::setMacAlgorithm(std::shared_ptr<MacAlgorithm> algorithm) {
 }
 
 void JsonWebToken::setPayload(MetaData::PartiallySerializableInterface const& object) {
-    modified_ = true; // also when the object throws half-way
+    modified_ = true; // even if the object throws
     payload_ = Element();
     object.copyToMetaData(payload_);
 }
@@ -72,7 +72,7 @@ std::string JsonWebToken::toJwtString() const {
 }
 
 void JsonWebToken::fromJwtString(std::string const& jwt) {
-    modified_ = true; // until all of the text has been parsed
+    modified_ = true; // until the whole text has been parsed
     auto const lastDot = jwt.rfind('.');
     if (lastDot == std::string::npos)
         throw Exception::InvalidParameter("expected JWT to contain '.' character");

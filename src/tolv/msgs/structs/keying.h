@@ -10,9 +10,9 @@ namespace Tolv::Msgs::Structs {
 /// One end of a link.
 class TOLV_MESSAGES_API EKeyingEndpoint : public MirroredObject {
 public:
-    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where it is
-    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};    ///< which unit of the slot
-    /// Which device of the unit.
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where the endpoint is
+    Reflector<Lun> lun{this, "lun"_key, Required, Lun::lun0};    ///< the unit within the slot
+    /// The device within the unit.
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 0};
     Reflector<int> channel{this, "channel"_key, Required, 0}; ///< of the device
     Reflector<int> group{this, "group"_key, Required, 0};     ///< of links
@@ -22,23 +22,23 @@ public:
     EKeyingEndpoint& operator=(EKeyingEndpoint const&) = default;
 
     /// Whether all fields are equal.
-    /// @throws Exception::InvalidOperation at a field that did not read.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(EKeyingEndpoint const& other) const;
 };
 
-/// What kind of link it is.
+/// The type of a link.
 class TOLV_MESSAGES_API EKeyingLink : public MirroredObject {
 public:
-    Reflector<int> extension{this, "extension"_key, Required, 0}; ///< as the backplane numbers them
-    Reflector<int> type{this, "type"_key, Required, 0};           ///< as the backplane numbers them
-    Reflector<int> iface{this, "iface"_key, Required, 0};         ///< as the backplane numbers them
+    Reflector<int> extension{this, "extension"_key, Required, 0}; ///< in the backplane's numbering
+    Reflector<int> type{this, "type"_key, Required, 0};           ///< in the backplane's numbering
+    Reflector<int> iface{this, "iface"_key, Required, 0};         ///< in the backplane's numbering
 
     EKeyingLink() = default;
     EKeyingLink(EKeyingLink const& other) : EKeyingLink() { *this = other; }
     EKeyingLink& operator=(EKeyingLink const&) = default;
 
     /// Whether all fields are equal.
-    /// @throws Exception::InvalidOperation at a field that did not read.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(EKeyingLink const& other) const;
 };
 
@@ -48,16 +48,16 @@ public:
     Reflector<bool> enabled{this, "enabled"_key, Required, false}; ///< whether the link may be used
     Reflector<EKeyingEndpoint> source{this, "source"_key, Required};           ///< one end
     Reflector<EKeyingEndpoint> destination{this, "destination"_key, Required}; ///< the other end
-    Reflector<EKeyingLink> link{this, "link"_key, Required}; ///< what kind of link it is
-    Reflector<int> group{this, "group"_key, Required, 0};    ///< apart from those of the endpoints
-    Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1}; ///< its lanes
+    Reflector<EKeyingLink> link{this, "link"_key, Required}; ///< the type of the link
+    Reflector<int> group{this, "group"_key, Required, 0}; ///< independent of the endpoints' groups
+    Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1}; ///< the lanes in use
 
     EKeyingData() = default;
     EKeyingData(EKeyingData const& other) : EKeyingData() { *this = other; }
     EKeyingData& operator=(EKeyingData const&) = default;
 
-    /// Whether all fields are equal, those of the nested records included.
-    /// @throws Exception::InvalidOperation at a field that did not read.
+    /// Whether all fields are equal, including those of nested records.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(EKeyingData const& other) const;
 };
 

@@ -10,10 +10,10 @@ namespace Tolv::Msgs::Structs {
 /// A device on the PCIe bus. Unlike elsewhere, device ids start at 1.
 class TOLV_MESSAGES_API PcieDevice : public MirroredObject {
 public:
-    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where it is
-    /// Which device of the slot, from 1.
+    Reflector<Slot> slot{this, "slot"_key, Required, Slot::esm}; ///< where the device is
+    /// The device within the slot, from 1.
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 1};
-    /// Whether it is the root of a domain.
+    /// Whether the device is the root of a domain.
     Reflector<bool> isRoot{this, "isRoot"_key, Required, false};
 
     PcieDevice() = default;
@@ -21,10 +21,10 @@ public:
     PcieDevice& operator=(PcieDevice const&) = default;
 };
 
-/// A root device, once one is known, and its endpoint devices.
+/// The root device, if known, and its endpoint devices.
 class TOLV_MESSAGES_API PcieDomain : public MirroredObject {
 public:
-    Reflector<PcieDevice> root{this, "root"_key, Optional}; ///< unset: none is known yet
+    Reflector<PcieDevice> root{this, "root"_key, Optional}; ///< unset if unknown
     /// The devices below the root.
     ReflectorArray<PcieDevice> endpoints{this, "endpoints"_key, Required};
 

@@ -2,7 +2,7 @@
 
 namespace Tolv::Msgs::Structs {
 
-// All tables stand in this file, so that they are filled in this order.
+// All tables are in this file so that they are filled in this order.
 
 namespace {
 
@@ -56,7 +56,7 @@ EnumStringsThrow<PcieDomainConfigMode> const pcieDomainConfigModeTable{
 
 } // namespace
 
-// References, for the reason that `messageTypeMapper` is one.
+// References, for the same reason as `messageTypeMapper`.
 constinit EnumStringsThrow<Slot> const& SlotEnums = slotTable;
 constinit EnumStringsThrow<Lun> const& LunEnums = lunTable;
 constinit EnumStringsThrow<Ports> const& PortsEnums = portsTable;

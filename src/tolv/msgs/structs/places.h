@@ -4,11 +4,11 @@
 #include <tolv/msgs/structs/enum_words.h>
 
 /// @file
-/// Where in a chassis something is, and what kind of thing it is. Each enumeration has a table of
-/// its words, a constant that is filled while the library loads.
+/// Positions in a chassis, and the kinds of hardware found there. Each enumeration has a constant
+/// table of its words, filled while the library loads.
 namespace Tolv::Msgs::Structs {
 
-/// A place in the chassis.
+/// A position in the chassis.
 enum class Slot : int {
     esm = 0, ///< the embedded system module
     slot1 = 1,
@@ -18,16 +18,16 @@ enum class Slot : int {
     slot5 = 5,
     pem = 14, ///< the power entry module
     backplane = 15,
-    ipass = 254 ///< the cabled PCIe link to a host outside the chassis
+    ipass = 254 ///< the cabled PCIe link to an external host
 };
 
 /// A logical unit within a slot.
 enum class Lun : int { lun0 = 0, lun1 = 1, lun2 = 2, lun3 = 3 };
 
-/// Which lanes of a link are in use.
+/// The lanes of a link that are in use.
 enum class Ports : int { ports_1 = 0, ports_1_2 = 1, ports_1_2_3_4 = 2 };
 
-/// Where the root of a PCIe tree sits. The words are those of `Slot`, the numbers are not.
+/// The position of the root of a PCIe tree. The words are those of `Slot`; the numbers differ.
 enum class RootComplex : int {
     automatic = 0, ///< "auto"
     esm = 1,
@@ -42,15 +42,15 @@ enum class RootComplex : int {
 /// What to do with the power.
 enum class PowerAction : int { shutdown = 0, cycle = 1 };
 
-/// What a unit is.
+/// The kind of unit.
 enum class DeviceType : int {
-    fru = 0, ///< a field replaceable unit
+    fru = 0, ///< a field-replaceable unit
     fanBank = 1,
     usb = 2,
     wifi = 3
 };
 
-/// What a sensor measures.
+/// The quantity that a sensor measures.
 enum class SensorType : int {
     temperature = 0,
     fan = 1,
@@ -72,7 +72,7 @@ extern TOLV_MESSAGES_API EnumStringsThrow<DeviceType> const& DeviceTypeEnums;
 extern TOLV_MESSAGES_API EnumStringsThrow<SensorType> const& SensorTypeEnums;
 extern TOLV_MESSAGES_API EnumStringsThrow<PcieDomainConfigMode> const& PcieDomainConfigModeEnums;
 
-// These five are the types of fields, and travel as words.
+// These five are field types and are written as words.
 inline auto const& stringsOf(Slot /*kind*/) noexcept { return SlotEnums; }
 inline auto const& stringsOf(Lun /*kind*/) noexcept { return LunEnums; }
 inline auto const& stringsOf(Ports /*kind*/) noexcept { return PortsEnums; }

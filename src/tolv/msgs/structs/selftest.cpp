@@ -27,7 +27,7 @@ SelftestData::SelftestData(Lossless<int> id, std::string const& name, Lossless<b
     this->name = name;
     this->enable = enable;
     this->result = result;
-    this->state.edit() = state; // past the check
+    this->state.edit() = state; // bypasses the check
 }
 
 } // namespace Tolv::Msgs::Structs

@@ -46,7 +46,7 @@ EnumStringsThrow<PtpUdpVersion> const ptpUdpVersionTable{
 
 } // namespace
 
-// References, for the reason that `messageTypeMapper` is one.
+// References, for the same reason as `messageTypeMapper`.
 constinit EnumStringsThrow<NetworkMode> const& NetworkModeStrings = networkModeTable;
 constinit EnumStringsThrow<UpdateMode> const& UpdateModeEnums = updateModeTable;
 constinit EnumStringsThrow<FileMode> const& FileModeEnums = fileModeTable;

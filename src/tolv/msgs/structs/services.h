@@ -9,13 +9,13 @@
 /// The services of the platform: versions, network, files, position, waveform sequences.
 namespace Tolv::Msgs::Structs {
 
-/// How the instrument gets its address.
+/// How the instrument obtains its address.
 enum class NetworkMode : int {
     dhcp = 0,
     staticAddress = 1 ///< "static"
 };
 
-/// Where an update comes from.
+/// The source of an update.
 enum class UpdateMode : int { usb = 0, ipAddress = 1, filePath = 2 };
 
 /// How a file is opened.
@@ -28,13 +28,13 @@ enum class FileMode : int {
     appendBinary = 5
 };
 
-/// Which of a file's positions is moved.
+/// Which position of a file is moved.
 enum class SeekType : int { input = 0, output = 1 };
 
-/// What a path names.
+/// The kind of object that a path names.
 enum class FileType : int { notFound = 0, regular = 1, directory = 2, unknown = 3 };
 
-/// Which version of IP carries the time protocol.
+/// The IP version that carries the Precision Time Protocol.
 enum class PtpUdpVersion : int { udp4 = 0, udp6 = 1 };
 
 extern TOLV_MESSAGES_API EnumStringsThrow<NetworkMode> const& NetworkModeStrings;
@@ -55,11 +55,11 @@ inline std::string_view wordOf(PtpUdpVersion value) noexcept {
     return wordIn(PtpUdpVersionEnums, value);
 }
 
-/// The version of a piece of software.
+/// The version of a software component.
 class TOLV_MESSAGES_API VersionData : public MirroredObject {
 public:
     Reflector<std::string> name{this, "name"_key, Required};       ///< of the software
-    Reflector<std::string> version{this, "version"_key, Required}; ///< as its maker writes it
+    Reflector<std::string> version{this, "version"_key, Required}; ///< in the vendor's format
 
     VersionData() = default;
     /// The version of this software.
@@ -68,11 +68,11 @@ public:
     VersionData& operator=(VersionData const&) = default;
 
     /// Whether both fields are equal.
-    /// @throws Exception::InvalidOperation at a field that did not read.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(VersionData const& other) const;
 };
 
-/// An instrument that was found on the network.
+/// An instrument found on the network.
 class TOLV_MESSAGES_API MdnsResult : public MirroredObject {
 public:
     Reflector<std::string> serialNumber{this, "serialNumber"_key, Required}; ///< of the instrument
@@ -85,21 +85,22 @@ public:
     MdnsResult& operator=(MdnsResult const&) = default;
 
     /// Whether both fields are equal.
-    /// @throws Exception::InvalidOperation at a field that did not read.
+    /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(MdnsResult const& other) const;
 };
 
-/// How much a file system holds. The numbers travel as decimal text; a fresh record holds no
-/// numbers yet.
+/// The capacity of a file system. The numbers are stored as decimal strings; in a new record the
+/// strings are empty.
 ///
-/// The accessors convert with `boost::lexical_cast`, which groups digits, and accepts grouped ones,
-/// as the global locale says. The getters throw `boost::bad_lexical_cast` (a `std::bad_cast`) when
-/// the text is no number that fits, and Exception::InvalidOperation when the field did not read.
+/// The accessors convert with `boost::lexical_cast`, which formats and accepts digit grouping
+/// according to the global locale. The getters throw `boost::bad_lexical_cast` (a `std::bad_cast`)
+/// if the string is not a number that fits, and Exception::InvalidOperation if the field is
+/// uninitialized.
 class TOLV_MESSAGES_API FilesystemSpace : public MirroredObject {
 public:
-    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< what there is in all
-    Reflector<std::string> free{this, "free"_key, Required};         ///< what nothing occupies
-    /// What the asker may occupy.
+    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< in total
+    Reflector<std::string> free{this, "free"_key, Required};         ///< unused
+    /// Usable by the requester.
     Reflector<std::string> available{this, "available"_key, Required};
 
     FilesystemSpace() = default;
@@ -123,8 +124,8 @@ public:
 /// A position fix.
 class TOLV_MESSAGES_API GPS : public MirroredObject {
 public:
-    /// How good the fix is, numbered as receivers number it in the GGA sentence of NMEA 0183. The
-    /// field is a number, with which these constants compare, and may hold others.
+    /// The quality of the fix, numbered as in the GGA sentence of NMEA 0183. The field is an
+    /// integer, which can be compared with these constants and may hold other numbers.
     enum FixStatus : int {
         noFix = 0,
         standardFix = 1,
@@ -135,11 +136,11 @@ public:
         estimated = 6
     };
 
-    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};   ///< as the receiver gives it
-    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0}; ///< as the receiver gives it
-    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};   ///< as the receiver gives it
-    Reflector<unsigned long long> time{this, "Time"_key, Required, 0}; ///< as the receiver gives it
-    /// How many the fix is made from.
+    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};   ///< as given by the receiver
+    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0}; ///< as given by the receiver
+    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};   ///< as given by the receiver
+    Reflector<unsigned long long> time{this, "Time"_key, Required, 0}; ///< as given by the receiver
+    /// The number of satellites used for the fix.
     Reflector<int> satellites{this, "Satellites"_key, Required, 0};
     Reflector<int> status{this, "Status"_key, Required, noFix}; ///< a `FixStatus`
 
@@ -151,18 +152,18 @@ public:
     GPS& operator=(GPS const&) = default;
 };
 
-/// One item of a sequence of waveforms to be played.
+/// One item of a waveform sequence.
 class TOLV_MESSAGES_API WaveformSeqItem : public MirroredObject {
 public:
     Reflector<std::string> filePath{this, "filePath"_key, Required}; ///< on the instrument
     Reflector<unsigned long long> fileSize{this, "fileSize"_key, Required, 0}; ///< of that file
     Reflector<double> sampleRate{this, "sampleRate"_key, Required, 0.0};       ///< of the waveform
-    /// How often it is played.
+    /// How often the waveform is played.
     Reflector<unsigned long long> iterations{this, "iterations"_key, Required, 0};
-    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0}; ///< that it is played at
-    /// As the generator is set.
+    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0}; ///< of the signal
+    /// In the unit of the generator's setting.
     Reflector<double> outputPower{this, "outputPower"_key, Required, 0.0};
-    /// When it starts, as the sequence counts time.
+    /// The start time, on the time scale of the sequence.
     Reflector<double> startTime{this, "startTime"_key, Required, 0.0};
 
     WaveformSeqItem() = default;

@@ -10,7 +10,7 @@ namespace Tolv::Msgs::Structs {
 
 namespace {
 
-/// The words of an enumeration whose values follow one another, from `First` on.
+/// The words of an enumeration with consecutive values, starting with `First`.
 template <class E, int First, std::size_t Count>
 class DenseWords {
 public:
@@ -18,7 +18,7 @@ public:
         std::copy(words, words + Count, words_);
     }
 
-    /// The word, which is a literal, or null.
+    /// The word, which is a string literal, or null.
     [[nodiscard]] constexpr char const* word(E value) const noexcept {
         auto const number = static_cast<int>(value);
         bool const isListed = number >= First && number < First + static_cast<int>(Count);
@@ -58,7 +58,7 @@ constexpr auto dividers = denseWords<RefClockDivider>({"/10", "/100", "/1000", "
 
 constexpr auto polarities = denseWords<PolaritySelect>({"normal", "invert"});
 
-// The last value of each table, so that a word too many or too few does not go unnoticed.
+// Checking the last value of each table detects a missing or extra word.
 static_assert(std::string_view(sources.word(TriggerSources::gps1pps)) == "gps1pps");
 static_assert(std::string_view(outputs.word(TriggerOutputs::exttrig)) == "exttrig");
 static_assert(std::string_view(muxInputs.word(SyncMuxInput::ground)) == "ground");
@@ -69,7 +69,7 @@ std::string_view orEmpty(Words const& words, E value) noexcept {
     return word != nullptr ? std::string_view(word) : std::string_view();
 }
 
-/// @param what what the value selects, for the text of the exception
+/// @param what names the selector in the text of the exception
 template <class Words, class E>
 char const* requireWord(Words const& words, E value, char const* what) {
     if (auto const* const word = words.word(value); word != nullptr)

@@ -9,14 +9,13 @@
 #include <tolv/msgs/structs/enum_words.h>
 
 /// @file
-/// How trigger lines are routed and trigger pulses shaped, and the selectors of the
-/// synchronisation inputs.
+/// Routing of trigger lines, shape of trigger pulses, and selectors of the synchronization inputs.
 ///
-/// A trigger record holds words, which may be any text; its typed accessors translate at every
-/// call. Words are compared exactly. All functions are thread-safe.
+/// A trigger record holds words, which may be any string; its typed accessors convert on each call.
+/// Words are compared exactly. All functions are thread-safe.
 namespace Tolv::Msgs::Structs {
 
-/// Where a trigger comes from.
+/// The source of a trigger.
 enum class TriggerSources : int {
     none = 0,
     logicHigh = 1,
@@ -33,7 +32,7 @@ enum class TriggerSources : int {
     trig9 = 12,
     trig10 = 13,
     trig11 = 14,
-    strig1 = 15, ///< strig: the star triggers, one a slot
+    strig1 = 15, ///< strig: the star triggers, one per slot
     strig2 = 16,
     strig3 = 17,
     strig4 = 18,
@@ -42,12 +41,12 @@ enum class TriggerSources : int {
     swtrig1 = 21, ///< swtrig: fired by software
     swtrig2 = 22,
     exttrig = 23, ///< the external connector
-    gps1pps = 24  ///< one pulse a second, from the GPS receiver
+    gps1pps = 24  ///< one pulse per second, from the GPS receiver
 };
 
-/// Where a trigger goes. The words are those of `TriggerSources`, the numbers are not.
+/// The destination of a trigger. The words are those of `TriggerSources`; the numbers differ.
 enum class TriggerOutputs : int {
-    unknown = 0, ///< stands for every word that is no output
+    unknown = 0, ///< represents every word that is not an output
     trig0 = 1,
     trig1 = 2,
     trig2 = 3,
@@ -68,7 +67,7 @@ enum class TriggerOutputs : int {
     exttrig = 18
 };
 
-/// What goes into the synchronisation multiplexer.
+/// The input of the synchronization multiplexer.
 enum class SyncMuxInput : int {
     msosync = 0,
     msisync = 1,
@@ -77,7 +76,7 @@ enum class SyncMuxInput : int {
     ground = 4
 };
 
-/// By what the reference clock is divided.
+/// The divider of the reference clock.
 enum class RefClockDivider : int {
     by10 = 0,       ///< "/10"
     by100 = 1,      ///< "/100"
@@ -85,34 +84,34 @@ enum class RefClockDivider : int {
     by100000000 = 3 ///< "/100_000_000"
 };
 
-/// Whether a synchronisation input is inverted.
+/// Whether a synchronization input is inverted.
 enum class PolaritySelect : int { normal = 0, invert = 1 };
 
 /// The word of a source; "none" for a value without one.
 TOLV_MESSAGES_API std::string mapTriggerSource(TriggerSources source);
-/// The source of a word; `none` for a word that is no source.
+/// The source named by a word; `none` if the word is not a source.
 TOLV_MESSAGES_API TriggerSources mapTriggerSource(std::string_view word) noexcept;
 
 /// The word of an output; "unknown" for a value without one.
 TOLV_MESSAGES_API std::string mapTriggerOutput(TriggerOutputs output);
-/// The output of a word; `unknown` for a word that is no output.
+/// The output named by a word; `unknown` if the word is not an output.
 TOLV_MESSAGES_API TriggerOutputs mapTriggerOutput(std::string_view word) noexcept;
 
-// The selectors refuse what they don't know.
+// The selectors reject unknown values and words.
 
 /// @throws Exception::InvalidParameter for a value without a word.
 TOLV_MESSAGES_API char const* mapSyncMuxInput(SyncMuxInput input);
-/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no input.
+/// @throws Exception::InvalidParameter, with the word in its text, if the word is not an input.
 TOLV_MESSAGES_API SyncMuxInput mapSyncMuxInput(std::string_view word);
 
 /// @throws Exception::InvalidParameter for a value without a word.
 TOLV_MESSAGES_API char const* mapRefClockDivider(RefClockDivider divider);
-/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no divider.
+/// @throws Exception::InvalidParameter, with the word in its text, if the word is not a divider.
 TOLV_MESSAGES_API RefClockDivider mapRefClockDivider(std::string_view word);
 
 /// @throws Exception::InvalidParameter for a value without a word.
 TOLV_MESSAGES_API char const* mapPolaritySelect(PolaritySelect polarity);
-/// @throws Exception::InvalidParameter, with the word in its text, for a word that is no polarity.
+/// @throws Exception::InvalidParameter, with the word in its text, if the word is not a polarity.
 TOLV_MESSAGES_API PolaritySelect mapPolaritySelect(std::string_view word);
 
 TOLV_MESSAGES_API std::string_view wordOf(TriggerSources source) noexcept;
@@ -121,11 +120,11 @@ TOLV_MESSAGES_API std::string_view wordOf(SyncMuxInput input) noexcept;
 TOLV_MESSAGES_API std::string_view wordOf(RefClockDivider divider) noexcept;
 TOLV_MESSAGES_API std::string_view wordOf(PolaritySelect polarity) noexcept;
 
-/// A time in milliseconds, fractions included. Other units convert by `std::chrono`.
+/// A time in milliseconds, including fractions. Other units convert by `std::chrono`.
 using TriggerDuration = std::chrono::duration<double, std::milli>;
 
-/// Connects a trigger source to an output. The getters throw Exception::InvalidOperation when
-/// their field did not read; so do those of the pulse records.
+/// Connects a trigger source to an output. Here and in the pulse records, a getter throws
+/// Exception::InvalidOperation if its field is uninitialized.
 class TOLV_MESSAGES_API TriggerRoute : public MirroredObject {
 public:
     /// The word of a `TriggerOutputs`.
@@ -137,9 +136,9 @@ public:
     TriggerRoute(TriggerRoute const& other) : TriggerRoute() { *this = other; }
     TriggerRoute& operator=(TriggerRoute const&) = default;
 
-    /// "output" typed; `unknown` for another word.
+    /// "output" as an enumerator; `unknown` for any other word.
     [[nodiscard]] TriggerOutputs getOutput() const { return mapTriggerOutput(output()); }
-    /// "source" typed; `none` for another word.
+    /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
     /// Sets "output".
     void setOutput(TriggerOutputs value) { output = mapTriggerOutput(value); }
@@ -147,7 +146,7 @@ public:
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }
 };
 
-/// How long after its source a trigger pulse starts. The offset may be negative.
+/// The delay of a trigger pulse after its source. The offset may be negative.
 class TOLV_MESSAGES_API TriggerPulseOffset : public MirroredObject {
 public:
     /// The word of a `TriggerSources`.
@@ -158,7 +157,7 @@ public:
     TriggerPulseOffset(TriggerPulseOffset const& other) : TriggerPulseOffset() { *this = other; }
     TriggerPulseOffset& operator=(TriggerPulseOffset const&) = default;
 
-    /// "source" typed; `none` for another word.
+    /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
     /// Sets "source".
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }
@@ -168,7 +167,7 @@ public:
     void setOffset(TriggerDuration const& value) { offset = value.count(); }
 };
 
-/// How long a trigger pulse lasts.
+/// The duration of a trigger pulse.
 class TOLV_MESSAGES_API TriggerPulseWidth : public MirroredObject {
 public:
     /// The word of a `TriggerSources`.
@@ -179,7 +178,7 @@ public:
     TriggerPulseWidth(TriggerPulseWidth const& other) : TriggerPulseWidth() { *this = other; }
     TriggerPulseWidth& operator=(TriggerPulseWidth const&) = default;
 
-    /// "source" typed; `none` for another word.
+    /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
     /// Sets "source".
     void setSource(TriggerSources value) { source = mapTriggerSource(value); }

@@ -12,22 +12,23 @@ extern template class TOLV_MESSAGES_API PolymorphicReflector<Msgs::Errs::ErrorMe
 
 namespace Tolv::Msgs::Utils {
 
-/// A record that may carry a whole error message beside its own fields. Copies share the message.
+/// A record that may contain a whole error message alongside its own fields. Copies share the
+/// message.
 class TOLV_MESSAGES_API MayContainError : public MirroredObject {
 public:
-    /// The report; unset: none.
+    /// The error report; unset if there is none.
     MetaData::PolymorphicReflector<Errs::ErrorMessage> error{this, "Error"_key, Optional};
 
     MayContainError() = default;
     MayContainError(MayContainError const& other) : MayContainError() { *this = other; }
     MayContainError& operator=(MayContainError const&) = default;
 
-    /// Whether there is a report.
+    /// Whether there is an error report.
     [[nodiscard]] bool hasError() const noexcept {
         return error.initialized() && error.pointer() != nullptr;
     }
 
-    /// Puts a report into an error message of its own.
+    /// Wraps a report in a new error message.
     void setError(Errs::GenericErrorData const& report) {
         error = std::make_shared<Errs::GenericErrorMessage>(report);
     }

@@ -10,7 +10,7 @@ namespace Tolv::Msgs::Detail {
 
 namespace {
 
-// Without a destructor: one would keep the library from being unloaded.
+// Trivially destructible: a thread-local destructor would keep the library from being unloaded.
 constinit thread_local std::size_t depth = 1;
 
 } // namespace
@@ -18,8 +18,7 @@ constinit thread_local std::size_t depth = 1;
 NestedMessage::NestedMessage() {
     constexpr auto most = Limits{}.messageNesting;
     if (depth == most)
-        throw Exception::InvalidOperation("more than " + std::to_string(most) +
-                                          " messages in one another");
+        throw Exception::InvalidOperation("more than " + std::to_string(most) + " nested messages");
     ++depth;
 }
 

@@ -4,11 +4,11 @@
 
 namespace Tolv::Msgs::Detail {
 
-/// Stands on the stack of this thread while a message within a message is read or written, and so
-/// counts how many are in one another.
+/// Counts the nesting of messages on the current thread. Create one on the stack while a nested
+/// message is read or written.
 class TOLV_CORE_API NestedMessage {
 public:
-    /// @throws Exception::InvalidOperation beyond `Limits::messageNesting`.
+    /// @throws Exception::InvalidOperation if the nesting exceeds `Limits::messageNesting`.
     NestedMessage();
     NestedMessage(NestedMessage const&) = delete;
     NestedMessage& operator=(NestedMessage const&) = delete;

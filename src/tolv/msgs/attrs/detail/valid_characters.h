@@ -9,21 +9,21 @@
 
 namespace Tolv::Msgs::Attrs {
 
-/// What a pattern becomes when it is compiled.
+/// The size of a compiled pattern.
 struct PatternSize {
-    std::size_t states = 0; ///< that a match may pass
-    std::size_t built = 0;  ///< with what the compiler builds on the way
+    std::size_t states = 0; ///< states of the automaton
+    std::size_t built = 0;  ///< including temporary states of the compiler
 };
 
-/// What libstdc++ builds for `pattern`, a regular expression in the POSIX extended grammar,
-/// exactly; any number when it is no expression. Thread-safe.
-/// @throws std::regex_error beyond `limits`.
+/// Exactly what libstdc++ builds for `pattern`, a regular expression in the POSIX extended grammar;
+/// any number if `pattern` is not a valid expression. Thread-safe.
+/// @throws std::regex_error if `limits` are exceeded.
 TOLV_MESSAGES_API PatternSize sizeOf(std::string_view pattern, Limits const& limits = {});
 
 /// Whether the whole of `text` matches `pattern`, a regular expression in the POSIX extended
 /// grammar, in the default locale. Thread-safe.
-/// @throws std::regex_error when `pattern` is no expression, or when it, or its work on this text,
-/// is beyond `limits`.
+/// @throws std::regex_error if `pattern` is not a valid expression, or if its size or the work on
+/// this text exceeds `limits`.
 bool matchesWhole(std::string const& text, std::string const& pattern, Limits const& limits = {});
 
 } // namespace Tolv::Msgs::Attrs

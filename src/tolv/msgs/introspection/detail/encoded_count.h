@@ -7,10 +7,10 @@
 #include <tolv/core/base64.h>
 
 /// @file
-/// How many elements an encoded array gives when it is read.
+/// The number of elements that an encoded array yields when read.
 namespace Tolv::Msgs::Introspection::Detail {
 
-/// Bits that an element takes in the encoded form with this tag; 0 for a tag that there is none of.
+/// The bits per element in the encoded form with this tag; 0 for an unknown tag.
 constexpr std::size_t encodedBits(unsigned int tag) noexcept {
     switch (tag) {
     case 1: // bool
@@ -28,12 +28,12 @@ constexpr std::size_t encodedBits(unsigned int tag) noexcept {
     }
 }
 
-/// The number of elements that a reader takes from the encoded form. That of numbers comes from the
-/// text, rounded down, unless "len" is 0; truth values are as many as "len" says.
+/// The number of elements that a reader takes from the encoded form. For numbers it follows from
+/// the text, rounded down, unless "len" is 0; for booleans it is "len".
 /// @param tag a known one
-/// @param base64 whose content need not be valid; empty where there is none
-/// @return nothing when a reader refuses the text: it has not exactly the bytes that "len" truth
-/// values take, or it is missing
+/// @param base64 the text, whose content need not be valid; empty if absent
+/// @return empty if a reader refuses the text because it is missing or its size does not match
+/// "len" booleans
 inline std::optional<std::size_t> encodedCount(unsigned int tag, unsigned long long len,
                                                std::optional<std::string_view> base64) noexcept {
     auto const bits = encodedBits(tag);

@@ -7,32 +7,31 @@
 #include <tolv/msgs/introspection/explanation.h>
 
 /// @file
-/// How a value misses the type of its field.
+/// How a value differs from the type of its field.
 namespace Tolv::Msgs::Introspection::Detail {
 
-/// What a field expected, where the value itself is of the wrong kind, out of its range or out of
-/// its literals; empty when it fits. What is inside of lists and objects is not looked at.
+/// What a field expected, if the value itself is of the wrong kind, out of range or not one of the
+/// literals; empty if it fits. The contents of lists and objects are not checked.
 std::optional<Problem> mismatch(FieldDescription const& field, MetaData::Element const& value,
                                 std::string const& path);
 
 /// Whether the value is one of the field's literals.
 bool isLiteral(FieldDescription const& field, MetaData::Element const& value);
 
-/// "one of ..." for people.
+/// "one of ...", human-readable.
 std::string literalsOf(FieldDescription const& field);
 
-/// What is wrong inside of a value: with the entries of a list, the keys of an encoded array or of
-/// a payload that converts itself by hand, the id of a message. Records tell by events of their
-/// own.
+/// The problems inside a value: in the entries of a list, in the keys of an encoded array or of a
+/// payload with custom conversion, or in the id of a message. Records report their own events.
 std::vector<Problem> problemsInside(FieldDescription const& field, MetaData::Element const& value,
                                     std::string const& path);
 
-/// What is wrong with an encoded array that reads all the same: its text decides how many elements
-/// there are, whatever "len" says.
+/// The mismatch between "len" and the text of an encoded array that can be read nevertheless: the
+/// text determines the number of elements, whatever "len" says.
 std::optional<Problem> lengthMismatch(FieldDescription const& field, MetaData::Element const& value,
                                       std::string const& path);
 
-/// The problem of a key that has to be there.
+/// The problem of a missing required key.
 Problem absence(std::string path);
 
 } // namespace Tolv::Msgs::Introspection::Detail

@@ -18,24 +18,24 @@
 #include <tolv/msgs/introspection/description.h>
 
 /// @file
-/// How types become known to introspection. Those of this library are. A library with records of
-/// its own adds each type that stands in a `Reflector<T>` or `ReflectorArray<T>`:
+/// Registration of types for introspection. The types of this library are registered. A library
+/// with records of its own adds each `T` that it uses in a `Reflector<T>` or `ReflectorArray<T>`:
 ///
 ///     Introspection::add<Calibration>();
 ///
 /// The types are kept until the process ends, so such a library must not be unloaded.
 namespace Tolv::Msgs::Introspection {
 
-/// The keys of a payload `T` that converts itself by hand: whoever writes such a payload
-/// specialises it, with a function `static std::vector<FieldDescription> fields()`.
+/// The keys of a payload `T` with custom conversion. The author of the payload specializes this
+/// template, with a function `static std::vector<FieldDescription> fields()`.
 template <class T>
 struct HandWritten;
 
-/// The description of `T`, made on first use.
+/// The description of `T`, created on first use.
 template <class T>
 Type const& typeOf();
 
-/// A required key of a hand-written payload.
+/// A required key of a payload with custom conversion.
 template <class T>
 FieldDescription requiredKey(std::string key) {
     FieldDescription field;
@@ -47,10 +47,10 @@ FieldDescription requiredKey(std::string key) {
 
 namespace Detail {
 
-/// The name of a type, seen from Tolv::Msgs.
+/// The name of a type, relative to Tolv::Msgs.
 TOLV_MESSAGES_API std::string nameOfMessage(unsigned long long id, std::type_info const& type);
 TOLV_MESSAGES_API void enter(std::type_info const& field, Type const& type);
-/// Fills in what `record` writes, and units and literals that are known of its fields.
+/// Adds the values that `record` writes, and the known units and literals of its fields.
 TOLV_MESSAGES_API void complete(std::vector<FieldDescription>& fields, std::type_info const& record,
                                 MetaData::Element const& written);
 
@@ -98,7 +98,7 @@ void fillMessage(Type& type) {
         else
             return dynamic_cast<T const*>(&message) != nullptr;
     };
-    if constexpr (requires { T::factoryRegistration; }) { // else a base of many
+    if constexpr (requires { T::factoryRegistration; }) { // otherwise a base of several classes
         type.messageId = T::MsgID();
         type.name = nameOfMessage(*type.messageId, typeid(T));
     }
@@ -159,7 +159,7 @@ Type makeListType() {
 
 } // namespace Detail
 
-/// @cond doxygen takes it for another function than the one above
+/// @cond doxygen takes it for a function other than the one above
 template <class T>
 Type const& typeOf() {
     static Type const type = Detail::makeType<T>();
@@ -174,7 +174,7 @@ Type const& listOf() {
     return type;
 }
 
-/// Makes the fields that hold a `T` or a list of `T` known. Adding a type again is of no effect.
+/// Registers the fields that hold a `T` or a list of `T`. Registering a type again has no effect.
 template <class T>
 void add() {
     using namespace MetaData;
@@ -185,7 +185,7 @@ void add() {
     Detail::enter(typeid(ReflectorArray<T>), listOf<T>());
 }
 
-/// Makes the fields that hold a whole message of a class derived from `T` known.
+/// Registers the fields that hold a whole message of a class derived from `T`.
 template <class T>
 void addPolymorphic() {
     Detail::enter(typeid(MetaData::PolymorphicReflector<T>), typeOf<T>());

@@ -2,8 +2,8 @@
 
 namespace Tolv::Msgs::Structs {
 
-/// Compares two records field by field in the order given, and stops at the first difference.
-/// @throws Exception::InvalidOperation when a field that is looked at is uninitialized.
+/// Compares two records field by field in the given order, and stops at the first difference.
+/// @throws Exception::InvalidOperation if a compared field is uninitialized.
 template <class Record, class... Fields>
 bool sameFields(Record const& left, Record const& right, Fields Record::*... fields) {
     return (((left.*fields)() == (right.*fields)()) && ...);
