@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <new>
 #include <random>
 #include <utility>
@@ -604,11 +605,13 @@ void Array::resize(unsigned int size) {
         return;
     if (rep_ == nullptr) {
         rep_ = newArray(size);
-    } else {
-        detach(rep_);
-        if (size > rep_->size)
-            grow(*rep_, size);
+        std::uninitialized_default_construct_n(rep_->items(), size);
+        rep_->size = size;
+        return;
     }
+    detach(rep_);
+    if (size > rep_->size)
+        grow(*rep_, size);
     for (; rep_->size < size; ++rep_->size)
         new (placeOf(*rep_, rep_->size)) Element;
     Graveyard dead;
@@ -629,6 +632,10 @@ void Array::push_back(Element element) {
 }
 
 Element& Array::operator[](unsigned int index) {
+    if (rep_ != nullptr && index < rep_->size && !isShared(*rep_)) [[likely]] {
+        rep_->exposed = true;
+        return *placeOf(*rep_, index);
+    }
     if (index >= mostChildren) [[unlikely]]
         throwTooMany();
     if (rep_ == nullptr)
