@@ -238,10 +238,10 @@ private:
         return true;
     }
 
-    /// An entry of the list is a copy of the record that was read. Copying gives required fields
-    /// that have no value the type's default, and refuses messages without payload. Where nothing
-    /// of the kind is in the record, the copy would be the same and is left out. Records that are
-    /// not default-built, and payloads that convert themselves, are always copied.
+    /// Each entry of a list is a copy of the record that was read. Copying sets required fields
+    /// without a value to the type's default, and refuses messages without a payload. If the record
+    /// contains neither, the copy would be identical and is omitted. Records without a default
+    /// constructor and payloads with custom conversion are always copied.
     template <Record R>
     static void readRecord(Element const& entry, std::vector<R>& read) {
         if constexpr (std::derived_from<R, MirroredObject> &&

@@ -116,7 +116,7 @@ public:
 private:
     void setFunctions(PreValue preValue, Post post, PreMeta preMeta) {
         this->makeRequired();
-        if (post || preMeta) // a copy asks neither for the same reason as a read
+        if (post || preMeta) // their effect on a copy may differ from that on a read
             Detail::noteCopyDoubt();
         preValue_ = preValue ? std::move(preValue) : defaultPreValue;
         post_ = post ? std::move(post) : defaultPost;
