@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -5,6 +6,8 @@
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include <tolv/core/metadata/read_report.h>
 
 #include "../fuzz/message_checks.h"
 #include "../fuzz/tree_mutations.h"
@@ -58,10 +61,12 @@ TEST(HostileMessages, EveryFieldInTurn) {
     EXPECT_GT(checked, 20'000U);
 }
 
-// The memory of a message per byte of its text, for the most expensive lists.
+// The memory of a message per byte of its text, for the most expensive lists, and that of a report
+// on how it was read.
 TEST(HostileMessages, MemoryOfAList) {
     Silence const silence;
     double most = 0;
+    double mostReported = 0;
     std::string where;
     for (auto const& example : examples()) {
         auto root = example;
@@ -78,20 +83,27 @@ TEST(HostileMessages, MemoryOfAList) {
                 for (int entries = 0; entries < 500; ++entries)
                     list.push_back(parsed(entry));
                 auto const text = textOf(root);
-                Counted const counted;
-                auto const message = Message::CreateFromMetaData(root);
-                auto const perByte =
-                    static_cast<double>(counted.peakBytes()) / static_cast<double>(text.size());
-                if (perByte > most) {
-                    most = perByte;
+                auto const perByte = [&](std::ptrdiff_t bytes) {
+                    return static_cast<double>(bytes) / static_cast<double>(text.size());
+                };
+                auto const counted = std::make_unique<Counted>();
+                Message::CreateFromMetaData(root);
+                if (perByte(counted->peakBytes()) > most) {
+                    most = perByte(counted->peakBytes());
                     where = textOf(example).substr(0, 40) + " with " + entry;
                 }
+                Counted const again;
+                MetaData::ReadReport const report;
+                Message::CreateFromMetaData(root);
+                mostReported = std::max(mostReported, perByte(again.bytes()));
             }
             value = before;
         }
     }
-    std::cerr << "most bytes of memory for a byte of text: " << most << ": " << where << '\n';
+    std::cerr << "most bytes of memory for a byte of text: " << most << ": " << where
+              << ", of a report: " << mostReported << '\n';
     EXPECT_LT(most, 500) << where;
+    EXPECT_LE(mostReported, 64);
 }
 
 // ---- Allocations that fail ---------------------------------------------------------------------

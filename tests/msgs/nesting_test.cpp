@@ -1,8 +1,10 @@
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include <tolv/core/metadata/read_report.h>
 #include <tolv/messages.h>
 
 #include "support/messages.h"
@@ -59,8 +61,11 @@ auto const* attributesOf(Attrs::ArrayDataPolymorphic<Attrs::AttrMessage> const& 
 }
 
 template <class M, class ListOf>
-void expectBounded(char const* key, ListOf const& listOf) {
+void expectBounded(char const* key, ListOf const& listOf, bool isReported) {
     onSmallStack(1024, [&] {
+        std::optional<MetaData::ReadReport> report;
+        if (isReported)
+            report.emplace();
         for (auto const& [messages, expected] :
              {std::pair{most - 1, Depth{most - 1, true}}, std::pair{most, Depth{most, true}},
               std::pair{most + 1, Depth{most, false}},
@@ -76,8 +81,10 @@ void expectBounded(char const* key, ListOf const& listOf) {
 }
 
 TEST(Nesting, ReadsSoManyMessagesInOneAnother) {
-    expectBounded<Engine::TransitionMessage>("param", paramOf);
-    expectBounded<Attrs::AttrListMessage>("Attributes", attributesOf);
+    for (bool const isReported : {false, true}) {
+        expectBounded<Engine::TransitionMessage>("param", paramOf, isReported);
+        expectBounded<Attrs::AttrListMessage>("Attributes", attributesOf, isReported);
+    }
 }
 
 TEST(Nesting, EveryTextThatIsReadIsWithin) {

@@ -1,5 +1,7 @@
 #include <tolv/core/metadata/read_report.h>
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <string>
 #include <thread>
@@ -12,6 +14,7 @@
 
 #include "../fuzz/tree_mutations.h"
 #include "support/captured_output.h"
+#include "support/counters.h"
 #include "support/golden.h"
 #include "support/messages.h"
 
@@ -159,6 +162,97 @@ TEST(ReadReport, RecordsTheReadsOfItsThread) {
     EXPECT_EQ(outcomes[ReadEvent::Outcome::absent], 2 * 3);
     outer.clear();
     EXPECT_TRUE(outer.events().empty());
+}
+
+/// Two records, of which the second may lie where the first one was.
+TEST(ReadReport, TellsRecordsApartThatLieAtTheSamePlace) {
+    struct Small : MetaData::MirroredObject {
+        MetaData::Reflector<int> number;
+        explicit Small(std::string const& key) : number(this, key, MetaData::Optional) {}
+    };
+    ReadReport const report;
+    for (auto const* const key : {"a", "b", "c"}) {
+        Element tree;
+        tree[key].setSigned(1); // which others may write to: the report has a copy
+        tree["unknown"].setString(key);
+        Small(key).copyFromMetaData(tree);
+    }
+    Lines lines;
+    for (auto const& one : explain(report))
+        lines.push_back(one.path + one.found());
+    EXPECT_EQ(lines, (Lines{R"(unknown"a")", R"(unknown"b")", R"(unknown"c")"}));
+}
+
+std::string listOf(std::size_t count, std::string const& entry) {
+    std::string text = "[";
+    for (std::size_t i = 0; i < count; ++i)
+        text += (i == 0 ? "" : ",") + entry;
+    return text + ']';
+}
+
+// What a report takes beside the message, while it is read and afterwards, and what it says of
+// more than anybody reads.
+TEST(ReadReport, IsBounded) {
+    auto const modules = [](std::string const& list) {
+        return messageText(0x0003000000008000,
+                           R"({"Make":"","Model":"","ModuleList":)" + list + '}');
+    };
+    auto const nested = [](int messages) {
+        std::string text;
+        for (int i = 0; i < messages; ++i)
+            text = messageText(0x0002000000010007, R"({"param":[)" + text + R"(],"x":0})");
+        return text;
+    };
+    std::string keys;
+    for (int i = 0; i < 10'000; ++i)
+        keys += ",\"" + std::to_string(i) + "\":0";
+    struct {
+        std::string text;
+        std::size_t problems; ///< 0: no more than can be told
+        char const* why;
+    } const rows[] = {
+        {modules(listOf(20'000, "{}")), 40'000, "empty records"},
+        {modules(listOf(20'000, "[]")), 20'000, "empty lists for records"},
+        {modules(listOf(20'000, "0")), 20'000, "numbers for records"},
+        {modules(listOf(5'000, R"({"Configuration":{"ComponentList":[{}]}})")), 0, "nested ones"},
+        {attribute(21,
+                   R"({"Attributes":)" + listOf(5'000, R"({"MessageID":1125899906842627})") + '}'),
+         5'000, "messages without payload"},
+        {nested(85), 0, "messages in messages"},
+        {connect(R"({"MaxVersion":1)" + keys + '}'), 10'002, "unknown keys"},
+        {connect("{\"" + std::string(900'000, 'k') + "\":0}"), 0, "a long key"},
+    };
+    for (auto const& row : rows) {
+        CapturedOutput const output;
+        auto const tree = parsed(row.text);
+        for (auto const& read : {std::function([&] { Message::CreateFromMetaData(tree); }),
+                                 std::function([&] { Message::CreateFromText(row.text); })}) {
+            auto const without = [&] {
+                Counted const counted;
+                read();
+                return counted.peakBytes();
+            }();
+            ReadReport const report;
+            Counted const counted;
+            read();
+            EXPECT_LE(counted.peakBytes() - without,
+                      64 * static_cast<std::ptrdiff_t>(row.text.size()))
+                << row.why;
+            auto const most = Limits{}.reportEntries;
+            auto const problems = explain(report);
+            EXPECT_EQ(report.events().size(), std::min(report.size(), most)) << row.why;
+            if (row.problems != 0) {
+                EXPECT_EQ(problems.back().problem,
+                          "and " + std::to_string(row.problems - most) + " more")
+                    << row.why;
+                EXPECT_EQ(problems.back().kind, ProblemKind::more) << row.why;
+            }
+            // What is told is no more than that, too.
+            EXPECT_LE(counted.peakBytes() - without,
+                      64 * static_cast<std::ptrdiff_t>(row.text.size()) + 8'000'000)
+                << row.why;
+        }
+    }
 }
 
 // ---- Reads are the same with a report and without

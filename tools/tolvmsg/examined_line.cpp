@@ -29,8 +29,8 @@ void examineTree(MetaData::Element const& input, ExaminedLine& line) {
         throw Exception::InvalidParameter("unknown id " + hexadecimal(*line.id) + " (" +
                                           dotted(*line.id) + ")");
     message->copyToMetaData(line.tree);
-    line.events = report.events();
-    line.problems = Msgs::Introspection::explain(line.events);
+    line.problems = Msgs::Introspection::explain(report);
+    line.literals = Msgs::Introspection::unknownLiterals(report);
     line.message = std::move(message);
 }
 

@@ -22,9 +22,9 @@ struct ExaminedLine {
 
     std::shared_ptr<Msgs::Message> message;
     MetaData::Element input;
-    MetaData::Element tree; ///< what the message writes
-    std::vector<MetaData::ReadEvent> events;
+    MetaData::Element tree;                             ///< what the message writes
     std::vector<Msgs::Introspection::Problem> problems; ///< with what did not read
+    std::vector<Msgs::Introspection::Problem> literals; ///< values that read, but have no meaning
     std::vector<std::string> notes;                     ///< what the library printed meanwhile
 };
 

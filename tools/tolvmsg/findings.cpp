@@ -24,6 +24,8 @@ Rule ruleOf(ProblemKind kind) {
         return unknownId;
     case ProblemKind::unknownKey:
         return unknownKey;
+    case ProblemKind::more:
+        return more;
     case ProblemKind::wrongValue:
     case ProblemKind::consequence:
         break;
@@ -80,7 +82,7 @@ std::vector<Finding> findingsOf(ExaminedLine const& line, Classes const& classes
             out.push_back({wrongValue, one.path, one.problem,
                            one.value ? shortText(*one.value, 60) : std::string()});
         }
-        for (auto const& one : Msgs::Introspection::unknownLiterals(line.events))
+        for (auto const& one : line.literals)
             addProblem(one, out);
         if (auto const verdict = verdictOf(*line.message); verdict && !verdict->valid)
             out.push_back({invalid, "Data", verdict->reason, ""});

@@ -22,12 +22,13 @@ enum Rule : std::size_t {
     literal,
     rounded,
     invalid,
+    more,
     ruleCount
 };
 
 constexpr std::array<char const*, ruleCount> ruleNames{
-    "no-message",  "unknown-id", "absent",  "wrong-value",
-    "unknown-key", "literal",    "rounded", "invalid",
+    "no-message", "unknown-id", "absent",  "wrong-value", "unknown-key",
+    "literal",    "rounded",    "invalid", "more",
 };
 
 /// One fault of a line. Its texts come from outside.

@@ -196,6 +196,7 @@ void addLintCommand(CLI::App& app, Action& chosen) {
         "  literal      a word or number that is none of those with a meaning\n"
         "  rounded      an integer that JavaScript, which has doubles only, takes for another\n"
         "  invalid      an attribute whose value is outside of its own limits\n"
+        "  more         a message has more findings than the first 4096, which are listed\n"
         "\n"
         "With --json a finding has \"file\", \"line\", \"id\", \"rule\", \"path\", \"problem\" "
         "and\n"

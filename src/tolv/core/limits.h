@@ -31,6 +31,11 @@ struct Limits {
     /// each message (measured; g++ 12, not optimized). No reader takes another bound for it.
     std::size_t messageNesting = 512;
 
+    /// Events that `ReadReport::events` gives, and problems that `explain` and `unknownLiterals`
+    /// give; the latter say how many more there are. Stops a text of a million "{}", each a record
+    /// with many fields, from becoming many times as much that nobody reads.
+    std::size_t reportEntries = 4096;
+
     // The four below bound "ValidCharacters", a regular expression that comes from a peer as does
     // the text that it is matched with. The standard library's compiler and matcher recurse:
     // together the first three keep them within 260 KB of stack (measured; g++ 12, optimized;

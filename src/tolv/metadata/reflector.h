@@ -106,7 +106,7 @@ public:
     void reset() {
         uninit();          // first, so that nobody reads the old value if memory runs out
         if (!isPristine()) // stays false: a reference from `edit` may be in use
-            value_ = DefaultOf<T>::make();
+            restoreDefault();
     }
 
     /// Extension: the value for changes in place; the field is initialized from now on. Checks of a
@@ -147,6 +147,9 @@ protected:
         : ReflectorBase(owner, key, required), value_(initial) {}
 
 private:
+    /// Apart, so that the default of a record takes no stack while nested records are read.
+    [[gnu::noinline]] void restoreDefault() { value_ = DefaultOf<T>::make(); }
+
     bool tryRead(Element const& parent) noexcept {
         auto const* const child = parent.find(key());
         if (child == nullptr)

@@ -48,6 +48,22 @@ private:
     std::vector<Field*> many_;
 };
 
+// Apart from their callers, whose frames would hold the list of `InOrder` on each level of nested
+// records, needed or not.
+
+template <class Field, class Older>
+[[gnu::noinline]] std::vector<Field*> listed(Field* newest, Older const& older) {
+    InOrder const fields(newest, older);
+    return {fields.begin(), fields.end()};
+}
+
+template <class Older>
+[[gnu::noinline]] void readEach(ReflectorBase* newest, Older const& older, Element const& element) {
+    InOrder const fields(newest, older);
+    for (auto* const field : fields)
+        field->copyFromMetaData(element);
+}
+
 thread_local constinit unsigned int doubts = 0;
 
 } // namespace
@@ -70,12 +86,11 @@ void MirroredObject::copyToMetaData(Element& element) const {
 }
 
 void MirroredObject::copyFromMetaData(Element const& element) {
-    InOrder const fields(members_.newest_, [](ReflectorBase const& field) { return field.older_; });
+    auto const older = [](ReflectorBase const& field) { return field.older_; };
     if (Detail::anyReport()) [[unlikely]]
         if (auto* const recorder = ReadReport::Recorder::current())
-            return recorder->read({fields.begin(), fields.size()}, typeid(*this), element);
-    for (auto* const field : fields)
-        field->copyFromMetaData(element);
+            return recorder->read(listed(members_.newest_, older), typeid(*this), element);
+    readEach(members_.newest_, older, element);
 }
 
 void MirroredObject::copyToText(std::string& text, bool compact) const {
@@ -92,8 +107,8 @@ void MirroredObject::copyFromText(std::string_view text, Limits const& limits) {
 }
 
 std::vector<ReflectorBase const*> MirroredObject::members() const {
-    InOrder const fields(members_.newest_, [](ReflectorBase const& field) { return field.older_; });
-    return {fields.begin(), fields.end()};
+    auto const older = [](ReflectorBase const& field) { return field.older_; };
+    return listed<ReflectorBase const>(members_.newest_, older);
 }
 
 ReflectorBase::ReflectorBase(MirroredObject* owner, Key const& key, Presence required) noexcept

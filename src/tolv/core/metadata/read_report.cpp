@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <exception>
+#include <optional>
 #include <utility>
 
+#include <tolv/core/limits.h>
 #include <tolv/core/metadata/detail/read_recorder.h>
 #include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/metadata/json.h>
@@ -34,9 +36,7 @@ bool isPlain(std::string_view key) {
     });
 }
 
-std::string indexed(std::string path, std::size_t index) {
-    return std::move(path) + '[' + std::to_string(index) + ']';
-}
+std::string indexed(std::size_t index) { return '[' + std::to_string(index) + ']'; }
 
 /// The same element, or another handle of the same content.
 bool isSame(Element const& left, Element const& right) {
@@ -45,6 +45,12 @@ bool isSame(Element const& left, Element const& right) {
 }
 
 constexpr int deepest = 6; ///< levels that a hand-written payload is searched for a record
+
+/// The prefixes that each report has.
+enum : std::uint32_t { direct, elsewhere };
+
+/// Stands for the outcome of a field that was not read because one before it threw.
+constexpr std::uint8_t skipped = 255;
 
 } // namespace
 
@@ -62,204 +68,439 @@ std::string Detail::pathBelow(std::string path, std::string_view key) {
     return path + quoted;
 }
 
-/// One record that is being read, and the field of it that is.
+/// One record that is being read, and the field of it that is. It stands on the stack for each
+/// record that is nested in another.
 struct Recorder::Frame {
     Frame* const outer;
     Recorder& recorder;
     Element const& element;
-    std::type_index record;
-    std::string path;
-    std::size_t object = 0; ///< where its object stands in the list
-    bool isMuted = false;   ///< it is no object, or inside of one that is none
-    std::size_t event = 0;  ///< that of the present field
-    Element const* child = nullptr;
-    unsigned int next = 0; ///< the entry of a list that probably comes next
+    Element const* child = nullptr; ///< what stands under the key of the present field
+    Array const* list = nullptr;    ///< where in it the last record was found
+    Array const* copyOfList = nullptr;
+    std::uint32_t prefix = direct; ///< the way to that list
+    std::uint32_t next = 0;        ///< the entry of it that probably comes next
+    std::uint32_t read = none;
+    std::uint32_t head = none; ///< the first walk over the last object inside of the present field
+    std::uint16_t field = 0;   ///< the present one
+    bool isMuted = false;      ///< it is no object, or inside of one that is none
+    bool isLost = false;       ///< some record of the present field stands nowhere in `child`
 
-    Frame(Recorder& owner, std::type_index ofRecord, Element const& from)
-        : outer(std::exchange(owner.frame_, this)), recorder(owner), element(from),
-          record(ofRecord) {}
+    Frame(Recorder& owner, Element const& from)
+        : outer(std::exchange(owner.frame_, this)), recorder(owner), element(from) {}
     Frame(Frame const&) = delete;
     Frame& operator=(Frame const&) = delete;
     ~Frame() { recorder.frame_ = outer; }
 
-    [[nodiscard]] ReadEvent& now() const { return recorder.events_[event]; }
-
-    /// Where below the present field `wanted` stands. False when it doesn't: some payload makes
-    /// elements of its own.
-    bool locate(Element const& wanted, std::string& where) {
-        return child != nullptr && locate(*child, wanted, where, deepest);
+    void begin(std::uint16_t index, Element const* under) {
+        field = index;
+        child = under;
+        list = nullptr;
+        head = none;
+        isLost = false;
     }
 
-private:
-    bool locate(Element const& in, Element const& wanted, std::string& where, int levels) {
-        if (isSame(in, wanted))
-            return true;
-        if (levels == 0)
-            return false;
-        if (in.isArray())
-            return locateIn(in.array(), wanted, where, levels);
-        if (in.isObject())
-            for (auto const& member : in.object())
-                if (auto inner = Detail::pathBelow(where, member.key());
-                    locate(member.value, wanted, inner, levels - 1)) {
-                    where = std::move(inner);
-                    return true;
-                }
-        return false;
-    }
+    [[nodiscard]] FieldOfRead place() const { return {read, field}; }
 
-    bool locateIn(Array const& array, Element const& wanted, std::string& where, int levels) {
-        auto const size = array.size();
-        for (unsigned int i = 0; i < size; ++i) { // by address first, from where it probably is
+    /// Where `wanted` stands in the list in which the record before it was found, or null.
+    /// @param entry is set
+    Element const* findInList(Element const& wanted, std::uint32_t& entry) {
+        auto const size = list != nullptr ? list->size() : 0;
+        for (unsigned int i = 0; i < size; ++i) {
             auto const at = (next + i) % size;
-            auto const isEntry = &array[at] == &wanted;
-            if (!isEntry && !isSame(array[at], wanted))
-                continue;
-            where = indexed(std::move(where), at);
-            now().entry = at;
-            next = isEntry ? at + 1 : at; // a message is read in two steps, the first by a copy
-            return true;
-        }
-        for (unsigned int i = 0; i < size; ++i)
-            if (auto inner = indexed(where, i); locate(array[i], wanted, inner, levels - 1)) {
-                where = std::move(inner);
-                return true;
+            if (isSame((*list)[at], wanted)) {
+                next = at + 1;
+                entry = at;
+                return &(*copyOfList)[at];
             }
-        return false;
+        }
+        return nullptr;
     }
-};
 
-/// One object that records were read from: two for a message, whose payload is read apart.
-struct Recorder::Object {
-    Element element;
-    void const* content; ///< where the original is, which may be gone
-    std::string path;
-    std::vector<Key const*> keys; ///< of all fields
+    /// Looks for `wanted` below `in`; `copy` is equal to `in`. Leaves the list that it is an entry
+    /// of in this frame.
+    /// @param way is extended at its front by the keys and indices that lead there
+    /// @return the counterpart of `wanted` below `copy`, or null
+    Element const* search(Element const& in, Element const& copy, Element const& wanted,
+                          std::string& way, std::uint32_t& entry, int levels) {
+        if (in.isArray()) {
+            list = &in.array();
+            copyOfList = &copy.array();
+            next = 0;
+            if (auto const* const found = findInList(wanted, entry))
+                return found;
+            for (unsigned int i = 0; levels > 0 && i < in.array().size(); ++i)
+                if (auto const* const found =
+                        search(in.array()[i], copy.array()[i], wanted, way, entry, levels - 1)) {
+                    way.insert(0, indexed(i));
+                    return found;
+                }
+        } else if (in.isObject()) {
+            auto counterpart = copy.object().begin();
+            for (auto const& member : in.object()) {
+                list = nullptr;
+                auto const* found = isSame(member.value, wanted) ? &counterpart->value : nullptr;
+                if (found == nullptr && levels > 0)
+                    found =
+                        search(member.value, counterpart->value, wanted, way, entry, levels - 1);
+                if (found != nullptr) {
+                    way.insert(0, '.' + Detail::pathBelow({}, member.key()));
+                    return found;
+                }
+                ++counterpart;
+            }
+        }
+        list = nullptr;
+        return nullptr;
+    }
 };
 
 Recorder* Recorder::current() noexcept { return mine; }
 
-Recorder::Recorder() : outer_(std::exchange(mine, this)) { ++Detail::openReports; }
+Recorder::Recorder() : outer_(std::exchange(mine, this)), prefixes_{"", ".?"} {
+    ++Detail::openReports;
+}
 
 Recorder::~Recorder() {
     --Detail::openReports;
     mine = outer_;
 }
 
-void Recorder::open(Frame& frame, Key const& key) {
-    auto const* const outer = frame.outer;
-    if (outer != nullptr) {
-        frame.path = outer->now().path;
-        frame.isMuted = outer->isMuted;
-        if (!frame.isMuted && !frame.outer->locate(frame.element, frame.path))
-            frame.path += ".?";
-    }
-    if (frame.isMuted)
-        return;
-    if (!frame.element.isObject()) {
-        frame.isMuted = true;
-        auto& event = events_.emplace_back();
-        event.path = frame.path;
-        event.outcome = ReadEvent::Outcome::unreadable;
-        event.record = frame.record;
-        event.found = frame.element;
-        return;
-    }
-    auto const isRest = [&](Object const& last) {
-        auto const isFirst = std::find(last.keys.begin(), last.keys.end(), &key) == last.keys.end();
-        return isFirst && last.path == frame.path &&
-               last.content == Detail::Access::container(frame.element);
+Recorder::Shape const& Recorder::shapeOf(std::span<ReflectorBase* const> fields,
+                                         std::type_info const& record) {
+    auto const describe = [](ReflectorBase const& field) {
+        return Shape::Field{&field.key(), &typeid(field), field.isRequired()};
     };
-    if (objects_.empty() || !isRest(objects_.back()))
-        objects_.push_back(
-            {frame.element, Detail::Access::container(frame.element), frame.path, {}});
-    frame.object = objects_.size() - 1;
+    std::pair const name{&record, &fields.front()->key()};
+    auto const [first, last] = shapes_.equal_range(name);
+    auto const known = std::find_if(first, last, [&](auto const& entry) {
+        auto const& those = entry.second.fields;
+        return std::equal(fields.begin(), fields.end(), those.begin(), those.end(),
+                          [&](auto* field, auto const& its) { return describe(*field) == its; });
+    });
+    if (known != last)
+        return known->second;
+    Shape shape{&record, {}};
+    for (auto const* const field : fields)
+        shape.fields.push_back(describe(*field));
+    return shapes_.emplace(name, std::move(shape))->second;
 }
 
-void Recorder::read(std::span<ReflectorBase* const> fields, std::type_index record,
+/// Whether a walk over the object whose first walk is `head` has a field with this key.
+bool Recorder::hasField(std::uint32_t head, std::string_view key) const {
+    for (; head != none; head = reads_[head].sequel)
+        for (auto const& field : reads_[head].shape->fields)
+            if (field.key->text() == key)
+                return true;
+    return false;
+}
+
+/// Makes `read`, the next walk, one over the same object as `head`.
+void Recorder::continueObject(Read& read, std::uint32_t head) {
+    read = reads_[head];
+    while (reads_[head].sequel != none)
+        head = reads_[head].sequel;
+    reads_[head].sequel = static_cast<std::uint32_t>(reads_.size());
+    read.sequel = none;
+    read.isSequel = true;
+}
+
+/// Finds out where the element of a new frame stands below the present field of the one around it.
+void Recorder::locate(Frame& frame, Read& read) {
+    auto& outer = *frame.outer;
+    read.parent = outer.read;
+    read.field = outer.field;
+    Element const* found = nullptr;
+    if (outer.child != nullptr && !outer.isLost) {
+        auto const& parent = reads_[outer.read];
+        auto const* const copy = parent.element.find(*parent.shape->fields[outer.field].key);
+        if (isSame(*outer.child, frame.element)) {
+            found = copy;
+        } else if ((found = outer.findInList(frame.element, read.entry)) != nullptr) {
+            read.prefix = outer.prefix;
+        } else {
+            std::string way;
+            found = outer.search(*outer.child, *copy, frame.element, way, read.entry, deepest);
+            if (!way.empty()) {
+                read.prefix = static_cast<std::uint32_t>(prefixes_.size());
+                prefixes_.push_back(std::move(way));
+            }
+            outer.prefix = read.prefix;
+        }
+        if (read.prefix == direct && read.entry != none)
+            notes_[outer.place()].entry = read.entry;
+    }
+    if (found == nullptr) { // some payload makes elements of its own: not to be searched for again
+        outer.isLost = true;
+        read.prefix = elsewhere;
+    }
+    read.element = found != nullptr ? *found : frame.element;
+}
+
+/// Which object the new frame is a walk over, and where that stands.
+void Recorder::place(Frame& frame, Read& read, Key const& firstKey) {
+    auto const number = static_cast<std::uint32_t>(reads_.size());
+    auto const* const content = Detail::Access::container(frame.element);
+    if (message_ != nullptr && message_->frame_ == frame.outer && message_->content_ == content) {
+        if (message_->head_ != none && !hasField(message_->head_, firstKey.text()))
+            return continueObject(read, message_->head_);
+        message_->head_ = number;
+    }
+    if (frame.outer != nullptr)
+        locate(frame, read);
+    else
+        read.element = frame.element;
+    // The report shares what it has seen, so that nothing else can stand there by now.
+    auto& head = frame.outer != nullptr ? frame.outer->head : head_;
+    if (head != none && isSame(reads_[head].element, read.element) &&
+        !hasField(head, firstKey.text()))
+        continueObject(read, head);
+    else
+        head = number;
+}
+
+[[gnu::noinline]] void Recorder::open(Frame& frame, std::span<ReflectorBase* const> fields,
+                                      std::type_info const& record) {
+    if (frame.outer != nullptr && frame.outer->isMuted) {
+        frame.isMuted = true;
+        return;
+    }
+    Read read;
+    place(frame, read, fields.front()->key());
+    read.shape = &shapeOf(fields, record);
+    read.outcomes = outcomes_.size();
+    frame.isMuted = !read.element.isObject();
+    frame.read = static_cast<std::uint32_t>(reads_.size());
+    if (!frame.isMuted)
+        outcomes_.resize(outcomes_.size() + fields.size(), skipped);
+    reads_.push_back(std::move(read));
+}
+
+void Recorder::read(std::span<ReflectorBase* const> fields, std::type_info const& record,
                     Element const& element) {
     if (fields.empty())
         return;
-    Frame frame(*this, record, element);
-    open(frame, fields.front()->key());
-    if (!frame.isMuted)
-        for (auto const* const field : fields) // also those that an exception will skip
-            objects_[frame.object].keys.push_back(&field->key());
-    for (auto* const field : fields) {
+    Frame frame(*this, element);
+    open(frame, fields, record);
+    for (std::size_t i = 0; i < fields.size(); ++i) {
         if (frame.isMuted)
-            field->copyFromMetaData(element);
+            fields[i]->copyFromMetaData(element);
         else
-            read(frame, *field);
+            read(frame, static_cast<std::uint16_t>(i), *fields[i]);
     }
 }
 
-void Recorder::read(Frame& frame, ReflectorBase& field) {
-    using Outcome = ReadEvent::Outcome;
-    frame.child = frame.element.find(field.key());
-    frame.next = 0;
-    frame.event = events_.size();
-    auto& event = events_.emplace_back();
-    event.key = field.key().text();
-    event.path = Detail::pathBelow(frame.path, event.key);
-    event.required = field.isRequired();
-    event.field = typeid(field);
-    event.record = frame.record;
-    if (frame.child != nullptr)
-        event.found = *frame.child;
+std::uint8_t& Recorder::outcome(Frame const& frame) {
+    return outcomes_[reads_[frame.read].outcomes + frame.field];
+}
+
+void Recorder::read(Frame& frame, std::uint16_t index, ReflectorBase& field) {
+    frame.begin(index, frame.element.find(field.key()));
+    outcome(frame) = static_cast<std::uint8_t>(Outcome::read);
     try {
         field.copyFromMetaData(frame.element);
     } catch (...) {
-        frame.now().outcome = Outcome::threw;
-        frame.now().reason = textOfException();
+        outcome(frame) = static_cast<std::uint8_t>(Outcome::threw);
+        noteException(frame);
+        thrower_ = frame.place();
         throw;
     }
-    auto& result = frame.now(); // the list may have grown meanwhile
     if (frame.child == nullptr)
-        result.outcome = Outcome::absent;
-    else if (!field.initialized() && result.outcome != Outcome::kept)
-        result.outcome = Outcome::unset;
+        outcome(frame) = static_cast<std::uint8_t>(Outcome::absent);
+    else if (!field.initialized() && outcome(frame) != static_cast<std::uint8_t>(Outcome::kept))
+        outcome(frame) = static_cast<std::uint8_t>(Outcome::unset);
+}
+
+/// Of the exception that is being handled.
+[[gnu::noinline]] void Recorder::noteException(Frame const& frame) {
+    auto& note = notes_[frame.place()];
+    note.cause = std::exchange(thrower_, {none, 0});
+    note.reason = textOfException();
 }
 
 void Recorder::swallowed() noexcept {
     if (frame_ == nullptr || frame_->isMuted)
         return;
     try {
-        frame_->now().reason = textOfException();
+        noteException(*frame_);
     } catch (...) { // the outcome tells enough
     }
 }
 
 void Recorder::kept() noexcept {
     if (frame_ != nullptr && !frame_->isMuted)
-        frame_->now().outcome = ReadEvent::Outcome::kept;
+        outcome(*frame_) = static_cast<std::uint8_t>(Outcome::kept);
 }
 
-std::vector<ReadEvent> Recorder::events() const {
-    auto all = events_;
-    for (auto const& object : objects_) {
-        for (auto const& member : object.element.object()) {
-            if (std::any_of(object.keys.begin(), object.keys.end(),
-                            [&](auto const* key) { return key->text() == member.key(); }))
-                continue;
-            auto& event = all.emplace_back();
-            event.key = member.key();
-            event.path = Detail::pathBelow(object.path, event.key);
-            event.outcome = ReadEvent::Outcome::unknownKey;
-            event.found = member.value;
-        }
+/// The fields of all walks, those before a nested walk before it.
+/// @param onRead takes the number of a walk as it begins, and how many there are around it
+/// @param onField takes the number of a walk, that of a field, and the outcome
+template <class OnRead, class OnField>
+void Recorder::walk(OnRead const& onRead, OnField const& onField) const {
+    struct Level {
+        std::uint32_t read;
+        std::uint16_t next;
+    };
+    std::vector<Level> levels;
+    auto const tellUpTo = [&](std::size_t end) {
+        auto& [number, next] = levels.back();
+        for (; next < end; ++next)
+            if (auto const outcome = outcomes_[reads_[number].outcomes + next]; outcome != skipped)
+                onField(number, next, static_cast<Outcome>(outcome), levels.size() - 1);
+    };
+    auto const end = [&] {
+        tellUpTo(reads_[levels.back().read].shape->fields.size());
+        levels.pop_back();
+    };
+    for (std::uint32_t number = 0; number < reads_.size(); ++number) {
+        auto const& read = reads_[number];
+        while (!levels.empty() && levels.back().read != read.parent)
+            end();
+        if (!levels.empty())
+            tellUpTo(read.field + std::size_t{1});
+        onRead(number, levels.size());
+        if (read.element.isObject())
+            levels.push_back({number, 0});
     }
-    return all;
+    while (!levels.empty())
+        end();
+}
+
+/// The members of all objects that no walk over the object has a field for.
+template <class OnKey>
+void Recorder::walkUnknownKeys(OnKey const& onKey) const {
+    for (std::uint32_t number = 0; number < reads_.size(); ++number) {
+        auto const& first = reads_[number];
+        if (first.isSequel || !first.element.isObject())
+            continue;
+        for (auto const& member : first.element.object())
+            if (!hasField(number, member.key()))
+                onKey(number, member);
+    }
+}
+
+/// The way from the walk around this one to it.
+void Recorder::appendStep(std::string& path, Read const& read) const {
+    if (read.parent == none)
+        return;
+    path = Detail::pathBelow(std::move(path),
+                             reads_[read.parent].shape->fields[read.field].key->text());
+    path += prefixes_[read.prefix];
+    if (read.entry != none)
+        path += indexed(read.entry);
+}
+
+std::string Recorder::pathOf(std::uint32_t read) const {
+    std::vector<std::uint32_t> way;
+    for (; read != none; read = reads_[read].parent)
+        way.push_back(read);
+    std::string path;
+    for (auto at = way.rbegin(); at != way.rend(); ++at)
+        appendStep(path, reads_[*at]);
+    return path;
+}
+
+void Recorder::forEach(std::function<void(ReadEvent const&)> const& call) const {
+    std::string path;
+    std::vector<std::size_t> sizes; // of the paths of the walks around the present one
+    walk(
+        [&](std::uint32_t number, std::size_t level) {
+            auto const& read = reads_[number];
+            path.resize(level == 0 ? 0 : sizes[level - 1]);
+            appendStep(path, read);
+            sizes.resize(level);
+            sizes.push_back(path.size());
+            if (read.element.isObject())
+                return;
+            ReadEvent event;
+            event.path = path;
+            event.outcome = Outcome::unreadable;
+            event.record = *read.shape->record;
+            event.found = read.element;
+            call(event);
+        },
+        [&](std::uint32_t number, std::uint16_t index, Outcome outcome, std::size_t level) {
+            auto const& read = reads_[number];
+            auto const& field = read.shape->fields[index];
+            ReadEvent event;
+            event.key = field.key->text();
+            event.path = Detail::pathBelow(path.substr(0, sizes[level]), event.key);
+            event.outcome = outcome;
+            event.required = field.isRequired;
+            event.field = *field.type;
+            event.record = *read.shape->record;
+            if (auto const* const found = read.element.find(*field.key))
+                event.found = *found;
+            if (auto const note = notes_.find({number, index}); note != notes_.end()) {
+                auto const& [entry, cause, reason] = note->second;
+                if (entry != none)
+                    event.entry = entry;
+                event.reason = reason;
+                if (cause.first != none)
+                    event.cause = Detail::pathBelow(
+                        pathOf(cause.first),
+                        reads_[cause.first].shape->fields[cause.second].key->text());
+            }
+            call(event);
+        });
+    std::optional<std::uint32_t> of;
+    walkUnknownKeys([&](std::uint32_t number, auto const& member) {
+        if (of != number)
+            path = pathOf(number);
+        of = number;
+        ReadEvent event;
+        event.key = member.key();
+        event.path = Detail::pathBelow(path, event.key);
+        event.outcome = Outcome::unknownKey;
+        event.found = member.value;
+        call(event);
+    });
+}
+
+std::size_t Recorder::size() const {
+    std::size_t count = 0;
+    walk([&](std::uint32_t number,
+             std::size_t) { count += reads_[number].element.isObject() ? 0U : 1U; },
+         [&](auto&&...) { ++count; });
+    walkUnknownKeys([&](auto&&...) { ++count; });
+    return count;
 }
 
 void Recorder::clear() noexcept {
-    events_.clear();
-    objects_.clear();
+    reads_.clear();
+    outcomes_.clear();
+    notes_.clear();
+    prefixes_.resize(elsewhere + 1);
+    head_ = none;
 }
 
 ReadReport::ReadReport() : recorder_(std::make_unique<Recorder>()) {}
 ReadReport::~ReadReport() = default;
-std::vector<ReadEvent> ReadReport::events() const { return recorder_->events(); }
+std::size_t ReadReport::size() const { return recorder_->size(); }
 void ReadReport::clear() noexcept { recorder_->clear(); }
+
+void ReadReport::forEach(std::function<void(ReadEvent const&)> const& call) const {
+    recorder_->forEach(call);
+}
+
+std::vector<ReadEvent> ReadReport::events() const {
+    std::vector<ReadEvent> first;
+    recorder_->forEach([&](ReadEvent const& event) {
+        if (first.size() < Limits{}.reportEntries)
+            first.push_back(event);
+    });
+    return first;
+}
+
+void Detail::MessageRead::begin(Element const& element) noexcept {
+    recorder_ = Recorder::current();
+    if (recorder_ == nullptr)
+        return;
+    outer_ = std::exchange(recorder_->message_, this);
+    frame_ = recorder_->frame_;
+    content_ = Access::container(element);
+}
+
+void Detail::MessageRead::end() noexcept { recorder_->message_ = outer_; }
 
 bool Detail::readReported(ReflectorBase& field, Element const& parent) {
     auto* const recorder = Recorder::current();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,6 +36,7 @@ struct ReadEvent {
     Element found;                         ///< what stands under the key; null when absent
     std::optional<unsigned int> entry;     ///< the last entry of a list of records that was read
     std::string reason;                    ///< the text of an exception; empty without one
+    std::string cause; ///< path of the field inside that threw it; empty when there is none
 };
 
 /// While it lives, reads of records and messages on the thread that made it are recorded, field by
@@ -46,6 +49,9 @@ struct ReadEvent {
 ///
 /// Of two at a time, the later records. They end in reverse order, on their own thread. A thread
 /// that has none is not slowed down by more than the load of a flag a record.
+///
+/// A report takes at most 64 bytes of memory for each byte of the text that is read, and a few
+/// kilobytes; it shares the tree that is read, or has a copy of one that others may write to.
 class TOLV_CORE_API ReadReport {
 public:
     ReadReport();
@@ -53,10 +59,19 @@ public:
     ReadReport& operator=(ReadReport const&) = delete;
     ~ReadReport();
 
-    /// What was read so far, fields before what is inside of them, and the keys that nothing read
-    /// behind. One report may take several messages; paths are those inside of each.
+    /// Calls `call` with each event so far: fields before what is inside of them, and behind all
+    /// the keys that nothing read. One report may take several messages; paths are those inside of
+    /// each. An event lives as long as the call.
+    /// @throws std::bad_alloc, and what `call` throws
+    void forEach(std::function<void(ReadEvent const&)> const& call) const;
+
+    /// The first events, in the same order, at most `Limits::reportEntries`: a few bytes of text
+    /// can make many. `size` tells whether there are more, and `forEach` gives them all.
     /// @throws std::bad_alloc
     [[nodiscard]] std::vector<ReadEvent> events() const;
+
+    /// How many events there are. Takes as long as `forEach`. @throws std::bad_alloc
+    [[nodiscard]] std::size_t size() const;
 
     /// Forgets what was read so far.
     void clear() noexcept;

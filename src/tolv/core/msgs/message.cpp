@@ -1,6 +1,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/core/metadata/detail/passing_tree.h>
+#include <tolv/core/metadata/detail/read_recorder.h>
 #include <tolv/core/metadata/detail/tree.h>
 #include <tolv/core/msgs/message.h>
 
@@ -76,6 +77,7 @@ std::shared_ptr<Message> Message::CreateFromMetaData(MetaData::Element const& el
         throw Exception::InvalidParameter("key \"" + idKey.name() +
                                           "\" holds no identifier of a message");
     auto* const creator = MsgFactory::Instance().find(id);
+    MetaData::Detail::MessageRead const reported(element);
     return std::shared_ptr<Message>(creator != nullptr ? creator(element) : nullptr);
 }
 

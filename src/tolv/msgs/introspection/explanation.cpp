@@ -1,8 +1,10 @@
 #include <tolv/msgs/introspection/explanation.h>
 
+#include <functional>
 #include <set>
 
 #include <tolv/core/exceptions.h>
+#include <tolv/core/limits.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/json.h>
 #include <tolv/msgs/catalogue.h>
@@ -13,6 +15,7 @@ namespace Tolv::Msgs::Introspection {
 
 using MetaData::Element;
 using MetaData::ReadEvent;
+using MetaData::ReadReport;
 using Outcome = ReadEvent::Outcome;
 
 namespace {
@@ -38,37 +41,54 @@ bool needsDestination(unsigned long long id) {
     return those.contains(id);
 }
 
-class Explanation {
+/// Problems, as many as anybody reads; of the others the number.
+class Problems {
 public:
-    explicit Explanation(std::vector<ReadEvent> const& events) : events_(events) {}
+    void add(Problem problem) {
+        lastPath_ = problem.path;
+        if (first_.size() < Limits{}.reportEntries)
+            first_.push_back(std::move(problem));
+        else
+            ++more_;
+    }
+
+    [[nodiscard]] std::string const& lastPath() const noexcept { return lastPath_; }
 
     std::vector<Problem> take() {
-        for (at_ = 0; at_ < events_.size(); ++at_)
-            explain(events_[at_]);
-        return std::move(problems_);
+        if (more_ != 0)
+            first_.push_back({ProblemKind::more, "", "and " + std::to_string(more_) + " more", {}});
+        return std::move(first_);
     }
 
 private:
-    void explain(ReadEvent const& event) {
+    std::vector<Problem> first_;
+    std::string lastPath_;
+    std::size_t more_ = 0;
+};
+
+class Explanation {
+public:
+    void operator()(ReadEvent const& event) {
         switch (event.outcome) {
         case Outcome::absent:
             if (event.required || isNeededDestination(event))
-                problems_.push_back(Detail::absence(event.path));
+                problems_.add(Detail::absence(event.path));
             break;
         case Outcome::unknownKey:
-            problems_.push_back(
-                {ProblemKind::unknownKey, event.path, "nothing read it", event.found});
+            problems_.add({ProblemKind::unknownKey, event.path, "nothing read it", event.found});
             break;
         case Outcome::unreadable: // may have been told of its field
-            if (problems_.empty() || problems_.back().path != event.path)
-                problems_.push_back(
+            if (problems_.lastPath() != event.path || event.path.empty())
+                problems_.add(
                     {ProblemKind::wrongValue, event.path,
                      std::string("expected an object, found ") + describe(event.found.kind()),
                      event.found});
             break;
         case Outcome::read:
-            if (event.key == "MessageID")
-                id_ = &event;
+            if (event.key == "MessageID") {
+                idOf_ = event.path.substr(0, event.path.size() - event.key.size());
+                needsDestination_ = namesNeedyClass(event.found);
+            }
             addOddities(event, fieldOf(event));
             break;
         case Outcome::unset:
@@ -79,33 +99,37 @@ private:
         }
     }
 
+    std::vector<Problem> take() { return problems_.take(); }
+
+private:
     /// Of a field that was read.
     void addOddities(ReadEvent const& event, FieldDescription const& field) {
         if (auto length = Detail::lengthMismatch(field, event.found, event.path))
-            problems_.push_back(std::move(*length));
+            problems_.add(std::move(*length));
         addUnknownKeys(event, field);
     }
 
     void explainFailure(ReadEvent const& event, FieldDescription const& field) {
         if (field.type == nullptr) {
-            problems_.push_back(
+            problems_.add(
                 {ProblemKind::consequence, event.path, failure(event, field), event.found});
             return;
         }
         if (auto wrong = Detail::mismatch(field, event.found, event.path)) {
-            problems_.push_back(std::move(*wrong));
+            problems_.add(std::move(*wrong));
             return;
         }
         auto inside = Detail::problemsInside(field, event.found, event.path);
         if (event.outcome != Outcome::threw || inside.empty())
-            problems_.push_back(
+            problems_.add(
                 {ProblemKind::consequence, event.path, failure(event, field), event.found});
-        std::move(inside.begin(), inside.end(), std::back_inserter(problems_));
+        for (auto& one : inside)
+            problems_.add(std::move(one));
         addUnknownKeys(event, field);
     }
 
     /// What became of a field whose value is of the right kind, and why.
-    std::string failure(ReadEvent const& event, FieldDescription const& field) const {
+    static std::string failure(ReadEvent const& event, FieldDescription const& field) {
         auto const isList = field.type != nullptr && field.type->kind == TypeKind::list;
         std::string text = event.outcome != Outcome::kept ? "did not read"
                            : isList                       ? "stays as it was"
@@ -116,7 +140,7 @@ private:
     }
 
     /// The path of what is to blame inside of a field; empty when there is no such place.
-    std::string causeOf(ReadEvent const& event, FieldDescription const& field) const {
+    static std::string causeOf(ReadEvent const& event, FieldDescription const& field) {
         if (field.type != nullptr) {
             auto const inside = Detail::problemsInside(field, event.found, event.path);
             if (!inside.empty())
@@ -124,10 +148,7 @@ private:
         }
         if (event.entry)
             return event.path + '[' + std::to_string(*event.entry) + ']';
-        for (auto i = at_ + 1; i < events_.size() && events_[i].path.starts_with(event.path); ++i)
-            if (events_[i].outcome == Outcome::threw)
-                return events_[i].path;
-        return {};
+        return event.cause;
     }
 
     /// A payload that converts itself by hand reports no keys.
@@ -137,23 +158,35 @@ private:
         auto const fields = field.type->fields();
         for (auto const& member : event.found.object())
             if (findField(fields, member.key()) == nullptr)
-                problems_.push_back({ProblemKind::unknownKey,
-                                     MetaData::Detail::pathBelow(event.path, member.key()),
-                                     "nothing read it", member.value});
+                problems_.add({ProblemKind::unknownKey,
+                               MetaData::Detail::pathBelow(event.path, member.key()),
+                               "nothing read it", member.value});
+    }
+
+    static bool namesNeedyClass(Element const& found) {
+        unsigned long long id = 0;
+        return TryGetAs(found, id) && needsDestination(id);
     }
 
     [[nodiscard]] bool isNeededDestination(ReadEvent const& event) const {
-        unsigned long long id = 0;
-        return event.key == "Destination" && id_ != nullptr &&
-               event.path.size() - event.key.size() == id_->path.size() - id_->key.size() &&
-               TryGetAs(id_->found, id) && needsDestination(id);
+        return needsDestination_ && event.key == "Destination" &&
+               event.path.size() == idOf_.size() + event.key.size();
     }
 
-    std::vector<ReadEvent> const& events_;
-    std::vector<Problem> problems_;
-    std::size_t at_ = 0;
-    ReadEvent const* id_ = nullptr; ///< of the message that was begun last
+    Problems problems_;
+    std::string idOf_;              ///< the way to the message that was begun last
+    bool needsDestination_ = false; ///< whether its class does
 };
+
+/// Adds what is wrong with the literal of a field, if it is an open one.
+void addUnknownLiteral(ReadEvent const& event, Problems& problems) {
+    if (event.outcome != Outcome::read)
+        return;
+    auto const field = fieldOf(event);
+    if (!field.literals.empty() && !field.closed && !Detail::isLiteral(field, event.found))
+        problems.add({ProblemKind::unknownLiteral, event.path,
+                      "not one of " + Detail::literalsOf(field), event.found});
+}
 
 } // namespace
 
@@ -174,21 +207,30 @@ std::string Problem::found() const {
     return text.substr(0, end) + "...";
 }
 
+std::vector<Problem> unknownLiterals(ReadReport const& report) {
+    Problems problems;
+    report.forEach([&](ReadEvent const& event) { addUnknownLiteral(event, problems); });
+    return problems.take();
+}
+
 std::vector<Problem> unknownLiterals(std::vector<ReadEvent> const& events) {
-    std::vector<Problem> problems;
-    for (auto const& event : events) {
-        if (event.outcome != Outcome::read)
-            continue;
-        auto const field = fieldOf(event);
-        if (!field.literals.empty() && !field.closed && !Detail::isLiteral(field, event.found))
-            problems.push_back({ProblemKind::unknownLiteral, event.path,
-                                "not one of " + Detail::literalsOf(field), event.found});
-    }
-    return problems;
+    Problems problems;
+    for (auto const& event : events)
+        addUnknownLiteral(event, problems);
+    return problems.take();
+}
+
+std::vector<Problem> explain(ReadReport const& report) {
+    Explanation explanation;
+    report.forEach(std::ref(explanation));
+    return explanation.take();
 }
 
 std::vector<Problem> explain(std::vector<ReadEvent> const& events) {
-    return Explanation(events).take();
+    Explanation explanation;
+    for (auto const& event : events)
+        explanation(event);
+    return explanation.take();
 }
 
 } // namespace Tolv::Msgs::Introspection

@@ -1,15 +1,60 @@
 #pragma once
 
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
 #include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/read_report.h>
 
 namespace Tolv::MetaData {
 
+namespace Detail {
+
+/// Stands on the stack while the factory makes a message from `element`, which happens in several
+/// walks: the frame, then the payload. Reports take them for walks over one object.
+class MessageRead {
+public:
+    explicit MessageRead(Element const& element) noexcept {
+        if (anyReport()) [[unlikely]]
+            begin(element);
+    }
+    MessageRead(MessageRead const&) = delete;
+    MessageRead& operator=(MessageRead const&) = delete;
+    ~MessageRead() {
+        if (recorder_ != nullptr) [[unlikely]]
+            end();
+    }
+
+private:
+    friend class ReadReport::Recorder;
+
+    void begin(Element const& element) noexcept;
+    void end() noexcept;
+
+    ReadReport::Recorder* recorder_ = nullptr;
+    MessageRead* outer_ = nullptr;
+    void const* frame_ = nullptr;   ///< in which it is made
+    void const* content_ = nullptr; ///< of `element`
+    std::uint32_t head_ = ~std::uint32_t{0};
+};
+
+} // namespace Detail
+
 /// The recording end of a report.
+///
+/// What a hostile text can make it take is bounded: a record that is read costs 56 bytes and one
+/// for each of its fields, whatever is in it. Keys, types and paths of events are made when
+/// somebody asks for them; the values stand in the tree, which the report shares.
 class ReadReport::Recorder {
 public:
+    using Outcome = ReadEvent::Outcome;
+
     /// Of this thread; null when it has no report.
     static Recorder* current() noexcept;
 
@@ -19,27 +64,85 @@ public:
     ~Recorder();
 
     /// Has the fields of a record read themselves from `element`, in order. @throws what they throw
-    void read(std::span<ReflectorBase* const> fields, std::type_index record,
+    void read(std::span<ReflectorBase* const> fields, std::type_info const& record,
               Element const& element);
 
     void swallowed() noexcept;
     void kept() noexcept;
 
-    [[nodiscard]] std::vector<ReadEvent> events() const;
+    void forEach(std::function<void(ReadEvent const&)> const& call) const;
+    [[nodiscard]] std::size_t size() const;
     void clear() noexcept;
 
 private:
+    friend class Detail::MessageRead;
     struct Frame;
-    struct Object;
 
-    void read(Frame& frame, ReflectorBase& field);
-    /// @param key of the first field
-    void open(Frame& frame, Key const& key);
+    static constexpr std::uint32_t none = ~std::uint32_t{0};
+
+    /// What all records of one class that are read have in common.
+    struct Shape {
+        struct Field {
+            Key const* key;
+            std::type_info const* type;
+            bool isRequired;
+
+            bool operator==(Field const&) const = default;
+        };
+
+        std::type_info const* record;
+        std::vector<Field> fields;
+    };
+
+    /// One walk over the fields of a record.
+    struct Read {
+        Element element; ///< what it was read from, as it was then
+        Shape const* shape = nullptr;
+        std::size_t outcomes = 0;    ///< where those of its fields start
+        std::uint32_t parent = none; ///< the walk that it belongs to
+        std::uint32_t sequel = none; ///< the next walk over the same object
+        std::uint32_t prefix = 0;    ///< the way from the field of the parent to a list or object
+        std::uint32_t entry = none;  ///< of that list
+        std::uint16_t field = 0;     ///< of the parent
+        bool isSequel = false;       ///< another walk over this object came before
+    };
+
+    using FieldOfRead = std::pair<std::uint32_t, std::uint16_t>;
+
+    /// What is known of few fields only.
+    struct Note {
+        std::uint32_t entry = none;
+        FieldOfRead cause{none, 0};
+        std::string reason;
+    };
+
+    void read(Frame& frame, std::uint16_t index, ReflectorBase& field);
+    void open(Frame& frame, std::span<ReflectorBase* const> fields, std::type_info const& record);
+    void place(Frame& frame, Read& read, Key const& firstKey);
+    void locate(Frame& frame, Read& read);
+    void continueObject(Read& read, std::uint32_t head);
+    [[nodiscard]] bool hasField(std::uint32_t head, std::string_view key) const;
+    Shape const& shapeOf(std::span<ReflectorBase* const> fields, std::type_info const& record);
+    void noteException(Frame const& frame);
+    [[nodiscard]] std::uint8_t& outcome(Frame const& frame);
+
+    template <class OnRead, class OnField>
+    void walk(OnRead const& onRead, OnField const& onField) const;
+    template <class OnKey>
+    void walkUnknownKeys(OnKey const& onKey) const;
+    void appendStep(std::string& path, Read const& read) const;
+    [[nodiscard]] std::string pathOf(std::uint32_t read) const;
 
     Recorder* const outer_;
-    Frame* frame_ = nullptr; ///< the record that is being read, the innermost
-    std::vector<ReadEvent> events_;
-    std::vector<Object> objects_; ///< those that records were read from
+    Frame* frame_ = nullptr;                 ///< the record that is being read, the innermost
+    Detail::MessageRead* message_ = nullptr; ///< likewise the message
+    FieldOfRead thrower_{none, 0};           ///< the field that an exception left last
+    std::uint32_t head_ = none;              ///< the first walk over the last object
+    std::multimap<std::pair<std::type_info const*, Key const*>, Shape> shapes_; ///< by first key
+    std::deque<Read> reads_;
+    std::deque<std::uint8_t> outcomes_;
+    std::map<FieldOfRead, Note> notes_;
+    std::vector<std::string> prefixes_;
 };
 
 } // namespace Tolv::MetaData
