@@ -213,7 +213,7 @@ void Recorder::locate(Frame& frame, Read& read) {
     if (outer.child != nullptr && !outer.isLost) {
         auto const& parent = reads_[outer.read];
         auto const* const copy = parent.element.find(*parent.shape->fields[outer.field].key);
-        if (isSame(*outer.child, frame.element)) {
+        if (copy == nullptr || isSame(*outer.child, frame.element)) {
             found = copy;
         } else if ((found = outer.findInList(frame.element, read.entry)) != nullptr) {
             read.prefix = outer.prefix;
@@ -295,6 +295,7 @@ std::uint8_t& Recorder::outcome(Frame const& frame) {
 
 void Recorder::read(Frame& frame, std::uint16_t index, ReflectorBase& field) {
     frame.begin(index, frame.element.find(field.key()));
+    thrower_ = {none, 0}; // any from now on is inside of this field
     outcome(frame) = static_cast<std::uint8_t>(Outcome::read);
     try {
         field.copyFromMetaData(frame.element);
