@@ -343,10 +343,11 @@ void Recorder::walk(OnRead const& onRead, OnField const& onField) const {
     };
     std::vector<Level> levels;
     auto const tellUpTo = [&](std::size_t end) {
-        auto& [number, next] = levels.back();
-        for (; next < end; ++next)
-            if (auto const outcome = outcomes_[reads_[number].outcomes + next]; outcome != skipped)
-                onField(number, next, static_cast<Outcome>(outcome), levels.size() - 1);
+        auto& level = levels.back();
+        for (; level.next < end; ++level.next)
+            if (auto const outcome = outcomes_[reads_[level.read].outcomes + level.next];
+                outcome != skipped)
+                onField(level.read, level.next, static_cast<Outcome>(outcome), levels.size() - 1);
     };
     auto const end = [&] {
         tellUpTo(reads_[levels.back().read].shape->fields.size());
