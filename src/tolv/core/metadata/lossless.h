@@ -93,8 +93,9 @@ constexpr bool fits(From number) {
     return static_cast<From>(result) == number && (result < To{}) == (number < From{});
 }
 
+// Not consteval: in the initializer of a member, clang 14 calls it while the program runs.
 template <class To, class From>
-consteval To checkedNumber(From number) {
+constexpr To checkedNumber(From number) {
     if (!fits<To>(number))
         throw "this number does not fit into the type of the field";
     return static_cast<To>(number);
