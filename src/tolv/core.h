@@ -14,5 +14,5 @@
 #include <tolv/core/msgs/message.h>
 #include <tolv/core/msgs/message_key.h>
 #include <tolv/core/utf8.h>
-#include <tolv/metadata/reflector.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector.h>
+#include <tolv/fields/reflector_array.h>

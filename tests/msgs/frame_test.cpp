@@ -13,7 +13,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/msgs/message_key.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/catalogue.h>
 #include <tolv/msgs/record.h>

@@ -16,10 +16,10 @@
 #include <gtest/gtest.h>
 
 #include <tolv/messages.h>
-#include <tolv/msgs/introspection/detail/types.h>
 
 #include "support/golden.h"
 #include "support/messages.h"
+#include "support/trees.h"
 
 namespace Tolv::Msgs::Introspection {
 namespace {
@@ -137,27 +137,73 @@ TEST(Introspection, DefaultsAreWhatAMessageWritesAsItIsBuilt) {
 
 // ---- Classes that are not of this library ------------------------------------------------------
 
-class Probe : public MirroredObject {
-public:
-    Reflector<int> depth{this, "depth"_key, Required, 7};
+struct Inner : MirroredObject {
+    Reflector<double> width{this, field<"width", Unit{"mm"}, Doc{"of the slit"}, Example{"0.5"}>,
+                            Optional};
+};
 
-    Probe() = default;
-    Probe(Probe const& other) : Probe() { *this = other; }
-    Probe& operator=(Probe const&) = default;
+struct Probe : MirroredObject {
+    Reflector<int> depth{this, field<"depth", Within{-5, 5}, Words{"0 open | 1 shut"}>, Required,
+                         7};
+    ReflectorArray<Inner> inner{this, field<"inner">, Required};
+    ReflectorArray<Probe> probes{this, "probes", Optional}; ///< of its own kind, with a plain key
 };
 
 using ProbeMessage = PayloadMessageHelper<Attrs::AttrMessage, Probe, 60000>;
 
-TEST(Introspection, KnowsClassesOfOthers) {
+TEST(Introspection, KnowsClassesOfOthersWithoutBeingTold) {
     EXPECT_FALSE(describe(ProbeMessage::MsgID())) << "not registered";
     Message::Registrar<ProbeMessage> const registrar(ProbeMessage::MsgID());
-    auto const* const unknown = findField(describe(ProbeMessage::MsgID())->fields, "Data");
-    ASSERT_NE(unknown, nullptr);
-    add<Probe>();
     auto const fields = describe(ProbeMessage::MsgID())->payload();
-    ASSERT_EQ(fields.size(), 1U);
-    EXPECT_EQ(fields[0].key + ' ' + fields[0].type->name + ' ' + textOf(*fields[0].defaultValue),
+    ASSERT_EQ(fields.size(), 3U);
+    auto const& depth = fields[0];
+    EXPECT_EQ(depth.key + ' ' + depth.type->name + ' ' + textOf(*depth.defaultValue),
               "depth int 7");
+    EXPECT_EQ(depth.range, std::pair(-5LL, 5LL));
+    ASSERT_EQ(depth.literals.size(), 2U);
+    EXPECT_EQ(depth.literals[1].word, "shut");
+    EXPECT_FALSE(depth.closed);
+    auto const width = fields[1].type->element->fields().at(0);
+    EXPECT_EQ(width.unit + '|' + width.doc + '|' + width.example, "mm|of the slit|0.5");
+    EXPECT_EQ(fields[2].type->element, &describe<Probe>()) << "describes itself";
+}
+
+struct Silent : SerializablePayloadInterface {
+    void copyToMetaData(Element& element) const override {
+        MetaData::SetAs<bool>(true, element["s"]);
+    }
+    void copyFromMetaData(Element const& /*element*/) override {}
+};
+
+struct Twice : MirroredObject {
+    Reflector<int> one{this, field<"k">, Required};
+    Reflector<int> other{this, field<"k">, Required};
+};
+
+/// A field class that does not say what its values are.
+struct Wordless : MetaData::ReflectorBase {
+    explicit Wordless(MetaData::Owner const& owner) : ReflectorBase(owner, "w", Required) {}
+    void copyToMetaData(Element& /*parent*/) const override {}
+    void copyFromMetaData(Element const& /*parent*/) override {}
+};
+
+struct HoldsWordless : MirroredObject {
+    Wordless field{this};
+};
+
+TEST(Introspection, RefusesWhatDoesNotDescribeItself) {
+    struct Row {
+        Type const& type;
+        std::string text;
+    };
+    for (auto const& row :
+         {Row{describe<Silent>(), "has custom conversion and no table of its keys"},
+          Row{describe<Twice>(), "has the key k twice"},
+          Row{describe<HoldsWordless>(), "the field w is of a class that does not say"}})
+        EXPECT_NE(thrownBy<Exception::InvalidOperation>([&] { (void)row.type.fields(); })
+                      .find(row.text),
+                  std::string::npos)
+            << row.text;
 }
 
 } // namespace

@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/msgs/identifier.h>
-#include <tolv/metadata/polymorphic_reflector.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/polymorphic_reflector.h>
+#include <tolv/fields/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/attrs/messages.h>
 #include <tolv/msgs/message_helpers.h>

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/msgs/message.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/message_helpers.h>
 

@@ -7,7 +7,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/json.h>
-#include <tolv/metadata/base64_encoder.h>
+#include <tolv/fields/base64_encoder.h>
 #include <tolv/msgs/introspection/detail/encoded_count.h>
 
 #include "encoded_array.h"

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include <tolv/core/msgs/message.h>
-#include <tolv/metadata/reflector.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector.h>
+#include <tolv/fields/reflector_array.h>
 
 /// @file
 /// The class templates for concrete messages.
@@ -104,7 +104,7 @@ public:
     PayloadMessageHelper() : PayloadMessageHelper(Address(), Address()) {}
     PayloadMessageHelper(Address const& sender, Address const& destination)
         : Base(static_cast<unsigned long long>(MsgID()), sender, destination),
-          Data(this, key(), MetaData::Required) {}
+          Data(this, dataField, MetaData::Required) {}
     /// Takes addresses as lists of literals, so that the first braces of `SomeMessage({}, {"to"})`
     /// are an address, not a payload.
     template <class Part = char const*>
@@ -134,22 +134,18 @@ public:
     /// Reads the id and addresses of a message from a parsed tree. The payload keeps its default;
     /// the caller must read `Data` afterwards.
     explicit PayloadMessageHelper(MetaData::Object const& object)
-        : Base(object), Data(this, key(), MetaData::Required) {}
+        : Base(object), Data(this, dataField, MetaData::Required) {}
 
     /// @throws Exception::InvalidOperation if the payload of `other` is uninitialized.
     PayloadMessageHelper(PayloadMessageHelper const& other)
         : Base(other), PayloadAccessorIf<PayloadMessageHelper, Payload>(),
-          Data(this, key(), MetaData::Required) {
-        Data.assign(other.Data());
-    }
+          Data((static_cast<void>(other.Data()), other.Data)) {}
     PayloadMessageHelper& operator=(PayloadMessageHelper const&) = default;
     ~PayloadMessageHelper() override = default;
 
 private:
-    static MetaData::Key const& key() {
-        using MetaData::operator""_key;
-        return "Data"_key;
-    }
+    static constexpr auto dataField =
+        MetaData::field<"Data", MetaData::Doc{"the payload of the message"}>;
 };
 
 template <class Base, class Payload, unsigned short last>

@@ -22,8 +22,6 @@ public:
     MessagesArray() = default;
     /// A batch of these messages.
     explicit MessagesArray(std::vector<Msg> const& list) { messages = list; }
-    MessagesArray(MessagesArray const& other) : MessagesArray() { *this = other; }
-    MessagesArray& operator=(MessagesArray const&) = default;
 };
 
 } // namespace Tolv::Msgs

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include <tolv/core/metadata/key.h>
+#include <tolv/core/metadata/field_info.h>
 
 namespace Tolv::MetaData {
 
@@ -12,10 +12,10 @@ namespace {
 
 /// A key made at run time, with the text that it views.
 struct InternedKey {
-    explicit InternedKey(std::string_view from) : text(from), key(text) {}
+    InternedKey(std::string_view from, ValueType const* type) : text(from), key(text, type) {}
 
     std::string const text;
-    Key const key;
+    FieldInfo const key;
     InternedKey const* next = nullptr; ///< in the same bucket
 };
 
@@ -26,26 +26,27 @@ using Bucket = std::atomic<InternedKey const*>;
 /// with such keys may be destroyed after all statics of this library.
 constinit std::array<Bucket, 1024> buckets{};
 
-/// The key with this text from `first` on and before `end`, or null.
-InternedKey const* find(InternedKey const* first, InternedKey const* end, std::string_view text) {
-    while (first != end && first->text != text)
+/// The key with this text and type from `first` on and before `end`, or null.
+InternedKey const* find(InternedKey const* first, InternedKey const* end, std::string_view text,
+                        ValueType const* type) {
+    while (first != end && (first->text != text || first->key.type() != type))
         first = first->next;
     return first != end ? first : nullptr;
 }
 
-InternedKey const& interned(std::string_view text) {
+InternedKey const& interned(std::string_view text, ValueType const* type = nullptr) {
     auto& bucket = buckets[std::hash<std::string_view>{}(text) % buckets.size()];
     auto const* newest = bucket.load(std::memory_order_acquire);
-    if (auto const* const known = find(newest, nullptr, text))
+    if (auto const* const known = find(newest, nullptr, text, type))
         return *known;
-    auto made = std::make_unique<InternedKey>(text);
+    auto made = std::make_unique<InternedKey>(text, type);
     for (;;) {
         auto const* const searched = newest;
         made->next = newest;
         if (bucket.compare_exchange_strong(newest, made.get(), std::memory_order_acq_rel))
             return *made.release();
         // Other threads have added keys meanwhile.
-        if (auto const* const known = find(newest, searched, text))
+        if (auto const* const known = find(newest, searched, text, type))
             return *known;
     }
 }
@@ -53,6 +54,10 @@ InternedKey const& interned(std::string_view text) {
 } // namespace
 
 Key const& Key::intern(std::string_view text) { return interned(text).key; }
+
+FieldInfo const& FieldInfo::intern(std::string_view key, ValueType const* type) {
+    return interned(key, type).key;
+}
 
 std::string const& Key::name() const { return interned(text()).text; }
 

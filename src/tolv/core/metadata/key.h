@@ -92,9 +92,9 @@ private:
     std::uint32_t size_;
 };
 
-/// The key of a field: a `KeyView` that lives as long as the program (or the library that it is
-/// written in), so that all objects of a class share it. It is made by the literal `"Name"_key`,
-/// at compile time, or by `intern`.
+/// A `KeyView` that lives as long as the program (or the library that defines it), so that all
+/// objects of a class share it. It is made by the literal `"Name"_key`, at compile time, or by
+/// `intern`.
 class Key : public KeyView {
 public:
     /// A key of this text, which must live as long as the key: a literal.
@@ -113,28 +113,43 @@ public:
 
 namespace Detail {
 
+/// A literal as a template argument.
 template <std::size_t N>
 struct FixedText {
     char chars[N]{};
 
     // NOLINTNEXTLINE(google-explicit-constructor): made from a literal
-    consteval FixedText(char const (&literal)[N]) {
+    constexpr FixedText(char const (&literal)[N]) {
         for (std::size_t i = 0; i < N; ++i)
             chars[i] = literal[i];
     }
+
+    [[nodiscard]] static constexpr std::size_t size() { return N - 1; }
+    [[nodiscard]] constexpr std::string_view view() const { return {chars, N - 1}; }
 };
 
 template <FixedText Text>
-inline constexpr Key keyOf{std::string_view(Text.chars, sizeof(Text.chars) - 1)};
+inline constexpr Key keyOf{Text.view()};
 
 } // namespace Detail
 
+/// The key of a field and what else is said of the field, all of it in the type: see field.h. An
+/// object of this class is empty.
+template <Detail::FixedText Text, auto... Words>
+struct FieldSpec {
+    static_assert(Text.size() != 0, "the key of a field must not be empty");
+
+    /// The key, for lookups.
+    // NOLINTNEXTLINE(google-explicit-constructor): a key, wherever one is expected
+    constexpr operator Key const&() const noexcept { return Detail::keyOf<Text>; }
+};
+
 inline namespace Literals {
 
-/// `"MaxVersion"_key`: the key of a field, made at compile time.
+/// `"MaxVersion"_key`: a key, made at compile time.
 template <Detail::FixedText Text>
-constexpr Key const& operator""_key() {
-    return Detail::keyOf<Text>;
+constexpr FieldSpec<Text> operator""_key() {
+    return {};
 }
 
 } // namespace Literals

@@ -1,14 +1,17 @@
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <tolv/core/export.h>
 #include <tolv/core/limits.h>
 #include <tolv/core/metadata/element.h>
-#include <tolv/core/metadata/key.h>
+#include <tolv/core/metadata/field_info.h>
 #include <tolv/core/metadata/lossless.h>
 #include <tolv/core/metadata/serializable.h>
 
@@ -29,16 +32,21 @@ inline constexpr Presence Optional = false;
 /// A record: the list of its fields in declaration order. Writing or reading it is a walk over
 /// them. Records are used by one thread at a time.
 ///
-/// A record derives from this class, declares its fields as reflectors, and is copied by default
-/// construction followed by member-wise assignment:
+/// A record derives from this class, not virtually, and declares its fields; nothing else:
 ///
 ///     struct Connect : MirroredObject {
-///         Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
+///         Reflector<int> maxVersion{this, field<"MaxVersion", Doc{"..."}>, Required, 1};
 ///         ...
-///         Connect() = default;
-///         Connect(Connect const& other) : Connect() { *this = other; }
-///         Connect& operator=(Connect const&) = default;
 ///     };
+///
+/// The compiler makes its copies: each field of the copy belongs to the copy and has the value and
+/// state that an assignment gives (see `ReflectorNoWriteParend::operator=`). A record that has a
+/// copy constructor of its own may either copy its fields in the list of initializers or
+/// default-construct itself and assign; classes that derive from a record of the second kind and
+/// have fields of their own need a copy constructor, too.
+///
+/// A field outside of its record (made on the heap, say) takes part in reading and writing, but is
+/// not copied with it: the copy constructor throws.
 class TOLV_CORE_API MirroredObject : public virtual PartiallySerializableInterface {
 public:
     /// The reflectors that registered with a record, in construction order.
@@ -59,12 +67,17 @@ public:
         friend class ReflectorBase;
 
         /// The chain starts at the newest, so that fields that are destroyed in reverse order of
-        /// construction leave it in constant time.
-        ReflectorBase* newest_ = nullptr;
+        /// construction leave it in constant time. Like all of the chain, it is a distance in bytes
+        /// from the start of the record; 0: none.
+        std::int32_t newest_ = 0;
+        bool hasGuests_ = false;   ///< fields outside of the record, which detail/guests.h lists
+        bool isOpenCopy_ = false;  ///< its fields are still being copied
     };
 
     MirroredObject() noexcept = default;
-    MirroredObject(MirroredObject const&) = delete;
+    /// A record without fields, in which the copies of the fields of `other` register.
+    /// @throws Exception::InvalidOperation if a field of `other` lies outside of it.
+    MirroredObject(MirroredObject const& other);
     MirroredObject& operator=(MirroredObject const&) = default;
     ~MirroredObject() override;
 
@@ -99,7 +112,48 @@ public:
 private:
     friend class ReflectorBase;
 
-    alignas(8) MembersStorage members_; ///< a field keeps flags in its owner's address
+    template <class Field, class Record>
+    static Field* fieldAt(Record* record, std::int32_t distance) noexcept {
+        auto const address = reinterpret_cast<std::uintptr_t>(record) +
+                             static_cast<std::uintptr_t>(distance);
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the chain is kept as distances
+        return reinterpret_cast<Field*>(address);
+    }
+    template <class Field, class Record>
+    class InOrder;
+    template <class Field, class Record>
+    static std::vector<Field*> listed(Record& record);
+    void readEach(Element const& element);
+    void leaveLists() noexcept;
+
+    MembersStorage members_;
+};
+
+/// The record that a field is made for, and how large that is: what lies outside of it is not
+/// copied with it. Implicitly made from `this` of the record.
+class Owner {
+public:
+    // NOLINTBEGIN(google-explicit-constructor): stands for a pointer to a record
+    template <std::derived_from<MirroredObject> Record>
+    requires(!std::same_as<Record, MirroredObject>)
+    constexpr Owner(Record* record) noexcept : record_(record), start_(record),
+          size_(sizeof(Record) < maximumSize ? sizeof(Record) : 0) {
+        static_assert(requires(MirroredObject * base) { static_cast<Record*>(base); },
+                      "a record derives from MirroredObject once, and not virtually");
+    }
+    /// A record of unknown size: the field is taken for one outside of it.
+    constexpr Owner(MirroredObject* record) noexcept : record_(record) {}
+    constexpr Owner(std::nullptr_t) noexcept {}
+    // NOLINTEND(google-explicit-constructor)
+
+private:
+    friend class ReflectorBase;
+
+    static constexpr std::size_t maximumSize = std::size_t{1} << 29U; ///< see ReflectorBase::state_
+
+    MirroredObject* record_ = nullptr;
+    void const* start_ = nullptr;
+    std::size_t size_ = 0;
 };
 
 namespace Detail {
@@ -120,12 +174,29 @@ TOLV_CORE_API void noteCopyDoubt() noexcept;
 class TOLV_CORE_API ReflectorBase : public virtual PartiallySerializableInterface {
 public:
     /// Appends this field to the members of `owner`, which may be null.
-    ReflectorBase(MirroredObject* owner, Key const& key, Presence required) noexcept;
+    /// @param info must outlive the field
+    /// @throws std::bad_alloc for a field outside of its owner
+    ReflectorBase(Owner const& owner, FieldInfo const& info, Presence required)
+        : info_(&info), state_(required ? requiredBit | declaredBit | initializedBit : 0U) {
+        if (owner.record_ == nullptr)
+            return;
+        auto const place = reinterpret_cast<std::uintptr_t>(this);
+        if (place - reinterpret_cast<std::uintptr_t>(owner.start_) < owner.size_)
+            [[likely]] link(*owner.record_);
+        else
+            becomeGuest(*owner.record_);
+    }
     /// The same with the key as text, which is kept until the process ends.
-    ReflectorBase(MirroredObject* owner, std::string const& name, Presence required);
-    ReflectorBase(ReflectorBase const&) = delete; ///< a copy would have no owner
+    ReflectorBase(Owner const& owner, std::string const& name, Presence required)
+        : ReflectorBase(owner, FieldInfo::intern(name, nullptr), required) {}
+    /// The copy of a field in the copy of its record. It takes over the initialized flag, and
+    /// whether the field was declared as required. The copy of a field on its own has no owner.
+    ReflectorBase(ReflectorBase const& other);
     /// Leaves the owner, if that is still there.
-    ~ReflectorBase() override;
+    ~ReflectorBase() override {
+        if ((state_ & (distanceBits | guestBit)) != 0)
+            leave();
+    }
 
     /// Takes over the initialized flag; key, owner and required flag stay.
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): one flag, which may come from itself
@@ -158,13 +229,15 @@ public:
     }
 
     /// The key; it outlives the field.
-    [[nodiscard]] std::string const& name() const { return key_->name(); }
+    [[nodiscard]] std::string const& name() const { return info_->name(); }
     /// Extension: whether this is a field of `record`.
     [[nodiscard]] bool isOwnedBy(MirroredObject const& record) const noexcept {
         return owner() == &record;
     }
     /// Extension: the key in the form that lookups want.
-    [[nodiscard]] Key const& key() const noexcept { return *key_; }
+    [[nodiscard]] Key const& key() const noexcept { return *info_; }
+    /// Extension: what the record says of the field.
+    [[nodiscard]] FieldInfo const& info() const noexcept { return *info_; }
 
     /// @throws Exception::InvalidOperation unless the field is initialized. The text is `where`,
     /// the key, "is not initialized" and, of a field that has one, the class of the owner:
@@ -181,26 +254,46 @@ protected:
 private:
     friend class MirroredObject;
 
-    static constexpr std::uintptr_t initializedBit = 1;
-    static constexpr std::uintptr_t requiredBit = 2;
-    static constexpr std::uintptr_t pristineBit = 4;
-    static constexpr std::uintptr_t flagBits = 7; ///< zero in the address of a MirroredObject
+    static constexpr std::uint32_t initializedBit = 1;
+    static constexpr std::uint32_t requiredBit = 2;
+    static constexpr std::uint32_t declaredBit = 4; ///< as required, which `makeRequired` leaves
+    static constexpr std::uint32_t pristineBit = 8;
+    static constexpr std::uint32_t guestBit = 16; ///< outside of its owner
+    static constexpr std::uint32_t distanceBits = ~std::uint32_t{31};
+    /// The distance from the owner stands in the upper bits, in units of 4 bytes.
+    static constexpr unsigned int distanceShift = 3;
 
-    [[nodiscard]] MirroredObject* owner() const noexcept {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): the price of 8 bytes less in each field
-        return reinterpret_cast<MirroredObject*>(state_ & ~flagBits);
+    /// From the start of the owner in bytes; 0: no owner, or a guest.
+    [[nodiscard]] std::int32_t distance() const noexcept {
+        return static_cast<std::int32_t>((state_ & distanceBits) >> distanceShift);
     }
-    void forgetOwner() noexcept { state_ &= flagBits; }
+    [[nodiscard]] MirroredObject* ownerAt(std::int32_t distance) const noexcept {
+        auto const address =
+            reinterpret_cast<std::uintptr_t>(this) - static_cast<std::uintptr_t>(distance);
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): an owner is kept as a distance
+        return reinterpret_cast<MirroredObject*>(address);
+    }
+    [[nodiscard]] MirroredObject const* owner() const noexcept;
+
+    void link(MirroredObject& owner) noexcept {
+        auto const distance = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(this) -
+                                                         reinterpret_cast<std::uintptr_t>(&owner));
+        state_ |= distance << distanceShift;
+        older_ = std::exchange(owner.members_.newest_, static_cast<std::int32_t>(distance));
+    }
+    void becomeGuest(MirroredObject& owner);
+    void leave() noexcept;
+
     /// To be called wherever a field may become one that is required and has no value.
     void noteIfLacking() const noexcept {
         if (isRequired() && !initialized()) [[unlikely]]
             Detail::noteCopyDoubt();
     }
-    void set(std::uintptr_t bit, bool on) noexcept { state_ = on ? state_ | bit : state_ & ~bit; }
+    void set(std::uint32_t bit, bool on) noexcept { state_ = on ? state_ | bit : state_ & ~bit; }
 
-    ReflectorBase* older_ = nullptr; ///< the field that registered before this one
-    std::uintptr_t state_;           ///< the owner's address and the flags: fields are many
-    Key const* key_;
+    FieldInfo const* info_;
+    std::int32_t older_ = 0; ///< the field that registered before this one; 0: none
+    std::uint32_t state_;    ///< flags, and the distance from the owner: fields are many
 };
 
 } // namespace Tolv::MetaData

@@ -168,9 +168,9 @@ Recorder::~Recorder() {
 Recorder::Shape const& Recorder::shapeOf(std::span<ReflectorBase* const> fields,
                                          std::type_info const& record) {
     auto const describe = [](ReflectorBase const& field) {
-        return Shape::Field{&field.key(), &typeid(field), field.isRequired()};
+        return Shape::Field{&field.info(), field.isRequired()};
     };
-    std::pair const name{&record, &fields.front()->key()};
+    std::pair const name{&record, &fields.front()->info()};
     auto const [first, last] = shapes_.equal_range(name);
     auto const known = std::find_if(first, last, [&](auto const& entry) {
         auto const& those = entry.second.fields;
@@ -189,7 +189,7 @@ Recorder::Shape const& Recorder::shapeOf(std::span<ReflectorBase* const> fields,
 bool Recorder::hasField(std::uint32_t head, std::string_view key) const {
     for (; head != none; head = reads_[head].sequel)
         for (auto const& field : reads_[head].shape->fields)
-            if (field.key->text() == key)
+            if (field.info->text() == key)
                 return true;
     return false;
 }
@@ -212,7 +212,7 @@ void Recorder::locate(Frame& frame, Read& read) {
     Element const* found = nullptr;
     if (outer.child != nullptr && !outer.isLost) {
         auto const& parent = reads_[outer.read];
-        auto const* const copy = parent.element.find(*parent.shape->fields[outer.field].key);
+        auto const* const copy = parent.element.find(*parent.shape->fields[outer.field].info);
         if (copy == nullptr || isSame(*outer.child, frame.element)) {
             found = copy;
         } else if ((found = outer.findInList(frame.element, read.entry)) != nullptr) {
@@ -385,7 +385,7 @@ void Recorder::appendStep(std::string& path, Read const& read) const {
     if (read.parent == none)
         return;
     path = Detail::pathBelow(std::move(path),
-                             reads_[read.parent].shape->fields[read.field].key->text());
+                             reads_[read.parent].shape->fields[read.field].info->text());
     path += prefixes_[read.prefix];
     if (read.entry != none)
         path += indexed(read.entry);
@@ -424,13 +424,13 @@ void Recorder::forEach(std::function<void(ReadEvent const&)> const& call) const 
             auto const& read = reads_[number];
             auto const& field = read.shape->fields[index];
             ReadEvent event;
-            event.key = field.key->text();
+            event.key = field.info->text();
             event.path = Detail::pathBelow(path.substr(0, sizes[level]), event.key);
             event.outcome = outcome;
             event.required = field.isRequired;
-            event.field = *field.type;
+            event.field = field.info;
             event.record = *read.shape->record;
-            if (auto const* const found = read.element.find(*field.key))
+            if (auto const* const found = read.element.find(*field.info))
                 event.found = *found;
             if (auto const note = notes_.find({number, index}); note != notes_.end()) {
                 auto const& [entry, cause, reason] = note->second;
@@ -440,7 +440,7 @@ void Recorder::forEach(std::function<void(ReadEvent const&)> const& call) const 
                 if (cause.first != none)
                     event.cause = Detail::pathBelow(
                         pathOf(cause.first),
-                        reads_[cause.first].shape->fields[cause.second].key->text());
+                        reads_[cause.first].shape->fields[cause.second].info->text());
             }
             call(event);
         });

@@ -13,6 +13,8 @@
 
 namespace Tolv::MetaData {
 
+class FieldInfo;
+
 /// What became of one field of a record that was read, or of one key that no field has.
 struct ReadEvent {
     /// How the read ended.
@@ -31,7 +33,7 @@ struct ReadEvent {
     std::string path; ///< "Data.ComponentList[3].Type"; a key that is no plain word in quotes
     Outcome outcome = Outcome::read;       ///< how it ended
     bool required = false;                 ///< whether the field is a required one
-    std::type_index field = typeid(void);  ///< the class of the field
+    FieldInfo const* field = nullptr;      ///< what its record says of the field; null if none
     std::type_index record = typeid(void); ///< the class of its record; void where not known
     Element found;                         ///< what stands under the key; null when absent
     std::optional<unsigned int> entry;     ///< the last entry of a list of records that was read

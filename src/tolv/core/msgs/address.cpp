@@ -6,26 +6,18 @@ template class ReflectorArray<std::string>;
 
 namespace Tolv::Msgs {
 
-ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
+ReflectedAddress::ReflectedAddress(MetaData::Owner const& owner, Field field,
                                    MetaData::Presence required)
-    : ReflectorArray(owner, name, required) {
+    : ReflectorArray(owner, field, required) {
     letListsMoveIn();
 }
 
-ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
-                                   MetaData::Presence required)
-    : ReflectedAddress(owner, MetaData::Key::intern(name), required) {}
-
-ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
+ReflectedAddress::ReflectedAddress(MetaData::Owner const& owner, Field field,
                                    Address const& initial)
-    : ReflectorArray(owner, name, MetaData::Optional, initial) {
+    : ReflectorArray(owner, field, MetaData::Optional, initial) {
     init();
     letListsMoveIn();
 }
-
-ReflectedAddress::ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
-                                   Address const& initial)
-    : ReflectedAddress(owner, MetaData::Key::intern(name), initial) {}
 
 ReflectedAddress::~ReflectedAddress() = default;
 

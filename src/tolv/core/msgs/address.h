@@ -4,7 +4,7 @@
 #include <vector>
 
 #include <tolv/core/export.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector_array.h>
 
 namespace Tolv::MetaData {
 extern template class TOLV_CORE_API ReflectorArray<std::string>;
@@ -18,19 +18,15 @@ using Address = std::vector<std::string>;
 /// A mirrored address. Final, because lists that were read are moved in without calling `assign`.
 class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
+    /// The form in which a field is declared.
+    using Field = MetaData::FieldOf<MetaData::ListOf<std::string>>;
+
     /// An empty list, initialized if required.
-    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
-                     MetaData::Presence required);
-    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
-                     MetaData::Presence required);
-
+    ReflectedAddress(MetaData::Owner const& owner, Field field, MetaData::Presence required);
     /// An initialized field with this content.
-    ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
-                     Address const& initial);
-    ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
-                     Address const& initial);
+    ReflectedAddress(MetaData::Owner const& owner, Field field, Address const& initial);
 
-    ReflectedAddress(ReflectedAddress const&) = delete;
+    ReflectedAddress(ReflectedAddress const&) = default;
     ~ReflectedAddress() override;
 
     ReflectedAddress& operator=(ReflectedAddress const&) = default;

@@ -12,11 +12,13 @@ template class Reflector<Msgs::Identifier>;
 
 namespace Tolv::Msgs {
 
-using MetaData::operator""_key;
-
 namespace {
 
-auto const& idKey = "MessageID"_key;
+using MetaData::Doc;
+using MetaData::field;
+
+constexpr auto idField = field<"MessageID", Doc{"the number of the message class"}>;
+MetaData::Key const& idKey = idField;
 
 /// Assigns the address given to a constructor; an empty address leaves the field unset.
 void assignGiven(ReflectedAddress& field, Address const& address) {
@@ -27,8 +29,11 @@ void assignGiven(ReflectedAddress& field, Address const& address) {
 } // namespace
 
 Message::Message(unsigned long long id, Address const& sender, Address const& destination)
-    : id_(this, idKey, MetaData::Required, id), sender(this, "Sender"_key, MetaData::Optional),
-      destination(this, "Destination"_key, MetaData::Optional) {
+    : id_(this, idField, MetaData::Required, id),
+      sender(this, field<"Sender", Doc{"the address of the endpoint that sends"}>,
+             MetaData::Optional),
+      destination(this, field<"Destination", Doc{"the address of the endpoint that receives"}>,
+                  MetaData::Optional) {
     assignGiven(this->sender, sender);
     assignGiven(this->destination, destination);
 }
@@ -36,12 +41,6 @@ Message::Message(unsigned long long id, Address const& sender, Address const& de
 Message::Message(MetaData::Object const& object) : Message(0, {}, {}) {
     using namespace MetaData::Detail;
     MirroredObject::copyFromMetaData(ContainerView(Access::rep(object)).element());
-}
-
-Message::Message(Message const& other) : Message(0, {}, {}) {
-    id_ = other.id_;
-    sender = other.sender;
-    destination = other.destination;
 }
 
 Message& Message::operator=(Message const& other) {

@@ -13,7 +13,7 @@
 #include <tolv/core/metadata/mirrored_object.h>
 #include <tolv/core/msgs/address.h>
 #include <tolv/core/msgs/identifier.h>
-#include <tolv/metadata/reflector.h>
+#include <tolv/fields/reflector.h>
 
 namespace Tolv::MetaData {
 extern template class TOLV_CORE_API ReflectorNoWriteParend<Msgs::Identifier>;
@@ -44,7 +44,7 @@ public:
     /// this point; each derived class reads its own.
     explicit Message(MetaData::Object const& object);
 
-    Message(Message const& other);
+    Message(Message const& other) = default;
     /// Copies the addresses and, if both messages are of the same class, the id. A message assigned
     /// from one of another class through a common base keeps its own id.
     Message& operator=(Message const& other);

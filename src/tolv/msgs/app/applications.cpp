@@ -23,6 +23,11 @@ ConnectToAppResultData::ConnectToAppResultData(Lossless<bool> result, Lossless<i
     this->result = result;
 }
 
+std::vector<MetaData::FieldInfo const*> AppLocationData::mirroredKeys() {
+    using MetaData::keyInfo;
+    return {&keyInfo<std::string>(field<"AppInstallFromLocation", Doc{"where the application is installed from, in the format of the instrument"}>)};
+}
+
 void AppLocationData::copyToMetaData(Element& element) const {
     element["AppInstallFromLocation"_key] = Element(Trivial_T<std::string>(location_));
 }

@@ -22,10 +22,6 @@ public:
     ReflectorArray<std::string> appId{this, "AppID"_key, Required};
     Reflector<std::string> uuid{this, "UUID"_key, Required};       ///< of the instance
     Reflector<std::string> appName{this, "AppName"_key, Required}; ///< human-readable
-
-    AppIdData() = default;
-    AppIdData(AppIdData const& other) : AppIdData() { *this = other; }
-    AppIdData& operator=(AppIdData const&) = default;
 };
 
 /// The result of a command, with an error report on failure.
@@ -33,10 +29,6 @@ class TOLV_MESSAGES_API ResultData : public Utils::MayContainError {
 public:
     Reflector<bool> result{this, "Result"_key, Required};    ///< true on success
     Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
-
-    ResultData() = default;
-    ResultData(ResultData const& other) : ResultData() { *this = other; }
-    ResultData& operator=(ResultData const&) = default;
 };
 
 /// One installed application.
@@ -49,21 +41,12 @@ public:
     InstalledAppData() = default;
     /// An application with this name and id.
     InstalledAppData(std::string const& name, std::string const& id);
-    InstalledAppData(InstalledAppData const& other) : InstalledAppData() { *this = other; }
-    InstalledAppData& operator=(InstalledAppData const&) = default;
 };
 
 /// The installed applications. The list is absent if there are none.
 class TOLV_MESSAGES_API InstalledAppsResponseData : public MirroredObject {
 public:
     ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional}; ///< unset if none
-
-    InstalledAppsResponseData() = default;
-    InstalledAppsResponseData(InstalledAppsResponseData const& other)
-        : InstalledAppsResponseData() {
-        *this = other;
-    }
-    InstalledAppsResponseData& operator=(InstalledAppsResponseData const&) = default;
 };
 
 /// Starts an instance of an installed application.
@@ -75,11 +58,6 @@ public:
     InstantiateAppCommandData() = default;
     /// A command for the application with this name and id.
     InstantiateAppCommandData(std::string const& name, std::string const& id);
-    InstantiateAppCommandData(InstantiateAppCommandData const& other)
-        : InstantiateAppCommandData() {
-        *this = other;
-    }
-    InstantiateAppCommandData& operator=(InstantiateAppCommandData const&) = default;
 };
 
 /// Requests a connection to a running instance.
@@ -90,10 +68,6 @@ public:
     ConnectToAppCommandData() = default;
     /// A command for the instance with this id.
     explicit ConnectToAppCommandData(std::string const& uuid);
-    ConnectToAppCommandData(ConnectToAppCommandData const& other) : ConnectToAppCommandData() {
-        *this = other;
-    }
-    ConnectToAppCommandData& operator=(ConnectToAppCommandData const&) = default;
 };
 
 /// How to connect to a running instance.
@@ -111,10 +85,6 @@ public:
     explicit ConnectToAppResultData(Bool result) : ConnectToAppResultData(result, 0) {}
     /// Success, with this port.
     explicit ConnectToAppResultData(Lossless<int> port) : ConnectToAppResultData(true, port) {}
-    ConnectToAppResultData(ConnectToAppResultData const& other) : ConnectToAppResultData() {
-        *this = other;
-    }
-    ConnectToAppResultData& operator=(ConnectToAppResultData const&) = default;
 };
 
 /// The application list: one list of strings per application.
@@ -122,10 +92,6 @@ class TOLV_MESSAGES_API AppListData : public MirroredObject {
 public:
     /// Each entry identifies one application, like `AppIdData::appId`.
     ReflectorArray<std::vector<std::string>> applications{this, "Applications"_key, Required};
-
-    AppListData() = default;
-    AppListData(AppListData const& other) : AppListData() { *this = other; }
-    AppListData& operator=(AppListData const&) = default;
 };
 
 /// Installs an application from a location. Reading requires the key.
@@ -136,6 +102,9 @@ public:
     [[nodiscard]] std::string location() && noexcept { return std::move(location_); }
     /// Sets the value returned by `location`.
     void setLocation(std::string const& location) { location_ = location; }
+
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter if the key is missing or its value is not a string.
@@ -158,8 +127,6 @@ public:
         IconData() = default;
         /// The icon of this kind.
         IconData(std::string const& type, std::string const& image);
-        IconData(IconData const& other) : IconData() { *this = other; }
-        IconData& operator=(IconData const&) = default;
     };
 
     /// A resource that the application requests.
@@ -172,12 +139,6 @@ public:
         Reflector<bool> required{this, "Required"_key, Required, true};
         /// Ids of the resources that would satisfy the request (`ResourceData::id`).
         ReflectorArray<std::string> matchingIds{this, "MatchingIDs"_key, Required};
-
-        ResourceDefinition() = default;
-        ResourceDefinition(ResourceDefinition const& other) : ResourceDefinition() {
-            *this = other;
-        }
-        ResourceDefinition& operator=(ResourceDefinition const&) = default;
     };
 
     Reflector<std::string> name{this, "Name"_key, Required};               ///< human-readable
@@ -187,13 +148,6 @@ public:
     Reflector<std::string> version{this, "Version"_key, Required}; ///< human-readable
     /// The instrument resources that the application needs.
     ReflectorArray<ResourceDefinition> requiredResources{this, "RequiredResources"_key, Required};
-
-    AppPropertiesResponseData() = default;
-    AppPropertiesResponseData(AppPropertiesResponseData const& other)
-        : AppPropertiesResponseData() {
-        *this = other;
-    }
-    AppPropertiesResponseData& operator=(AppPropertiesResponseData const&) = default;
 };
 
 } // namespace Tolv::Msgs::App

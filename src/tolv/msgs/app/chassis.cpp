@@ -8,6 +8,14 @@ namespace Tolv::Msgs::App {
 using MetaData::Element;
 using MetaData::Trivial_T;
 
+std::vector<MetaData::FieldInfo const*> SystemInfoResponseData::mirroredKeys() {
+    using MetaData::keyInfo;
+    return {&keyInfo<std::string>(field<"Name", Doc{"the human-readable name of the system"}>),
+            &keyInfo<std::string>(field<"UUID", Doc{"the identifier of the system, unique among all systems"}>),
+            &keyInfo<std::string>(field<"Description", Doc{"a human-readable description of the system"}>),
+            &keyInfo<std::string>(field<"SerialNumber", Doc{"the serial number of the system"}>)};
+}
+
 void SystemInfoResponseData::copyToMetaData(Element& element) const {
     element["Name"_key] = Element(Trivial_T<std::string>(name_));
     element["UUID"_key] = Element(Trivial_T<std::string>(uuid_));

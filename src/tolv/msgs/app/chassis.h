@@ -36,6 +36,9 @@ public:
     /// Sets the value returned by `serialNumber`.
     void setSerialNumber(std::string const& serialNumber) { serialNumber_ = serialNumber; }
 
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
+
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter at the first key that is missing or whose value is not a
     /// string; the members before it then have their new values.
@@ -63,8 +66,6 @@ public:
     /// A resource with all fields.
     ResourceData(std::string name, std::string id, std::string type, std::string position,
                  std::string inUseBy);
-    ResourceData(ResourceData const& other) : ResourceData() { *this = other; }
-    ResourceData& operator=(ResourceData const&) = default;
 };
 
 /// All resources.
@@ -72,10 +73,6 @@ class TOLV_MESSAGES_API Resources : public MirroredObject {
 public:
     /// In no particular order.
     ReflectorArray<ResourceData> resources{this, "Resources"_key, Required};
-
-    Resources() = default;
-    Resources(Resources const& other) : Resources() { *this = other; }
-    Resources& operator=(Resources const&) = default;
 };
 
 /// One component on a module.
@@ -89,7 +86,7 @@ public:
         control = 3  ///< a switch or a button
     };
 
-    Reflector<int> type{this, "Type"_key, Required, 1};      ///< a `HardwareComponentType`
+    Reflector<int> type{this, field<"Type", Words{"0 blank | 1 port | 2 display | 3 control"}>, Required, 1};      ///< a `HardwareComponentType`
     Reflector<int> position{this, "Position"_key, Required}; ///< in divisions of the front panel
     Reflector<int> width{this, "Width"_key, Required};       ///< in divisions
     Reflector<std::string> resourceId{this, "ResourceID"_key, Optional}; ///< a `ResourceData::id`
@@ -100,8 +97,6 @@ public:
     /// A component that represents a resource.
     HardwareComponent(HardwareComponentType type, Lossless<int> position, Lossless<int> width,
                       std::string resourceId);
-    HardwareComponent(HardwareComponent const& other) : HardwareComponent() { *this = other; }
-    HardwareComponent& operator=(HardwareComponent const&) = default;
 };
 
 /// The divisions of a module's front panel, and the components on it.
@@ -115,10 +110,6 @@ public:
     HardwareConfiguration() = default;
     /// A front panel without components.
     explicit HardwareConfiguration(Lossless<int> divisions);
-    HardwareConfiguration(HardwareConfiguration const& other) : HardwareConfiguration() {
-        *this = other;
-    }
-    HardwareConfiguration& operator=(HardwareConfiguration const&) = default;
 };
 
 /// One module.
@@ -132,8 +123,6 @@ public:
     HardwareModule() = default;
     /// A module of unknown configuration.
     HardwareModule(std::string make, std::string model);
-    HardwareModule(HardwareModule const& other) : HardwareModule() { *this = other; }
-    HardwareModule& operator=(HardwareModule const&) = default;
 };
 
 /// The chassis.
@@ -147,8 +136,6 @@ public:
     ChassisInformation() = default;
     /// A chassis without a module list.
     ChassisInformation(std::string make, std::string model);
-    ChassisInformation(ChassisInformation const& other) : ChassisInformation() { *this = other; }
-    ChassisInformation& operator=(ChassisInformation const&) = default;
 };
 
 } // namespace Tolv::Msgs::App

@@ -21,8 +21,6 @@ public:
     Connect() = default;
     /// A request with all fields.
     Connect(Lossless<int> maxVersion, Lossless<int> minVersion, Lossless<bool> binaryTransmission);
-    Connect(Connect const& other) : Connect() { *this = other; }
-    Connect& operator=(Connect const&) = default;
 };
 
 /// Answers `Connect`: the range of versions that the service supports, the version that both sides
@@ -42,8 +40,6 @@ public:
     /// An answer with all fields.
     Connected(Lossless<int> maxVersion, Lossless<int> minVersion, Lossless<int> versionToUse,
               Lossless<bool> binaryTransmission);
-    Connected(Connected const& other) : Connected() { *this = other; }
-    Connected& operator=(Connected const&) = default;
 };
 
 /// Answers a ping: the peer's version range, a message type number and whether it supports binary
@@ -67,6 +63,9 @@ public:
     void setMessageType(Lossless<unsigned int> type) noexcept { messageType_ = type.get(); }
     /// Sets the value returned by `supportsBinary`.
     void setSupportsBinary(Lossless<bool> supports) noexcept { supportsBinary_ = supports.get(); }
+
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter at the first key that is missing or whose value does not

@@ -13,12 +13,6 @@ class TOLV_MESSAGES_API QmlFileListRequestData : public MirroredObject {
 public:
     /// The owner of the files.
     Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
-
-    QmlFileListRequestData() = default;
-    QmlFileListRequestData(QmlFileListRequestData const& other) : QmlFileListRequestData() {
-        *this = other;
-    }
-    QmlFileListRequestData& operator=(QmlFileListRequestData const&) = default;
 };
 
 /// The script files.
@@ -30,11 +24,7 @@ public:
         /// The name to use in `QmlFileRequestData`.
         Reflector<std::string> fileName{this, "FileName"_key, Required};
         /// The size of the whole file.
-        Reflector<long long> fileSizeInBytes{this, "FileSizeInBytes"_key, Required};
-
-        FileMetaData() = default;
-        FileMetaData(FileMetaData const& other) : FileMetaData() { *this = other; }
-        FileMetaData& operator=(FileMetaData const&) = default;
+        Reflector<long long> fileSizeInBytes{this, field<"FileSizeInBytes", Unit{"bytes"}>, Required};
     };
 
     /// Human-readable.
@@ -44,12 +34,6 @@ public:
     Reflector<std::string> rootScript{this, "RootScript"_key, Required}; ///< the file to start with
     /// All files, including the root script.
     ReflectorArray<FileMetaData> fileList{this, "FileList"_key, Required};
-
-    QmlFileListResponseData() = default;
-    QmlFileListResponseData(QmlFileListResponseData const& other) : QmlFileListResponseData() {
-        *this = other;
-    }
-    QmlFileListResponseData& operator=(QmlFileListResponseData const&) = default;
 };
 
 /// Requests one script file.
@@ -62,8 +46,6 @@ public:
     QmlFileRequestData() = default;
     /// A request for this file.
     QmlFileRequestData(std::string const& applicationType, std::string const& fileName);
-    QmlFileRequestData(QmlFileRequestData const& other) : QmlFileRequestData() { *this = other; }
-    QmlFileRequestData& operator=(QmlFileRequestData const&) = default;
 };
 
 /// One piece of a script file. The content is text and is not encoded further: a piece must not
@@ -73,16 +55,14 @@ class TOLV_MESSAGES_API QmlFileResponseData : public MirroredObject {
 public:
     /// The file to which the piece belongs.
     Reflector<std::string> fileName{this, "FileName"_key, Required};
-    Reflector<long long> fileOffset{this, "FileOffset"_key, Required}; ///< bytes before this piece
-    Reflector<long long> fileSize{this, "FileSize"_key, Required};     ///< in bytes
+    Reflector<long long> fileOffset{this, field<"FileOffset", Unit{"bytes"}>, Required}; ///< bytes before this piece
+    Reflector<long long> fileSize{this, field<"FileSize", Unit{"bytes"}>, Required};     ///< in bytes
     Reflector<std::string> content{this, "Content"_key, Required};     ///< the piece
 
     QmlFileResponseData() = default;
     /// A piece with all fields.
     QmlFileResponseData(std::string const& fileName, Lossless<long long> fileOffset,
                         Lossless<long long> fileSize, std::string const& content);
-    QmlFileResponseData(QmlFileResponseData const& other) : QmlFileResponseData() { *this = other; }
-    QmlFileResponseData& operator=(QmlFileResponseData const&) = default;
 };
 
 } // namespace Tolv::Msgs::App

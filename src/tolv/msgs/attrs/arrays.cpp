@@ -8,6 +8,13 @@ using MetaData::Element;
 using MetaData::GetAs;
 using MetaData::SetAs;
 
+namespace {
+
+constexpr auto attributesField =
+    field<"Attributes", Doc{"the attribute messages, whole and of any classes"}>;
+
+} // namespace
+
 template <class M>
 void ArrayDataPolymorphic<M>::copyToMetaData(Element& element) const {
     MessageList::write(attributes, element["Attributes"_key]);
@@ -18,7 +25,18 @@ void ArrayDataPolymorphic<M>::copyFromMetaData(Element const& element) {
     MessageList::read(element["Attributes"_key], attributes);
 }
 
+template <class M>
+std::vector<MetaData::FieldInfo const*> ArrayDataPolymorphic<M>::mirroredKeys() {
+    return {&MetaData::keyInfo<decltype(attributes)>(attributesField)};
+}
+
 template class ArrayDataPolymorphic<AttrMessage>;
+
+std::vector<MetaData::FieldInfo const*> ArrayWithRangeRequestData::mirroredKeys() {
+    using MetaData::keyInfo;
+    return {&keyInfo<unsigned int>(field<"StartElementIndex", Doc{"the index of the first requested element, counted from 0"}>),
+            &keyInfo<unsigned int>(field<"NumberOfElement", Doc{"how many elements are requested"}>)};
+}
 
 void ArrayWithRangeRequestData::copyToMetaData(Element& element) const {
     SetAs<unsigned int>(offset_, element["StartElementIndex"_key]);
@@ -28,6 +46,13 @@ void ArrayWithRangeRequestData::copyToMetaData(Element& element) const {
 void ArrayWithRangeRequestData::copyFromMetaData(Element const& element) {
     offset_ = GetAs<unsigned int>(element["StartElementIndex"_key]);
     number_ = GetAs<unsigned int>(element["NumberOfElement"_key]);
+}
+
+std::vector<MetaData::FieldInfo const*> ArrayWithRangeResponseData::mirroredKeys() {
+    auto keys = ArrayDataPolymorphic::mirroredKeys();
+    keys.push_back(&MetaData::keyInfo<unsigned int>(
+        field<"StartElementIndex", Doc{"the index of the first message in the list, counted from 0"}>));
+    return keys;
 }
 
 void ArrayWithRangeResponseData::copyToMetaData(Element& element) const {

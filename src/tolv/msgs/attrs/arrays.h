@@ -19,24 +19,11 @@ public:
     /// The number of the class within the family.
     Reflector<unsigned short> attrType{this, "AttrType"_key, Required, M::MsgID().type()};
     /// Required unless 0 in `M`.
-    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key, Optional};
+    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key, M::MsgID().sub1() != 0,
+                                       M::MsgID().sub1()};
     /// Required unless 0 in `M`.
-    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key, Optional};
-
-    ArrayDataConcrete() {
-        requireUnlessZero(attrSub1, M::MsgID().sub1());
-        requireUnlessZero(attrSub2, M::MsgID().sub2());
-    }
-    ArrayDataConcrete(ArrayDataConcrete const& other) : ArrayDataConcrete() { *this = other; }
-    ArrayDataConcrete& operator=(ArrayDataConcrete const&) = default;
-
-private:
-    static void requireUnlessZero(Reflector<unsigned short>& field, unsigned short number) {
-        if (number != 0) {
-            field = number;
-            field.makeRequired();
-        }
-    }
+    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key, M::MsgID().sub2() != 0,
+                                       M::MsgID().sub2()};
 };
 
 /// A list of messages of any classes derived from `M`. Each is written as a whole message and read
@@ -46,6 +33,9 @@ class ArrayDataPolymorphic : public SerializablePayloadInterface {
 public:
     /// Copies of this payload share the messages.
     std::vector<std::shared_ptr<M>> attributes;
+
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
 
     /// @throws Exception::InvalidOperation if a pointer is null.
     void copyToMetaData(MetaData::Element& element) const override;
@@ -70,6 +60,9 @@ public:
         number_ = number.get();
     } ///< number of elements
 
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
+
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws Exception::InvalidParameter at the first key that is missing or whose value does not
     /// fit.
@@ -90,6 +83,9 @@ public:
     void setOffset(MetaData::Lossless<unsigned int> offset) noexcept {
         offset_ = offset.get();
     } ///< index of the first element
+
+    /// The keys, for descriptions.
+    static std::vector<MetaData::FieldInfo const*> mirroredKeys();
 
     void copyToMetaData(MetaData::Element& element) const override;
     /// @throws what the base throws, and Exception::InvalidParameter if the offset is missing or

@@ -18,8 +18,6 @@ public:
     EnumVal() = default;
     /// An entry with number and text.
     EnumVal(Lossless<int> value, std::string const& literal);
-    EnumVal(EnumVal const& other) : EnumVal() { *this = other; }
-    EnumVal& operator=(EnumVal const&) = default;
 
     /// Whether number and text are equal; the text is compared byte for byte.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
@@ -46,12 +44,6 @@ class EnumeratedAttr : public AttrWithMetaData<T, EnumMetaData> {
 public:
     /// The allowed values. The position of a value is its index into "DisabledList".
     ReflectorArray<T> enums{this, "enums"_key, Optional, std::is_same_v<T, int>};
-
-    EnumeratedAttr() = default;
-    EnumeratedAttr(EnumeratedAttr const& other) : AttrWithMetaData<T, EnumMetaData>(other) {
-        enums = other.enums;
-    }
-    EnumeratedAttr& operator=(EnumeratedAttr const&) = default;
 
     /// Whether the value is an entry of "enums" that is not disabled. If "enums" is absent, any
     /// value is valid; if it is empty, none is.

@@ -4,6 +4,13 @@
 
 namespace Tolv::Msgs::Attrs {
 
+std::vector<MetaData::Literal> AttributeTypes::literals() {
+    std::vector<MetaData::Literal> words;
+    for (auto const& [word, id] : messageTypeMapper)
+        words.push_back({word, static_cast<long long>(static_cast<unsigned long long>(id))});
+    return words;
+}
+
 AttrInfoData::AttrInfoData(Identifier const& id) {
     auto const* const literal = messageTypeMapper.tryLiteral(id);
     scaType = literal != nullptr ? *literal : messageTypeMapper.defaultLiteral();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <tolv/msgs/families.h>
 #include <tolv/msgs/record.h>
@@ -9,13 +10,19 @@
 /// The name of an attribute and the type of its value.
 namespace Tolv::Msgs::Attrs {
 
+/// The words of `messageTypeMapper`.
+struct TOLV_MESSAGES_API AttributeTypes {
+    /// By byte order of the words; the value is the id.
+    static std::vector<MetaData::Literal> literals();
+};
+
 /// The name and type of an attribute. The type is given twice: as a word and as the id of the
 /// message that carries the value.
 class TOLV_MESSAGES_API AttrInfoData : public MirroredObject {
 public:
     Reflector<std::string> scaName{this, "ScaName"_key, Required}; ///< the attribute's name
     /// A literal of `messageTypeMapper`: "double".
-    Reflector<std::string> scaType{this, "ScaType"_key, Required};
+    Reflector<std::string> scaType{this, field<"ScaType", OneOf<AttributeTypes>{}>, Required};
     /// The id of the message that carries the value.
     Reflector<Identifier> type{this, "Type"_key, Required};
 
@@ -25,8 +32,6 @@ public:
     /// The same for the id of family 4 itself, whatever the message. For the type of a message, use
     /// `AttrInfoData(message.id())`.
     explicit AttrInfoData(AttrMessage const& message);
-    AttrInfoData(AttrInfoData const& other) : AttrInfoData() { *this = other; }
-    AttrInfoData& operator=(AttrInfoData const&) = default;
 
     /// Sets the type word and its id. An unknown word is stored with the id of family 4 itself;
     /// this is not an error.
@@ -41,8 +46,6 @@ public:
     RegistrationData() = default;
     /// An answer.
     explicit RegistrationData(Lossless<bool> ok) { this->ok = ok; }
-    RegistrationData(RegistrationData const& other) : RegistrationData() { *this = other; }
-    RegistrationData& operator=(RegistrationData const&) = default;
 };
 
 } // namespace Tolv::Msgs::Attrs

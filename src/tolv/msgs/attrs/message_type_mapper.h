@@ -1,7 +1,7 @@
 #pragma once
 
 #include <tolv/core/msgs/identifier.h>
-#include <tolv/metadata/enum_strings.h>
+#include <tolv/fields/enum_strings.h>
 #include <tolv/msgs/export.h>
 
 namespace Tolv::Msgs {

@@ -17,10 +17,6 @@ public:
     Reflector<std::string> name{this, "Name"_key, Optional}; ///< human-readable
     /// Not used by this library.
     ReflectedAddress controlAttrId{this, "ControlAttrID"_key, Optional};
-
-    AttrMetaDataBase() = default;
-    AttrMetaDataBase(AttrMetaDataBase const& other) : AttrMetaDataBase() { *this = other; }
-    AttrMetaDataBase& operator=(AttrMetaDataBase const&) = default;
 };
 
 /// How a number is displayed.
@@ -32,10 +28,6 @@ public:
     Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
     /// Decimal places on a display.
     Reflector<int> precision{this, "Precision"_key, Optional};
-
-    NumericMetaData() = default;
-    NumericMetaData(NumericMetaData const& other) : NumericMetaData() { *this = other; }
-    NumericMetaData& operator=(NumericMetaData const&) = default;
 };
 
 /// The limits of a number, both inclusive, and the step between values. `T` is `double`, `long
@@ -48,10 +40,6 @@ public:
     Reflector<T> step{this, "Step"_key, Optional};       ///< between values; not checked
     /// Whether "Step" is a plain number rather than in the unit of the value.
     Reflector<bool> stepDimensionless{this, "StepDimensionless"_key, Optional};
-
-    RangedMetaData() = default;
-    RangedMetaData(RangedMetaData const& other) : RangedMetaData() { *this = other; }
-    RangedMetaData& operator=(RangedMetaData const&) = default;
 };
 
 /// Statistics of a measured number. "Minimum" and "Maximum" are measured values, not limits.
@@ -67,10 +55,6 @@ public:
     Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest measured value
     Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest measured value
     Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
-
-    NumericMeasMetaData() = default;
-    NumericMeasMetaData(NumericMeasMetaData const& other) : NumericMeasMetaData() { *this = other; }
-    NumericMeasMetaData& operator=(NumericMeasMetaData const&) = default;
 };
 
 /// `NumericMeasMetaData` with the result of a limit test.
@@ -88,13 +72,6 @@ public:
     Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
     /// The result of the limit test, a number whose meaning the peers define.
     Reflector<int> limitStatus{this, "LimitStatus"_key, Optional};
-
-    NumericMeasMetaDataWithStatus() = default;
-    NumericMeasMetaDataWithStatus(NumericMeasMetaDataWithStatus const& other)
-        : NumericMeasMetaDataWithStatus() {
-        *this = other;
-    }
-    NumericMeasMetaDataWithStatus& operator=(NumericMeasMetaDataWithStatus const&) = default;
 };
 
 /// Which entries of an enumerated payload's "enums" are disabled, by position. The list may differ
@@ -103,33 +80,21 @@ class TOLV_MESSAGES_API EnumMetaData : public AttrMetaDataBase {
 public:
     /// True if the entry at this position is disabled.
     ReflectorArray<bool> disabledList{this, "DisabledList"_key, Required, true};
-
-    EnumMetaData() = default;
-    EnumMetaData(EnumMetaData const& other) : EnumMetaData() { *this = other; }
-    EnumMetaData& operator=(EnumMetaData const&) = default;
 };
 
 /// The maximum length of a list of integers.
 class TOLV_MESSAGES_API IntVectorMetaData : public AttrMetaDataBase {
 public:
-    Reflector<unsigned int> maxLength{this, "MaxLength"_key, Optional}; ///< elements
-
-    IntVectorMetaData() = default;
-    IntVectorMetaData(IntVectorMetaData const& other) : IntVectorMetaData() { *this = other; }
-    IntVectorMetaData& operator=(IntVectorMetaData const&) = default;
+    Reflector<unsigned int> maxLength{this, field<"MaxLength", Unit{"elements"}>, Optional}; ///< elements
 };
 
 /// The strings that are accepted.
 class TOLV_MESSAGES_API StringMetaData : public AttrMetaDataBase {
 public:
-    Reflector<unsigned int> maxLength{this, "MaxLength"_key, Optional}; ///< bytes
+    Reflector<unsigned int> maxLength{this, field<"MaxLength", Unit{"bytes"}>, Optional}; ///< bytes
     Reflector<bool> passwordField{this, "PasswordField"_key, Optional}; ///< for displays
     /// A regular expression in the POSIX extended grammar that must match the whole string.
     Reflector<std::string> validCharacters{this, "ValidCharacters"_key, Optional};
-
-    StringMetaData() = default;
-    StringMetaData(StringMetaData const& other) : StringMetaData() { *this = other; }
-    StringMetaData& operator=(StringMetaData const&) = default;
 };
 
 /// A payload that contains metadata of the class `M` alongside its value.
@@ -138,10 +103,6 @@ class HasMetaData : public MirroredObject {
 public:
     /// The metadata; unset if the attribute has none.
     Reflector<M> attributeMetaData{this, "AttributeMetaData"_key, Optional};
-
-    HasMetaData() = default;
-    HasMetaData(HasMetaData const& other) : HasMetaData() { *this = other; }
-    HasMetaData& operator=(HasMetaData const&) = default;
 
     /// The metadata.
     /// @throws Exception::InvalidOperation if it is uninitialized; check

@@ -13,14 +13,12 @@ namespace Tolv::Msgs::Attrs {
 /// A segment of a trace. Nothing checks that it lies within the trace.
 class TOLV_MESSAGES_API TraceSegment : public MirroredObject {
 public:
-    Reflector<unsigned long long> offset{this, "offset"_key, Required}; ///< samples
-    Reflector<unsigned long long> length{this, "length"_key, Required}; ///< samples
+    Reflector<unsigned long long> offset{this, field<"offset", Unit{"samples"}>, Required}; ///< samples
+    Reflector<unsigned long long> length{this, field<"length", Unit{"samples"}>, Required}; ///< samples
 
     TraceSegment() = default;
     /// A segment of `length` samples, starting at `offset`.
     TraceSegment(Lossless<unsigned long long> offset, Lossless<unsigned long long> length);
-    TraceSegment(TraceSegment const& other) : TraceSegment() { *this = other; }
-    TraceSegment& operator=(TraceSegment const&) = default;
 };
 
 } // namespace Tolv::Msgs::Attrs
@@ -41,10 +39,6 @@ public:
     /// The samples.
     ReflectorArray<T> trace{this, "trace"_key, Required, true};
 
-    TracePayload() = default;
-    TracePayload(TracePayload const& other) : TracePayload() { *this = other; }
-    TracePayload& operator=(TracePayload const&) = default;
-
     /// Always true: neither samples nor segments are compared with the metadata.
     [[nodiscard]] virtual bool validate() const;
 
@@ -58,12 +52,6 @@ class TraceWithSegmentsPayload : public TracePayload<T, M> {
 public:
     /// The segments, in the order of acquisition.
     ReflectorArray<TraceSegment> segments{this, "segments"_key, Required};
-
-    TraceWithSegmentsPayload() = default;
-    TraceWithSegmentsPayload(TraceWithSegmentsPayload const& other) : TraceWithSegmentsPayload() {
-        *this = other;
-    }
-    TraceWithSegmentsPayload& operator=(TraceWithSegmentsPayload const&) = default;
 
     /// Always true, as for a trace without segments.
     [[nodiscard]] bool validate() const override;

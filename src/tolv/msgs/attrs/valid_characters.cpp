@@ -131,7 +131,10 @@ private:
 
     /// "{3}", "{3,}" or "{3,5}": copies replace the term; each optional copy has an additional
     /// state that can skip it.
-    void repeat() noexcept {
+    ///
+    /// The compiler makes as many copies as the number says even of a term without states, as in
+    /// "(){999999999}".
+    void repeat() {
         auto const least = number();
         auto most = least;
         auto const isRange = takeIf(',');
@@ -139,6 +142,8 @@ private:
         if (isRange)
             most = isOpen ? least + 1 : std::max(least, number());
         takeIf('}');
+        if (most > limits_.patternStates)
+            throw std::regex_error(Syntax::error_complexity);
         auto const optional = most - least;
         auto const original = std::exchange(last_, {});
         group_.states -= original.states;

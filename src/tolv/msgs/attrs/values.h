@@ -28,11 +28,10 @@ public:
     /// An attribute with this value and without metadata.
     // NOLINTNEXTLINE(google-explicit-constructor): a value is an attribute without metadata
     AttrWithMetaData(MetaData::Parameter<T> initial = initialValue())
-        : value(this, valueKey(), Required, initial) {}
+        : value(this, valueField(), Required, initial) {}
 
     /// Copies metadata and value; an uninitialized value remains uninitialized.
-    AttrWithMetaData(AttrWithMetaData const& other) : AttrWithMetaData() {
-        *this = other;
+    AttrWithMetaData(AttrWithMetaData const& other) : HasMetaData<M>(other), value(other.value) {
         if (!other.value.initialized())
             value.uninit();
     }
@@ -58,24 +57,24 @@ public:
     [[nodiscard]] std::string explainInvalid() const;
 
 private:
-    static constexpr MetaData::Key const& valueKey() {
+    static constexpr auto valueField() {
         using std::is_same_v;
         if constexpr (is_same_v<M, EnumMetaData>)
-            return "value"_key;
+            return field<"value", Doc{"the entry of \"enums\" that is selected"}>;
         else if constexpr (is_same_v<T, bool>)
-            return "b"_key;
+            return field<"b", Doc{"whether the attribute is on"}>;
         else if constexpr (is_same_v<M, RangedMetaData<double>>)
-            return "d"_key;
+            return field<"d", Doc{"the number, in the unit that the metadata names"}>;
         else if constexpr (is_same_v<M, RangedMetaData<std::complex<double>>>)
-            return "dc"_key;
+            return field<"dc", Doc{"the complex number, in the unit that the metadata names"}>;
         else if constexpr (is_same_v<M, RangedMetaData<long long>>)
-            return "i"_key;
+            return field<"i", Doc{"the integer, in the unit that the metadata names"}>;
         else if constexpr (is_same_v<M, IntVectorMetaData>)
-            return "iv"_key;
+            return field<"iv", Doc{"the integers of the attribute"}>;
         else if constexpr (is_same_v<M, StringMetaData>)
-            return "s"_key;
+            return field<"s", Doc{"the text of the attribute"}>;
         else
-            return "m"_key;
+            return field<"m", Doc{"the measured number, in the unit that the metadata names"}>;
     }
 
     /// The initial value of a payload built without one: true for a boolean, otherwise zero or

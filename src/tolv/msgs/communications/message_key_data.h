@@ -17,8 +17,6 @@ public:
     /// The fields of `key`.
     // NOLINTNEXTLINE(google-explicit-constructor): it is the key, in its form for the wire
     MessageKeyData(MessageKey const& key);
-    MessageKeyData(MessageKeyData const& other) : MessageKeyData(0, {}, {}) { *this = other; }
-    MessageKeyData& operator=(MessageKeyData const&) = default;
 };
 
 } // namespace Tolv::Msgs::Structs

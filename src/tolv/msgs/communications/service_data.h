@@ -32,10 +32,6 @@ class TOLV_MESSAGES_API AllServicesData : public MirroredObject {
 public:
     /// In no particular order.
     ReflectorArray<ServiceData> services{this, "Services"_key, Required};
-
-    AllServicesData() = default;
-    AllServicesData(AllServicesData const& other) : AllServicesData() { *this = other; }
-    AllServicesData& operator=(AllServicesData const&) = default;
 };
 
 /// All subscriptions.
@@ -43,12 +39,6 @@ class TOLV_MESSAGES_API AllSubscriptionsData : public MirroredObject {
 public:
     /// In no particular order.
     ReflectorArray<ServiceData> subscriptions{this, "Subscriptions"_key, Required};
-
-    AllSubscriptionsData() = default;
-    AllSubscriptionsData(AllSubscriptionsData const& other) : AllSubscriptionsData() {
-        *this = other;
-    }
-    AllSubscriptionsData& operator=(AllSubscriptionsData const&) = default;
 };
 
 } // namespace Tolv::Msgs::Communications::Forwarder

@@ -32,10 +32,6 @@ public:
     Reflector<int> event{this, "event"_key, Required, 1};
     Reflector<ParamList> param{this, "param"_key, Required}; ///< of the transition
 
-    TransitionData() = default;
-    TransitionData(TransitionData const& other) : TransitionData() { *this = other; }
-    TransitionData& operator=(TransitionData const&) = default;
-
     /// Whether a parameter with this index exists.
     /// @throws Exception::InvalidOperation if "param" is uninitialized.
     [[nodiscard]] bool hasParam(unsigned int index) const { return index < param().size(); }

@@ -29,8 +29,8 @@ public:
         application = 6
     };
 
-    Reflector<int> errorLevel{this, "ErrorLevel"_key, Required};       ///< an `ErrorLevel`
-    Reflector<int> errorCategory{this, "ErrorCategory"_key, Required}; ///< an `ErrorCategory`
+    Reflector<int> errorLevel{this, field<"ErrorLevel", Words{"0 information | 1 warning | 2 error | 3 fatal"}>, Required};       ///< an `ErrorLevel`
+    Reflector<int> errorCategory{this, field<"ErrorCategory", Words{"0 general | 1 hardware | 2 measurement | 3 calibration | 4 configuration | 5 communication | 6 application"}>, Required}; ///< an `ErrorCategory`
     /// The error within its category, in the reporter's numbering.
     Reflector<int> errorNumber{this, "ErrorNumber"_key, Required};
     /// Human-readable.

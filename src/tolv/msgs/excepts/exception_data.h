@@ -15,8 +15,6 @@ public:
     CommonExceptionData() = default;
     /// The text of an exception.
     explicit CommonExceptionData(std::string const& text) { what = text; }
-    CommonExceptionData(CommonExceptionData const& other) : CommonExceptionData() { *this = other; }
-    CommonExceptionData& operator=(CommonExceptionData const&) = default;
 };
 
 /// An exception with its number, its text and optionally the error that caused it. No message of
@@ -26,12 +24,6 @@ public:
     /// In the sender's numbering.
     Reflector<unsigned int> exceptionType{this, "ExceptionType"_key, Required};
     Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required}; ///< the text
-
-    GenericExceptionData() = default;
-    GenericExceptionData(GenericExceptionData const& other) : GenericExceptionData() {
-        *this = other;
-    }
-    GenericExceptionData& operator=(GenericExceptionData const&) = default;
 
     /// Sets "ExceptionType".
     void setType(Lossless<unsigned int> type) { exceptionType = type; }

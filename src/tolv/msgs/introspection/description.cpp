@@ -1,13 +1,13 @@
 #include <tolv/msgs/introspection/description.h>
 
+#include <memory>
 #include <mutex>
-#include <typeindex>
 #include <unordered_map>
 
 #include <tolv/core/detail/fork.h>
+#include <tolv/core/detail/type_name.h>
+#include <tolv/core/exceptions.h>
 #include <tolv/msgs/catalogue.h>
-#include <tolv/msgs/introspection/detail/tables.h>
-#include <tolv/msgs/introspection/detail/types.h>
 
 namespace Tolv::Msgs::Introspection {
 
@@ -15,16 +15,62 @@ namespace {
 
 struct Known {
     std::mutex mutex;
-    std::unordered_map<std::type_index, Type const*> byField;
+    std::unordered_map<MetaData::ValueType const*, std::unique_ptr<Type>> types;
 };
 
 Known& known() {
-    static Known table;
+    static auto& table = *new Known; // types live until the process ends
     return table;
 }
 
 [[maybe_unused]] bool const forksInOrder =
     Tolv::Detail::holdAcrossFork([]() -> std::mutex& { return known().mutex; });
+
+std::string nameOf(Type const& type) {
+    auto const& source = *type.source;
+    if (type.kind == TypeKind::text)
+        return "std::string";
+    if (type.kind == TypeKind::list)
+        return "std::vector<" + type.element->name + ">";
+    if (type.messageId.has_value())
+        if (auto const* const row = findMessage(*type.messageId))
+            return row->fullAlias();
+    return Tolv::Detail::nameOf(*source.type);
+}
+
+/// A description that lacks its name.
+Type made(MetaData::ValueType const& source) {
+    Type type;
+    type.source = &source;
+    type.kind = source.kind;
+    type.minimum = source.minimum;
+    type.maximum = source.maximum;
+    type.encodedTag = source.encodedTag;
+    type.strict = source.strict;
+    type.admits = source.admits;
+    if (source.element != nullptr)
+        type.element = &typeOf(*source.element);
+    if (source.literals != nullptr)
+        type.literals = source.literals();
+    if (source.messageId != nullptr)
+        type.messageId = source.messageId();
+    type.name = nameOf(type);
+    return type;
+}
+
+std::vector<FieldDescription> described(MetaData::RecordForm const& form) {
+    std::vector<FieldDescription> fields;
+    for (auto const& field : form.fields) {
+        auto one = describeField(field);
+        if (auto const* const value = form.written.find(*field.info))
+            one.defaultValue = *value;
+        if (findField(fields, one.key) != nullptr)
+            throw Exception::InvalidOperation(Tolv::Detail::nameOf(*form.type) +
+                                              " has the key " + one.key + " twice");
+        fields.push_back(std::move(one));
+    }
+    return fields;
+}
 
 /// A message of the class registered for `id`, built without knowing the class. Its payload, if
 /// any, has not been read.
@@ -39,62 +85,59 @@ std::shared_ptr<Message> frameOf(unsigned long long id) {
 
 } // namespace
 
-namespace Detail {
-
-std::string nameOfMessage(unsigned long long id, std::type_info const& type) {
-    auto const* const row = findMessage(id);
-    return row != nullptr ? row->fullAlias() : Tolv::Detail::nameOf(type);
-}
-
-void enter(std::type_info const& field, Type const& type) {
-    std::lock_guard const lock(known().mutex);
-    known().byField.try_emplace(field, &type);
-}
-
-void complete(std::vector<FieldDescription>& fields, std::type_info const& record,
-              MetaData::Element const& written) {
-    for (auto& field : fields) {
-        if (auto const* const value = written.find(field.key))
-            field.defaultValue = *value;
-        annotate(field, record);
-    }
-}
-
-} // namespace Detail
-
 std::vector<FieldDescription> Type::fields() const {
-    return makeFields != nullptr ? makeFields() : std::vector<FieldDescription>();
+    if (kind != TypeKind::record)
+        return {};
+    if (source->form == nullptr)
+        throw Exception::InvalidOperation(name +
+                                          " has custom conversion and no table of its keys: "
+                                          "declare `static ... mirroredKeys()` in the class");
+    return described(source->form());
 }
 
 std::vector<FieldDescription> ClassDescription::payload() const {
     auto const* const data = findField(fields, "Data");
-    return data != nullptr && data->type != nullptr ? data->type->fields()
-                                                    : std::vector<FieldDescription>();
+    return data != nullptr ? data->type->fields() : std::vector<FieldDescription>();
 }
 
-Type const* typeOfField(MetaData::ReflectorBase const& field) {
-    return typeOfField(std::type_index(typeid(field)));
+Type const& typeOf(MetaData::ValueType const& source) {
+    auto& all = known();
+    {
+        std::lock_guard const lock(all.mutex);
+        if (auto const found = all.types.find(&source); found != all.types.end())
+            return *found->second;
+    }
+    // Without the lock, since this makes the types of entries, too.
+    auto type = std::make_unique<Type>(made(source));
+    std::lock_guard const lock(all.mutex);
+    return *all.types.try_emplace(&source, std::move(type)).first->second;
 }
 
-Type const* typeOfField(std::type_index field) {
-    static bool const own = (Detail::addOwnTypes(), true);
-    std::lock_guard const lock(known().mutex);
-    auto const found = own ? known().byField.find(field) : known().byField.end();
-    return found != known().byField.end() ? found->second : nullptr;
+FieldDescription describeField(MetaData::RecordForm::Field const& from) {
+    auto const& info = *from.info;
+    FieldDescription field;
+    field.key = info.text();
+    field.required = from.required;
+    if (info.type() == nullptr)
+        throw Exception::InvalidOperation("the field " + field.key +
+                                          " is of a class that does not say what its values are");
+    field.type = &typeOf(*info.type());
+    field.unit = info.unit();
+    field.doc = info.doc();
+    field.example = info.example();
+    if (info.hasRange())
+        field.range.emplace(info.minimum(), info.maximum());
+    field.literals = info.literals();
+    field.closed = info.isClosed();
+    if (field.type->kind == TypeKind::word) {
+        field.literals = field.type->literals;
+        field.closed = true;
+    }
+    return field;
 }
 
 std::vector<FieldDescription> describeFields(MetaData::MirroredObject const& record) {
-    std::vector<FieldDescription> fields;
-    for (auto const* const member : record.members()) {
-        auto& field = fields.emplace_back();
-        field.key = member->name();
-        field.type = typeOfField(*member);
-        field.required = member->isRequired();
-    }
-    MetaData::Element written;
-    record.copyToMetaData(written);
-    Detail::complete(fields, typeid(record), written);
-    return fields;
+    return described(MetaData::formOf(record));
 }
 
 FieldDescription const* findField(std::vector<FieldDescription> const& fields,

@@ -3,11 +3,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <typeindex>
+#include <utility>
 #include <vector>
 
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/fields/value_type_of.h>
 #include <tolv/msgs/export.h>
 
 /// @file
@@ -21,25 +22,9 @@ namespace Tolv::Msgs::Introspection {
 
 struct FieldDescription;
 
-/// A name for a value: a word and the number that it represents or, if a field accepts any number
-/// or any string, the meaning of one of them.
-struct Literal {
-    std::string word;    ///< the name
-    long long value = 0; ///< the number that it represents
-};
-
+using MetaData::Literal;
 /// The JSON form of a value.
-enum class TypeKind {
-    boolean, ///< true or false
-    integer, ///< from `minimum` to `maximum`
-    number,  ///< or one of the strings "NaN", "Infinity" and "-Infinity"
-    text,
-    word,   ///< a string from `literals`
-    pair,   ///< an array of two values of `element`: a complex number
-    list,   ///< an array of values of `element`; `encodedTag` describes an alternative
-    record, ///< an object with `fields()`
-    message ///< a whole message, with its id
-};
+using TypeKind = MetaData::ValueKind;
 
 /// The values that a field accepts. Types live until the process ends.
 struct Type {
@@ -64,21 +49,26 @@ struct Type {
     /// For a message: whether `message` is of an accepted class.
     bool (*admits)(Message const& message) = nullptr;
 
-    /// The implementation of `fields`; null for types without fields.
-    std::vector<FieldDescription> (*makeFields)() = nullptr;
+    /// What the type was made from.
+    MetaData::ValueType const* source = nullptr;
     /// The fields of a record, in the order of writing; empty for other types.
-    /// @throws std::bad_alloc
+    /// @throws Exception::InvalidOperation, naming the class, for a class with custom conversion
+    /// that has no table of its keys (see `MetaData::keyInfo`), for a field class that does not
+    /// say what its values are, and for a key that a record has twice.
     [[nodiscard]] TOLV_MESSAGES_API std::vector<FieldDescription> fields() const;
 };
 
 /// One key of a record.
 struct FieldDescription {
     std::string key;            ///< in the JSON object
-    Type const* type = nullptr; ///< null if the type is not registered (see types.h)
+    Type const* type = nullptr; ///< never null
     bool required = false;      ///< a default-constructed message has the key
     /// The value that a default-constructed record writes; empty if it omits the key.
     std::optional<MetaData::Element> defaultValue;
-    std::string unit; ///< "ms"; empty if not fixed
+    std::string unit;    ///< "ms"; empty if not fixed
+    std::string doc;     ///< the meaning, in a few words
+    std::string example; ///< a plausible value (see `MetaData::FieldInfo::example`); may be empty
+    std::optional<std::pair<long long, long long>> range; ///< of plausible numbers, inclusive
 
     std::vector<Literal> literals; ///< the values with a meaning of their own
     bool closed = false;           ///< values other than `literals` are refused
@@ -113,9 +103,17 @@ describeFields(MetaData::MirroredObject const& record);
 TOLV_MESSAGES_API FieldDescription const* findField(std::vector<FieldDescription> const& fields,
                                                     std::string_view key);
 
-/// The type of a field; null if it is not registered.
-TOLV_MESSAGES_API Type const* typeOfField(MetaData::ReflectorBase const& field);
-/// The same by the class of the field, such as `typeid(Reflector<int>)`.
-TOLV_MESSAGES_API Type const* typeOfField(std::type_index field);
+/// One field, without its default.
+/// @throws Exception::InvalidOperation for a field class that does not say what its values are.
+TOLV_MESSAGES_API FieldDescription describeField(MetaData::RecordForm::Field const& field);
+
+/// The type behind the data that field declarations carry.
+TOLV_MESSAGES_API Type const& typeOf(MetaData::ValueType const& type);
+
+/// The values of `T`: a record, an enumeration, a message class, or any type that a field may hold.
+template <class T>
+Type const& describe() {
+    return typeOf(MetaData::valueType<T>);
+}
 
 } // namespace Tolv::Msgs::Introspection

@@ -9,7 +9,6 @@
 #include <tolv/core/metadata/json.h>
 #include <tolv/msgs/catalogue.h>
 #include <tolv/msgs/introspection/detail/mismatch.h>
-#include <tolv/msgs/introspection/detail/tables.h>
 
 namespace Tolv::Msgs::Introspection {
 
@@ -21,12 +20,7 @@ using Outcome = ReadEvent::Outcome;
 namespace {
 
 FieldDescription fieldOf(ReadEvent const& event) {
-    FieldDescription field;
-    field.key = event.key;
-    field.type = typeOfField(event.field);
-    field.required = event.required;
-    Detail::annotate(field, event.record);
-    return field;
+    return describeField({event.field, event.required});
 }
 
 /// Whether messages of this class need a destination. While one is read, its base cannot know.

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include <tolv/metadata/enum_strings.h>
+#include <tolv/fields/enum_strings.h>
 
 /// @file
 /// Human-readable text for the enumerations of the instrument records.

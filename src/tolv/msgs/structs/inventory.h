@@ -30,10 +30,6 @@ public:
     Reflector<std::string> version{this, "version"_key, Required}; ///< of its hardware or firmware
     Reflector<std::string> ipAddress{this, "ipAddress"_key, Required}; ///< empty if none
 
-    FruData() = default;
-    FruData(FruData const& other) : FruData() { *this = other; }
-    FruData& operator=(FruData const&) = default;
-
     /// Whether all fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(FruData const& other) const;
@@ -53,10 +49,6 @@ public:
     Reflector<SensorType> type{this, "type"_key, Required, SensorType::unknown};
     Reflector<std::string> reading{this, "reading"_key, Required}; ///< in the producer's words
 
-    SensorData() = default;
-    SensorData(SensorData const& other) : SensorData() { *this = other; }
-    SensorData& operator=(SensorData const&) = default;
-
     /// Whether all fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(SensorData const& other) const;
@@ -72,8 +64,6 @@ public:
     FanBankData() = default;
     /// The speed of this bank.
     FanBankData(Lossless<int> bank, Lossless<int> speed);
-    FanBankData(FanBankData const& other) : FanBankData() { *this = other; }
-    FanBankData& operator=(FanBankData const&) = default;
 
     /// Whether all fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.

@@ -17,10 +17,6 @@ public:
     Reflector<int> channel{this, "channel"_key, Required, 0}; ///< of the device
     Reflector<int> group{this, "group"_key, Required, 0};     ///< of links
 
-    EKeyingEndpoint() = default;
-    EKeyingEndpoint(EKeyingEndpoint const& other) : EKeyingEndpoint() { *this = other; }
-    EKeyingEndpoint& operator=(EKeyingEndpoint const&) = default;
-
     /// Whether all fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
     bool operator==(EKeyingEndpoint const& other) const;
@@ -32,10 +28,6 @@ public:
     Reflector<int> extension{this, "extension"_key, Required, 0}; ///< in the backplane's numbering
     Reflector<int> type{this, "type"_key, Required, 0};           ///< in the backplane's numbering
     Reflector<int> iface{this, "iface"_key, Required, 0};         ///< in the backplane's numbering
-
-    EKeyingLink() = default;
-    EKeyingLink(EKeyingLink const& other) : EKeyingLink() { *this = other; }
-    EKeyingLink& operator=(EKeyingLink const&) = default;
 
     /// Whether all fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
@@ -51,10 +43,6 @@ public:
     Reflector<EKeyingLink> link{this, "link"_key, Required}; ///< the type of the link
     Reflector<int> group{this, "group"_key, Required, 0}; ///< independent of the endpoints' groups
     Reflector<Ports> ports{this, "ports"_key, Required, Ports::ports_1}; ///< the lanes in use
-
-    EKeyingData() = default;
-    EKeyingData(EKeyingData const& other) : EKeyingData() { *this = other; }
-    EKeyingData& operator=(EKeyingData const&) = default;
 
     /// Whether all fields are equal, including those of nested records.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.

@@ -15,10 +15,6 @@ public:
     Reflector<unsigned char> deviceId{this, "deviceId"_key, Required, 1};
     /// Whether the device is the root of a domain.
     Reflector<bool> isRoot{this, "isRoot"_key, Required, false};
-
-    PcieDevice() = default;
-    PcieDevice(PcieDevice const& other) : PcieDevice() { *this = other; }
-    PcieDevice& operator=(PcieDevice const&) = default;
 };
 
 /// The root device, if known, and its endpoint devices.
@@ -27,10 +23,6 @@ public:
     Reflector<PcieDevice> root{this, "root"_key, Optional}; ///< unset if unknown
     /// The devices below the root.
     ReflectorArray<PcieDevice> endpoints{this, "endpoints"_key, Required};
-
-    PcieDomain() = default;
-    PcieDomain(PcieDomain const& other) : PcieDomain() { *this = other; }
-    PcieDomain& operator=(PcieDomain const&) = default;
 };
 
 } // namespace Tolv::Msgs::Structs

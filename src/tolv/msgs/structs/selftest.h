@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include <tolv/metadata/reflector_lambda.h>
+#include <tolv/fields/reflector_lambda.h>
 #include <tolv/msgs/record.h>
 
 /// @file
@@ -32,7 +32,7 @@ public:
     /// Assigning a number that is not a `Selftest::TestState` throws Exception::InvalidEnumValue,
     /// and so does copying a record that holds one. Reading a tree without a valid state leaves the
     /// state unchanged.
-    ReflectorLambda<int> state{this, "state"_key, Selftest::notRun, isState};
+    ReflectorLambda<int> state{this, field<"state", OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}>, Selftest::notRun, isState};
 
     SelftestData() = default;
     /// A test with all fields. The state is stored and written unchecked.
@@ -48,10 +48,6 @@ public:
     Reflector<int> testEnableId{this, "testEnableId"_key, Required, 0}; ///< of the test
     /// 0: disabled; otherwise enabled.
     Reflector<int> testEnable{this, "testEnable"_key, Required, 0};
-
-    SelftestTestEnable() = default;
-    SelftestTestEnable(SelftestTestEnable const& other) : SelftestTestEnable() { *this = other; }
-    SelftestTestEnable& operator=(SelftestTestEnable const&) = default;
 };
 
 /// Reports the result of a test.
@@ -62,10 +58,6 @@ public:
     Reflector<std::string> testResultName{this, "testResultName"_key, Required};
     /// The human-readable result.
     Reflector<std::string> testResult{this, "testResult"_key, Required};
-
-    SelftestTestResult() = default;
-    SelftestTestResult(SelftestTestResult const& other) : SelftestTestResult() { *this = other; }
-    SelftestTestResult& operator=(SelftestTestResult const&) = default;
 };
 
 /// Reports the state of a test.
@@ -76,7 +68,7 @@ class TOLV_MESSAGES_API SelftestTestState : public MirroredObject {
 public:
     Reflector<int> testStateId{this, "testStateId"_key, Required, 0}; ///< of the test
     /// Checked like `SelftestData::state`.
-    ReflectorLambda<int> testState{this, "testState"_key, Selftest::notRun, isState};
+    ReflectorLambda<int> testState{this, field<"testState", OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}>, Selftest::notRun, isState};
 
     SelftestTestState() = default;
     SelftestTestState(SelftestTestState const& other) : SelftestTestState() { *this = other; }

@@ -64,8 +64,6 @@ public:
     VersionData() = default;
     /// The version of this software.
     VersionData(std::string const& name, std::string const& version);
-    VersionData(VersionData const& other) : VersionData() { *this = other; }
-    VersionData& operator=(VersionData const&) = default;
 
     /// Whether both fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
@@ -81,8 +79,6 @@ public:
     MdnsResult() = default;
     /// An instrument with both fields.
     MdnsResult(std::string const& serialNumber, std::string const& ipAddress);
-    MdnsResult(MdnsResult const& other) : MdnsResult() { *this = other; }
-    MdnsResult& operator=(MdnsResult const&) = default;
 
     /// Whether both fields are equal.
     /// @throws Exception::InvalidOperation if a compared field is uninitialized.
@@ -102,10 +98,6 @@ public:
     Reflector<std::string> free{this, "free"_key, Required};         ///< unused
     /// Usable by the requester.
     Reflector<std::string> available{this, "available"_key, Required};
-
-    FilesystemSpace() = default;
-    FilesystemSpace(FilesystemSpace const& other) : FilesystemSpace() { *this = other; }
-    FilesystemSpace& operator=(FilesystemSpace const&) = default;
 
     /// "capacity" as a number.
     [[nodiscard]] unsigned long long getCapacity() const;
@@ -142,14 +134,12 @@ public:
     Reflector<unsigned long long> time{this, "Time"_key, Required, 0}; ///< as given by the receiver
     /// The number of satellites used for the fix.
     Reflector<int> satellites{this, "Satellites"_key, Required, 0};
-    Reflector<int> status{this, "Status"_key, Required, noFix}; ///< a `FixStatus`
+    Reflector<int> status{this, field<"Status", Words{"0 no fix | 1 standard | 2 differential | 3 precise | 4 real-time kinematic | 5 real-time kinematic, float | 6 estimated"}>, Required, noFix}; ///< a `FixStatus`
 
     GPS() = default;
     /// A fix with all fields.
     GPS(Lossless<double> latitude, Lossless<double> longitude, Lossless<double> altitude,
         Lossless<unsigned long long> time, Lossless<int> satellites, FixStatus status);
-    GPS(GPS const& other) : GPS() { *this = other; }
-    GPS& operator=(GPS const&) = default;
 };
 
 /// One item of a waveform sequence.
@@ -165,10 +155,6 @@ public:
     Reflector<double> outputPower{this, "outputPower"_key, Required, 0.0};
     /// The start time, on the time scale of the sequence.
     Reflector<double> startTime{this, "startTime"_key, Required, 0.0};
-
-    WaveformSeqItem() = default;
-    WaveformSeqItem(WaveformSeqItem const& other) : WaveformSeqItem() { *this = other; }
-    WaveformSeqItem& operator=(WaveformSeqItem const&) = default;
 };
 
 } // namespace Tolv::Msgs::Structs

@@ -128,13 +128,9 @@ using TriggerDuration = std::chrono::duration<double, std::milli>;
 class TOLV_MESSAGES_API TriggerRoute : public MirroredObject {
 public:
     /// The word of a `TriggerOutputs`.
-    Reflector<std::string> output{this, "output"_key, Required, "unknown"};
+    Reflector<std::string> output{this, field<"output", OneOf<TriggerOutputs>{}>, Required, "unknown"};
     /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, "source"_key, Required, "none"};
-
-    TriggerRoute() = default;
-    TriggerRoute(TriggerRoute const& other) : TriggerRoute() { *this = other; }
-    TriggerRoute& operator=(TriggerRoute const&) = default;
+    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
 
     /// "output" as an enumerator; `unknown` for any other word.
     [[nodiscard]] TriggerOutputs getOutput() const { return mapTriggerOutput(output()); }
@@ -150,12 +146,8 @@ public:
 class TOLV_MESSAGES_API TriggerPulseOffset : public MirroredObject {
 public:
     /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, "source"_key, Required, "none"};
-    Reflector<double> offset{this, "offset"_key, Required, 0.0}; ///< milliseconds
-
-    TriggerPulseOffset() = default;
-    TriggerPulseOffset(TriggerPulseOffset const& other) : TriggerPulseOffset() { *this = other; }
-    TriggerPulseOffset& operator=(TriggerPulseOffset const&) = default;
+    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
+    Reflector<double> offset{this, field<"offset", Unit{"ms"}>, Required, 0.0}; ///< milliseconds
 
     /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
@@ -171,12 +163,8 @@ public:
 class TOLV_MESSAGES_API TriggerPulseWidth : public MirroredObject {
 public:
     /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, "source"_key, Required, "none"};
-    Reflector<double> width{this, "width"_key, Required, 0.0}; ///< milliseconds
-
-    TriggerPulseWidth() = default;
-    TriggerPulseWidth(TriggerPulseWidth const& other) : TriggerPulseWidth() { *this = other; }
-    TriggerPulseWidth& operator=(TriggerPulseWidth const&) = default;
+    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
+    Reflector<double> width{this, field<"width", Unit{"ms"}>, Required, 0.0}; ///< milliseconds
 
     /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }

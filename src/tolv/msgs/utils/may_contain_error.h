@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include <tolv/metadata/polymorphic_reflector.h>
+#include <tolv/fields/polymorphic_reflector.h>
 #include <tolv/msgs/errs/messages.h>
 #include <tolv/msgs/record.h>
 
@@ -18,10 +18,6 @@ class TOLV_MESSAGES_API MayContainError : public MirroredObject {
 public:
     /// The error report; unset if there is none.
     MetaData::PolymorphicReflector<Errs::ErrorMessage> error{this, "Error"_key, Optional};
-
-    MayContainError() = default;
-    MayContainError(MayContainError const& other) : MayContainError() { *this = other; }
-    MayContainError& operator=(MayContainError const&) = default;
 
     /// Whether there is an error report.
     [[nodiscard]] bool hasError() const noexcept {

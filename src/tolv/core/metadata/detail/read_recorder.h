@@ -83,8 +83,7 @@ private:
     /// What all records of one class that are read have in common.
     struct Shape {
         struct Field {
-            Key const* key;
-            std::type_info const* type;
+            FieldInfo const* info;
             bool isRequired;
 
             bool operator==(Field const&) const = default;
@@ -138,7 +137,7 @@ private:
     Detail::MessageRead* message_ = nullptr; ///< likewise the message
     FieldOfRead thrower_{none, 0};           ///< the field that an exception left last
     std::uint32_t head_ = none;              ///< the first walk over the last object
-    std::multimap<std::pair<std::type_info const*, Key const*>, Shape> shapes_; ///< by first key
+    std::multimap<std::pair<std::type_info const*, FieldInfo const*>, Shape> shapes_; ///< by first key
     std::deque<Read> reads_;
     std::deque<std::uint8_t> outcomes_;
     std::map<FieldOfRead, Note> notes_;

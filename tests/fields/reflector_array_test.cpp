@@ -1,5 +1,5 @@
 #include <tolv/core/detail/type_name.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector_array.h>
 
 #include <algorithm>
 #include <complex>
@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/msgs/address.h>
-#include <tolv/metadata/reflector_lambda.h>
+#include <tolv/fields/reflector_lambda.h>
 #include "support/captured_output.h"
 #include "support/counters.h"
 #include "support/trees.h"

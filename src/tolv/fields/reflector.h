@@ -10,7 +10,8 @@
 #include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/metadata/lossless.h>
-#include <tolv/metadata/traits.h>
+#include <tolv/fields/field.h>
+#include <tolv/fields/traits.h>
 
 namespace Tolv::MetaData {
 
@@ -129,22 +130,35 @@ public:
         return *this;
     }
 
-    ReflectorNoWriteParend(ReflectorNoWriteParend const&) = delete;
+    /// The copy of a field in the copy of its record, with the state that an assignment to a new
+    /// field gives. It does not call `assign`. The copy of a field on its own has no owner.
+    ReflectorNoWriteParend(ReflectorNoWriteParend const& other)
+        : ReflectorBase(other),
+          value_(other.initialized() ? other.value_ : DefaultOf<T>::make()) {
+        if (isRequired())
+            init();
+    }
+    /// The same; the value is moved, and the source keeps its state.
+    ReflectorNoWriteParend(ReflectorNoWriteParend&& other)
+        : ReflectorBase(other), value_(other.initialized() ? std::move(other.value_)
+                                                           : DefaultOf<T>::make()) {
+        other.setPristine(false);
+        if (isRequired())
+            init();
+    }
     ~ReflectorNoWriteParend() override = default;
 
 protected:
     /// A field with the type's default as its value, initialized if required.
-    template <class Name>
-    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required)
-        : ReflectorBase(owner, key, required), value_(DefaultOf<T>::make()) {
+    ReflectorNoWriteParend(Owner const& owner, FieldOf<T> field, Presence required)
+        : ReflectorBase(owner, field.info(), required), value_(DefaultOf<T>::make()) {
         setPristine(true);
     }
 
     /// A field with an initial value, initialized if required.
-    template <class Name>
-    ReflectorNoWriteParend(MirroredObject* owner, Name const& key, Presence required,
+    ReflectorNoWriteParend(Owner const& owner, FieldOf<T> field, Presence required,
                            T const& initial)
-        : ReflectorBase(owner, key, required), value_(initial) {}
+        : ReflectorBase(owner, field.info(), required), value_(initial) {}
 
 private:
     /// Apart, so that the default of a record takes no stack while nested records are read.
@@ -166,7 +180,7 @@ private:
     T value_;
 };
 
-/// The field of a record: `Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};`.
+/// The field of a record: `Reflector<int> maxVersion{this, field<"MaxVersion">, Required, 1};`.
 ///
 /// A field accepts only values that lose nothing: `maxVersion = 3.7` does not compile (see
 /// `Lossless`). `IsRecord` says whether `T` is a record or a payload, which derive from
@@ -179,19 +193,15 @@ class Reflector : public ReflectorNoWriteParend<T, OwnerApart> {
 
 public:
     /// A field with the type's default as its value, initialized if required.
-    Reflector(MirroredObject* owner, Key const& key, Presence required)
-        : Base(owner, key, required) {}
-    Reflector(MirroredObject* owner, std::string const& key, Presence required)
-        : Base(owner, key, required) {}
+    Reflector(Owner const& owner, FieldOf<T> field, Presence required)
+        : Base(owner, field, required) {}
 
     /// A field with an initial value, initialized if required.
-    Reflector(MirroredObject* owner, Key const& key, Presence required, Parameter<T> initial)
-        : Base(owner, key, required, valueOf<T>(initial)) {}
-    Reflector(MirroredObject* owner, std::string const& key, Presence required,
-              Parameter<T> initial)
-        : Base(owner, key, required, valueOf<T>(initial)) {}
+    Reflector(Owner const& owner, FieldOf<T> field, Presence required, Parameter<T> initial)
+        : Base(owner, field, required, valueOf<T>(initial)) {}
 
-    Reflector(Reflector const&) = delete;
+    Reflector(Reflector const&) = default;
+    Reflector(Reflector&&) = default;
     ~Reflector() override = default;
 
     Reflector& operator=(Reflector const&) = default;

@@ -1,4 +1,4 @@
-#include <tolv/metadata/reflector.h>
+#include <tolv/fields/reflector.h>
 
 #include <algorithm>
 #include <complex>

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/metadata/reflector_lambda.h>
+#include <tolv/fields/reflector_lambda.h>
 
 #include "support/counters.h"
 #include "support/trees.h"

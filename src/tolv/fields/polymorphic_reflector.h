@@ -7,6 +7,7 @@
 #include <tolv/core/metadata/detail/read_hooks.h>
 #include <tolv/core/msgs/detail/nested_message.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/fields/field.h>
 
 namespace Tolv::MetaData {
 
@@ -18,13 +19,12 @@ class PolymorphicReflector : public ReflectorBase {
 
 public:
     /// A field without a message.
-    PolymorphicReflector(MirroredObject* owner, Key const& key, Presence required)
-        : ReflectorBase(owner, key, required) {
+    PolymorphicReflector(Owner const& owner, FieldOf<T> field, Presence required)
+        : ReflectorBase(owner, field.info(), required) {
         uninit(); // there is no message yet, even if the field is required
     }
-    PolymorphicReflector(MirroredObject* owner, std::string const& key, Presence required)
-        : PolymorphicReflector(owner, Key::intern(key), required) {}
-    PolymorphicReflector(PolymorphicReflector const&) = delete;
+    /// The copy of a field in the copy of its record; both share the message.
+    PolymorphicReflector(PolymorphicReflector const&) = default;
     ~PolymorphicReflector() override = default;
 
     /// The message.

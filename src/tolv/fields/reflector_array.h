@@ -8,7 +8,7 @@
 #include <vector>
 
 #include <tolv/core/metadata/diagnostics.h>
-#include <tolv/metadata/base64_encoder.h>
+#include <tolv/fields/base64_encoder.h>
 
 namespace Tolv::MetaData {
 
@@ -32,30 +32,27 @@ class ReflectorArray : public ReflectorBase {
 public:
     /// An empty list, initialized if required. `encode` selects the encoded form; it has no effect
     /// on types without one.
-    ReflectorArray(MirroredObject* owner, Key const& key, Presence required, Flag encode = false)
-        : ReflectorBase(owner, key, required), encodeBinary_(bool(encode) && isEncodable) {}
-    ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
+    ReflectorArray(Owner const& owner, FieldOf<ListOf<T>> field, Presence required,
                    Flag encode = false)
-        : ReflectorArray(owner, Key::intern(key), required, encode) {}
+        : ReflectorBase(owner, field.info(), required),
+          encodeBinary_(bool(encode) && isEncodable) {}
 
     /// A list with content, initialized if required.
-    ReflectorArray(MirroredObject* owner, Key const& key, Presence required, std::vector<T> initial,
-                   Flag encode = false)
-        : ReflectorArray(owner, key, required, encode) {
-        value_ = std::move(initial);
-    }
-    ReflectorArray(MirroredObject* owner, std::string const& key, Presence required,
+    ReflectorArray(Owner const& owner, FieldOf<ListOf<T>> field, Presence required,
                    std::vector<T> initial, Flag encode = false)
-        : ReflectorArray(owner, key, required, encode) {
+        : ReflectorArray(owner, field, required, encode) {
         value_ = std::move(initial);
     }
-    /// The same for `{this, "k"_key, Required, {1, 2, 3}}`.
+    /// The same for `{this, field<"k">, Required, {1, 2, 3}}`.
     template <class Entry = T>
-    ReflectorArray(MirroredObject* owner, Key const& key, Presence required,
+    ReflectorArray(Owner const& owner, FieldOf<ListOf<T>> field, Presence required,
                    std::initializer_list<std::type_identity_t<Entry>> initial, Flag encode = false)
-        : ReflectorArray(owner, key, required, std::vector<T>(initial), encode) {}
+        : ReflectorArray(owner, field, required, std::vector<T>(initial), encode) {}
 
-    ReflectorArray(ReflectorArray const&) = delete;
+    /// The copy of a field in the copy of its record. The copy of a field on its own has no owner.
+    ReflectorArray(ReflectorArray const&) = default;
+    /// The same; the list is moved.
+    ReflectorArray(ReflectorArray&&) = default;
     ~ReflectorArray() override = default;
 
     /// Whether the encoded form is written.

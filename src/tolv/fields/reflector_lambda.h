@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include <tolv/metadata/reflector.h>
+#include <tolv/fields/reflector.h>
 
 namespace Tolv::MetaData {
 
@@ -30,29 +30,23 @@ public:
 
     /// A required field with an initial value, which is not checked. An empty function stands for
     /// the corresponding default.
-    ReflectorLambda(MirroredObject* owner, Key const& key, Parameter<T> initial,
+    ReflectorLambda(Owner const& owner, FieldOf<T> field, Parameter<T> initial,
                     PreValue preValue = {}, Post post = {}, PreMeta preMeta = {})
-        : Base(owner, key, Optional, initial) {
+        : Base(owner, field, Optional, initial) {
         this->init();
         setFunctions(std::move(preValue), std::move(post), std::move(preMeta));
     }
-    ReflectorLambda(MirroredObject* owner, std::string const& key, Parameter<T> initial,
-                    PreValue preValue = {}, Post post = {}, PreMeta preMeta = {})
-        : ReflectorLambda(owner, Key::intern(key), initial, std::move(preValue), std::move(post),
-                          std::move(preMeta)) {}
 
     /// The same without a value: the field starts uninitialized.
-    explicit ReflectorLambda(MirroredObject* owner, Key const& key, PreValue preValue = {},
+    explicit ReflectorLambda(Owner const& owner, FieldOf<T> field, PreValue preValue = {},
                              Post post = {}, PreMeta preMeta = {})
-        : Base(owner, key, Optional) {
+        : Base(owner, field, Optional) {
         setFunctions(std::move(preValue), std::move(post), std::move(preMeta));
     }
-    explicit ReflectorLambda(MirroredObject* owner, std::string const& key, PreValue preValue = {},
-                             Post post = {}, PreMeta preMeta = {})
-        : ReflectorLambda(owner, Key::intern(key), std::move(preValue), std::move(post),
-                          std::move(preMeta)) {}
 
-    ReflectorLambda(ReflectorLambda const&) = delete; ///< the functions may refer to their field
+    // The functions may refer to their field, so a record with such a field has a copy constructor
+    // of its own: `R(R const& other) : R() { *this = other; }`.
+    ReflectorLambda(ReflectorLambda const&) = delete;
     ~ReflectorLambda() override = default;
 
     // The two virtual functions are not inlined. g++ 12 takes them for the likely target of virtual

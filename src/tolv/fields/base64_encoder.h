@@ -11,25 +11,11 @@
 #include <tolv/core/bit_vectors.h>
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/encoding.h>
-#include <tolv/metadata/reflector.h>
+#include <tolv/fields/reflector.h>
 
 namespace Tolv::MetaData {
 
 namespace Detail {
-
-/// The number that identifies the element type of the encoded form.
-template <class T>
-inline constexpr unsigned int encodedTag = 0; ///< 0: no encoded form
-template <>
-inline constexpr unsigned int encodedTag<bool> = 1;
-template <>
-inline constexpr unsigned int encodedTag<std::complex<bool>> = 2;
-template <>
-inline constexpr unsigned int encodedTag<double> = 3;
-template <>
-inline constexpr unsigned int encodedTag<std::complex<double>> = 4;
-template <>
-inline constexpr unsigned int encodedTag<int> = 9;
 
 template <class T>
 inline constexpr bool isPacked = isOneOf<T, bool, std::complex<bool>>;
@@ -110,11 +96,6 @@ public:
     Field<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< identifies `T`
     Field<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
     Field<std::string> base64{this, "base64"_key, Optional};        ///< absent if empty
-
-    Base64Encoder() = default;
-    Base64Encoder(Base64Encoder const& other) : Base64Encoder() { *this = other; }
-    Base64Encoder& operator=(Base64Encoder const&) = default;
-    ~Base64Encoder() override = default;
 
     /// Encodes the elements: the vector's memory in little-endian order; booleans are packed, the
     /// first in the lowest bit.

@@ -1,4 +1,4 @@
-#include <tolv/metadata/polymorphic_reflector.h>
+#include <tolv/fields/polymorphic_reflector.h>
 
 #include <memory>
 #include <string>

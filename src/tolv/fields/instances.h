@@ -1,7 +1,7 @@
 #pragma once
 
-#include <tolv/metadata/reflector.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector.h>
+#include <tolv/fields/reflector_array.h>
 
 /// @file
 /// The fields of plain types, instantiated once in libTolvMessages for all of its users.
@@ -12,7 +12,7 @@ namespace Tolv::MetaData {
     extern template class TOLV_MESSAGES_API ReflectorNoWriteParend<__VA_ARGS__>;                   \
     extern template class TOLV_MESSAGES_API Reflector<__VA_ARGS__>;
 #define TOLV_ARRAY_FIELD(...) extern template class TOLV_MESSAGES_API ReflectorArray<__VA_ARGS__>;
-#include <tolv/metadata/instances.def>
+#include <tolv/fields/instances.def>
 #undef TOLV_FIELD
 #undef TOLV_ARRAY_FIELD
 /// @endcond

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/msgs/identifier.h>
-#include <tolv/metadata/enum_strings.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/enum_strings.h>
+#include <tolv/fields/reflector_array.h>
 
 #include "support/trees.h"
 

@@ -1,4 +1,4 @@
-#include <tolv/metadata/instances.h>
+#include <tolv/fields/instances.h>
 
 namespace Tolv::MetaData {
 
@@ -6,7 +6,7 @@ namespace Tolv::MetaData {
     template class ReflectorNoWriteParend<__VA_ARGS__>;                                            \
     template class Reflector<__VA_ARGS__>;
 #define TOLV_ARRAY_FIELD(...) template class ReflectorArray<__VA_ARGS__>;
-#include <tolv/metadata/instances.def>
+#include <tolv/fields/instances.def>
 #undef TOLV_FIELD
 #undef TOLV_ARRAY_FIELD
 

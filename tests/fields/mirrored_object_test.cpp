@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <tolv/core/exceptions.h>
-#include <tolv/metadata/reflector.h>
-#include <tolv/metadata/reflector_array.h>
+#include <tolv/fields/reflector.h>
+#include <tolv/fields/reflector_array.h>
 #include "support/counters.h"
 #include "support/trees.h"
 
