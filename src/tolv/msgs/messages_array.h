@@ -16,8 +16,9 @@ class isMessagesArray {};
 template <class Msg>
 class MessagesArray : public MirroredObject, public isMessagesArray {
 public:
-    /// Whole messages, including addresses.
-    ReflectorArray<Msg> messages{this, "Messages"_key, Required};
+    ReflectorArray<Msg> messages{
+        this, field<"Messages", Doc{"the messages of the batch, each whole with its addresses"}>,
+        Required};
 
     MessagesArray() = default;
     /// A batch of these messages.

@@ -3,9 +3,11 @@
 namespace Tolv::Msgs::Structs {
 
 MessageKeyData::MessageKeyData(Identifier const& id, Address const& sender,
-                               Address const& destination)
-    : messageId(this, "MessageID"_key, Required, id), sender(this, "Sender"_key, sender),
-      destination(this, "Destination"_key, destination) {}
+                               Address const& destination) {
+    messageId = id;
+    this->sender = sender;
+    this->destination = destination;
+}
 
 MessageKeyData::MessageKeyData(MessageKey const& key)
     : MessageKeyData(key.id(), key.sender(), key.destination()) {}

@@ -8,9 +8,22 @@ namespace Tolv::Msgs::Structs {
 /// The mirrored form of a `MessageKey`: the messages of one class on one route.
 class TOLV_MESSAGES_API MessageKeyData : public MirroredObject {
 public:
-    Reflector<Identifier> messageId; ///< of the messages
-    ReflectedAddress sender;         ///< of the messages
-    ReflectedAddress destination;    ///< of the messages
+    Reflector<Identifier> messageId{
+        this,
+        field<"MessageID", Doc{"the number of the class of the messages"},
+              Example{"281474976710657"}>,
+        Required};
+    ReflectedAddress sender{
+        this,
+        field<"Sender", Doc{"the address of the sender; absent or empty if the key names none"},
+              Example{"[\"chassis\",\"acquisition\"]"}>,
+        Optional};
+    ReflectedAddress destination{
+        this,
+        field<"Destination",
+              Doc{"the address of the receiver; absent or empty if the key names none"},
+              Example{"[\"host\",\"viewer\"]"}>,
+        Optional};
 
     /// A key with all fields.
     MessageKeyData(Identifier const& id, Address const& sender, Address const& destination);

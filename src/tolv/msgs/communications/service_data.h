@@ -11,12 +11,18 @@ namespace Tolv::Msgs::Communications::Forwarder {
 /// One service or subscription.
 class TOLV_MESSAGES_API ServiceData : public MirroredObject {
 public:
-    /// The messages and their route.
-    Reflector<Structs::MessageKeyData> msgKey{this, "MsgKey"_key, Required};
-    /// The number of providers or subscribers.
-    Reflector<unsigned long long> count{this, "Count"_key, Required, 1ULL};
-    /// The distance to the nearest one, in the forwarder's measure.
-    Reflector<unsigned long long> shortestDistance{this, "ShortestDistance"_key, Required};
+    Reflector<Structs::MessageKeyData> msgKey{
+        this, field<"MsgKey", Doc{"the messages that are offered or requested, and their route"}>,
+        Required};
+    Reflector<unsigned long long> count{
+        this, field<"Count", Doc{"how many clients provide or subscribe"}, Example{"1"}>, Required,
+        1ULL};
+    Reflector<unsigned long long> shortestDistance{
+        this,
+        field<"ShortestDistance",
+              Doc{"the distance to the nearest provider or subscriber, in the forwarder's measure"},
+              Example{"2"}>,
+        Required};
 
     ServiceData() = default;
     /// A service or subscription with all fields.
@@ -30,15 +36,20 @@ public:
 /// All services.
 class TOLV_MESSAGES_API AllServicesData : public MirroredObject {
 public:
-    /// In no particular order.
-    ReflectorArray<ServiceData> services{this, "Services"_key, Required};
+    ReflectorArray<ServiceData> services{
+        this,
+        field<"Services", Doc{"all services that the forwarder knows, in no particular order"}>,
+        Required};
 };
 
 /// All subscriptions.
 class TOLV_MESSAGES_API AllSubscriptionsData : public MirroredObject {
 public:
-    /// In no particular order.
-    ReflectorArray<ServiceData> subscriptions{this, "Subscriptions"_key, Required};
+    ReflectorArray<ServiceData> subscriptions{
+        this,
+        field<"Subscriptions",
+              Doc{"all subscriptions that the forwarder knows, in no particular order"}>,
+        Required};
 };
 
 } // namespace Tolv::Msgs::Communications::Forwarder

@@ -28,9 +28,14 @@ public:
         void copyFromMetaData(MetaData::Element const& element) override;
     };
 
-    /// The transition, in the engine's numbering.
-    Reflector<int> event{this, "event"_key, Required, 1};
-    Reflector<ParamList> param{this, "param"_key, Required}; ///< of the transition
+    Reflector<int> event{
+        this,
+        field<"event", Doc{"the event that causes the transition, in the engine's numbering"},
+              Example{"1"}>,
+        Required, 1};
+    Reflector<ParamList> param{
+        this, field<"param", Doc{"the parameters of the event, each a whole message of any class"}>,
+        Required};
 
     /// Whether a parameter with this index exists.
     /// @throws Exception::InvalidOperation if "param" is uninitialized.

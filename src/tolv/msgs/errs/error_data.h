@@ -29,13 +29,34 @@ public:
         application = 6
     };
 
-    Reflector<int> errorLevel{this, field<"ErrorLevel", Words{"0 information | 1 warning | 2 error | 3 fatal"}>, Required};       ///< an `ErrorLevel`
-    Reflector<int> errorCategory{this, field<"ErrorCategory", Words{"0 general | 1 hardware | 2 measurement | 3 calibration | 4 configuration | 5 communication | 6 application"}>, Required}; ///< an `ErrorCategory`
-    /// The error within its category, in the reporter's numbering.
-    Reflector<int> errorNumber{this, "ErrorNumber"_key, Required};
-    /// Human-readable.
-    Reflector<std::string> errorDescription{this, "ErrorDescription"_key, Required};
-    Reflector<std::string> timestamp{this, "Timestamp"_key, Required}; ///< the reporter's format
+    Reflector<int> errorLevel{
+        this,
+        field<"ErrorLevel", Doc{"the severity of the error"},
+              Words{"0 information | 1 warning | 2 error | 3 fatal"}, Example{"2"}>,
+        Required};
+    Reflector<int> errorCategory{
+        this,
+        field<"ErrorCategory", Doc{"the part of the instrument in which the error arose"},
+              Words{"0 general | 1 hardware | 2 measurement | 3 calibration | 4 configuration | 5 "
+                    "communication | 6 application"},
+              Example{"1"}>,
+        Required};
+    Reflector<int> errorNumber{
+        this,
+        field<"ErrorNumber",
+              Doc{"the number of the error within its category, in the reporter's numbering"},
+              Example{"1204"}>,
+        Required};
+    Reflector<std::string> errorDescription{
+        this,
+        field<"ErrorDescription", Doc{"what happened, in human-readable form"},
+              Example{"The unit in slot 2 does not answer"}>,
+        Required};
+    Reflector<std::string> timestamp{
+        this,
+        field<"Timestamp", Doc{"when the error happened, in the reporter's format"},
+              Example{"2026-11-24T18:17:21Z"}>,
+        Required};
 
     GenericErrorData() = default;
     /// A report with all fields.

@@ -10,7 +10,10 @@ namespace Tolv::Msgs::Excepts {
 /// The content common to all exception messages.
 class TOLV_MESSAGES_API CommonExceptionData : public MirroredObject {
 public:
-    Reflector<std::string> what{this, "what"_key, Required}; ///< the text of the exception
+    Reflector<std::string> what{
+        this,
+        field<"what", Doc{"the text of the exception"}, Example{"the sample rate is out of range"}>,
+        Required};
 
     CommonExceptionData() = default;
     /// The text of an exception.
@@ -21,9 +24,16 @@ public:
 /// this library carries this record; it is meant for messages of users.
 class TOLV_MESSAGES_API GenericExceptionData : public Utils::MayContainError {
 public:
-    /// In the sender's numbering.
-    Reflector<unsigned int> exceptionType{this, "ExceptionType"_key, Required};
-    Reflector<std::string> exceptionMessage{this, "ExceptionMessage"_key, Required}; ///< the text
+    Reflector<unsigned int> exceptionType{
+        this,
+        field<"ExceptionType", Doc{"the kind of exception, in the sender's numbering"},
+              Example{"3"}>,
+        Required};
+    Reflector<std::string> exceptionMessage{
+        this,
+        field<"ExceptionMessage", Doc{"what went wrong, in the words of the exception"},
+              Example{"the sample rate is out of range"}>,
+        Required};
 
     /// Sets "ExceptionType".
     void setType(Lossless<unsigned int> type) { exceptionType = type; }

@@ -25,14 +25,23 @@ class TOLV_MESSAGES_API SelftestData : public MirroredObject {
     static bool isState(int const& value);
 
 public:
-    Reflector<int> id{this, "id"_key, Required, 0};              ///< of the test
-    Reflector<std::string> name{this, "name"_key, Required};     ///< human-readable
-    Reflector<bool> enable{this, "enable"_key, Required, true};  ///< whether the test is run
-    Reflector<std::string> result{this, "result"_key, Required}; ///< human-readable
+    Reflector<int> id{this, field<"id", Doc{"the number of the test"}, Example{"7"}>, Required, 0};
+    Reflector<std::string> name{
+        this, field<"name", Doc{"the human-readable name of the test"}, Example{"Reference clock"}>,
+        Required};
+    Reflector<bool> enable{this, field<"enable", Doc{"whether the test is run"}, Example{"true"}>,
+                           Required, true};
+    Reflector<std::string> result{this,
+                                  field<"result", Doc{"the human-readable result of the test"},
+                                        Example{"Locked after 0.8 s"}>,
+                                  Required};
     /// Assigning a number that is not a `Selftest::TestState` throws Exception::InvalidEnumValue,
     /// and so does copying a record that holds one. Reading a tree without a valid state leaves the
     /// state unchanged.
-    ReflectorLambda<int> state{this, field<"state", OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}>, Selftest::notRun, isState};
+    ReflectorLambda<int> state{this,
+                               field<"state", Doc{"whether the test has run, and how it ended"},
+                                     OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}>,
+                               Selftest::notRun, isState};
 
     SelftestData() = default;
     /// A test with all fields. The state is stored and written unchecked.
@@ -45,19 +54,36 @@ public:
 /// Enables or disables a test.
 class TOLV_MESSAGES_API SelftestTestEnable : public MirroredObject {
 public:
-    Reflector<int> testEnableId{this, "testEnableId"_key, Required, 0}; ///< of the test
-    /// 0: disabled; otherwise enabled.
-    Reflector<int> testEnable{this, "testEnable"_key, Required, 0};
+    Reflector<int> testEnableId{
+        this,
+        field<"testEnableId", Doc{"the number of the test that is enabled or disabled"},
+              Example{"7"}>,
+        Required, 0};
+    Reflector<int> testEnable{
+        this,
+        field<"testEnable",
+              Doc{"whether the test is enabled: 0 disables it, any other number enables it"},
+              Example{"1"}>,
+        Required, 0};
 };
 
 /// Reports the result of a test.
 class TOLV_MESSAGES_API SelftestTestResult : public MirroredObject {
 public:
-    Reflector<int> testResultId{this, "testResultId"_key, Required, 0}; ///< of the test
-    /// The human-readable name of the test.
-    Reflector<std::string> testResultName{this, "testResultName"_key, Required};
-    /// The human-readable result.
-    Reflector<std::string> testResult{this, "testResult"_key, Required};
+    Reflector<int> testResultId{
+        this,
+        field<"testResultId", Doc{"the number of the test that has the result"}, Example{"7"}>,
+        Required, 0};
+    Reflector<std::string> testResultName{
+        this,
+        field<"testResultName", Doc{"the human-readable name of the test that has the result"},
+              Example{"Reference clock"}>,
+        Required};
+    Reflector<std::string> testResult{
+        this,
+        field<"testResult", Doc{"the human-readable result that the test gave"},
+              Example{"Locked after 0.8 s"}>,
+        Required};
 };
 
 /// Reports the state of a test.
@@ -66,9 +92,15 @@ class TOLV_MESSAGES_API SelftestTestState : public MirroredObject {
     static bool isState(int const& value);
 
 public:
-    Reflector<int> testStateId{this, "testStateId"_key, Required, 0}; ///< of the test
+    Reflector<int> testStateId{
+        this, field<"testStateId", Doc{"the number of the test that has the state"}, Example{"7"}>,
+        Required, 0};
     /// Checked like `SelftestData::state`.
-    ReflectorLambda<int> testState{this, field<"testState", OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}>, Selftest::notRun, isState};
+    ReflectorLambda<int> testState{
+        this,
+        field<"testState", Doc{"the present state of the test, which includes how it ended"},
+              OnlyWords{"0 passed | 1 failed | 2 running | 3 not run"}, Example{"2"}>,
+        Selftest::notRun, isState};
 
     SelftestTestState() = default;
     SelftestTestState(SelftestTestState const& other) : SelftestTestState() { *this = other; }

@@ -58,8 +58,14 @@ inline std::string_view wordOf(PtpUdpVersion value) noexcept {
 /// The version of a software component.
 class TOLV_MESSAGES_API VersionData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "name"_key, Required};       ///< of the software
-    Reflector<std::string> version{this, "version"_key, Required}; ///< in the vendor's format
+    Reflector<std::string> name{
+        this, field<"name", Doc{"the name of the software"}, Example{"Acquisition service"}>,
+        Required};
+    Reflector<std::string> version{
+        this,
+        field<"version", Doc{"the version of the software, in its vendor's format"},
+              Example{"4.2.1"}>,
+        Required};
 
     VersionData() = default;
     /// The version of this software.
@@ -73,8 +79,13 @@ public:
 /// An instrument found on the network.
 class TOLV_MESSAGES_API MdnsResult : public MirroredObject {
 public:
-    Reflector<std::string> serialNumber{this, "serialNumber"_key, Required}; ///< of the instrument
-    Reflector<std::string> ipAddress{this, "ipAddress"_key, Required};       ///< of the instrument
+    Reflector<std::string> serialNumber{
+        this,
+        field<"serialNumber", Doc{"the serial number of the instrument"}, Example{"MI-200117"}>,
+        Required};
+    Reflector<std::string> ipAddress{
+        this, field<"ipAddress", Doc{"the IP address of the instrument"}, Example{"192.168.10.20"}>,
+        Required};
 
     MdnsResult() = default;
     /// An instrument with both fields.
@@ -94,10 +105,24 @@ public:
 /// uninitialized.
 class TOLV_MESSAGES_API FilesystemSpace : public MirroredObject {
 public:
-    Reflector<std::string> capacity{this, "capacity"_key, Required}; ///< in total
-    Reflector<std::string> free{this, "free"_key, Required};         ///< unused
-    /// Usable by the requester.
-    Reflector<std::string> available{this, "available"_key, Required};
+    Reflector<std::string> capacity{
+        this,
+        field<"capacity",
+              Doc{"the total size of the file system, as a decimal number in the reporter's unit"},
+              Example{"64000000000"}>,
+        Required};
+    Reflector<std::string> free{
+        this,
+        field<"free", Doc{"the unused space, as a decimal number in the reporter's unit"},
+              Example{"42000000000"}>,
+        Required};
+    Reflector<std::string> available{
+        this,
+        field<
+            "available",
+            Doc{"the space that the requester may use, as a decimal number in the reporter's unit"},
+            Example{"38500000000"}>,
+        Required};
 
     /// "capacity" as a number.
     [[nodiscard]] unsigned long long getCapacity() const;
@@ -128,13 +153,36 @@ public:
         estimated = 6
     };
 
-    Reflector<double> latitude{this, "Latitude"_key, Required, 0.0};   ///< as given by the receiver
-    Reflector<double> longitude{this, "Longitude"_key, Required, 0.0}; ///< as given by the receiver
-    Reflector<double> altitude{this, "Altitude"_key, Required, 0.0};   ///< as given by the receiver
-    Reflector<unsigned long long> time{this, "Time"_key, Required, 0}; ///< as given by the receiver
-    /// The number of satellites used for the fix.
-    Reflector<int> satellites{this, "Satellites"_key, Required, 0};
-    Reflector<int> status{this, field<"Status", Words{"0 no fix | 1 standard | 2 differential | 3 precise | 4 real-time kinematic | 5 real-time kinematic, float | 6 estimated"}>, Required, noFix}; ///< a `FixStatus`
+    Reflector<double> latitude{
+        this,
+        field<"Latitude", Doc{"the latitude of the position, in the receiver's unit"},
+              Example{"52.2297"}>,
+        Required, 0.0};
+    Reflector<double> longitude{
+        this,
+        field<"Longitude", Doc{"the longitude of the position, in the receiver's unit"},
+              Example{"21.0122"}>,
+        Required, 0.0};
+    Reflector<double> altitude{
+        this,
+        field<"Altitude", Doc{"the altitude of the position, in the receiver's unit"},
+              Example{"113.4"}>,
+        Required, 0.0};
+    Reflector<unsigned long long> time{
+        this,
+        field<"Time", Doc{"the time of the fix, in the receiver's unit and on its time scale"},
+              Example{"1764008237"}>,
+        Required, 0};
+    Reflector<int> satellites{
+        this, field<"Satellites", Doc{"the number of satellites used for the fix"}, Example{"9"}>,
+        Required, 0};
+    Reflector<int> status{
+        this,
+        field<"Status", Doc{"the quality of the fix, numbered as in the GGA sentence of NMEA 0183"},
+              Words{"0 no fix | 1 standard | 2 differential | 3 precise | 4 real-time kinematic | "
+                    "5 real-time kinematic, float | 6 estimated"},
+              Example{"1"}>,
+        Required, noFix};
 
     GPS() = default;
     /// A fix with all fields.
@@ -145,16 +193,44 @@ public:
 /// One item of a waveform sequence.
 class TOLV_MESSAGES_API WaveformSeqItem : public MirroredObject {
 public:
-    Reflector<std::string> filePath{this, "filePath"_key, Required}; ///< on the instrument
-    Reflector<unsigned long long> fileSize{this, "fileSize"_key, Required, 0}; ///< of that file
-    Reflector<double> sampleRate{this, "sampleRate"_key, Required, 0.0};       ///< of the waveform
-    /// How often the waveform is played.
-    Reflector<unsigned long long> iterations{this, "iterations"_key, Required, 0};
-    Reflector<double> centerFreq{this, "centerFreq"_key, Required, 0.0}; ///< of the signal
-    /// In the unit of the generator's setting.
-    Reflector<double> outputPower{this, "outputPower"_key, Required, 0.0};
-    /// The start time, on the time scale of the sequence.
-    Reflector<double> startTime{this, "startTime"_key, Required, 0.0};
+    Reflector<std::string> filePath{
+        this,
+        field<"filePath", Doc{"the path of the waveform file on the instrument"},
+              Example{"/waveforms/pulse-train.bin"}>,
+        Required};
+    Reflector<unsigned long long> fileSize{
+        this,
+        field<"fileSize",
+              Doc{"the size of the waveform file, in the unit in which the generator counts it"},
+              Example{"4194304"}>,
+        Required, 0};
+    Reflector<double> sampleRate{
+        this,
+        field<"sampleRate",
+              Doc{"the sample rate of the waveform, in the unit of the generator's setting"},
+              Example{"100000000.0"}>,
+        Required, 0.0};
+    Reflector<unsigned long long> iterations{
+        this, field<"iterations", Doc{"how many times the waveform is played"}, Example{"10"}>,
+        Required, 0};
+    Reflector<double> centerFreq{
+        this,
+        field<"centerFreq",
+              Doc{"the center frequency of the signal, in the unit of the generator's setting"},
+              Example{"2450000000.0"}>,
+        Required, 0.0};
+    Reflector<double> outputPower{
+        this,
+        field<"outputPower",
+              Doc{"the output power of the signal, in the unit of the generator's setting"},
+              Example{"-10.0"}>,
+        Required, 0.0};
+    Reflector<double> startTime{
+        this,
+        field<"startTime",
+              Doc{"when the item starts, in the unit and on the time scale of the sequence"},
+              Example{"0.5"}>,
+        Required, 0.0};
 };
 
 } // namespace Tolv::Msgs::Structs

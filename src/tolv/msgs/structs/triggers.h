@@ -127,10 +127,18 @@ using TriggerDuration = std::chrono::duration<double, std::milli>;
 /// Exception::InvalidOperation if its field is uninitialized.
 class TOLV_MESSAGES_API TriggerRoute : public MirroredObject {
 public:
-    /// The word of a `TriggerOutputs`.
-    Reflector<std::string> output{this, field<"output", OneOf<TriggerOutputs>{}>, Required, "unknown"};
-    /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
+    Reflector<std::string> output{
+        this,
+        field<"output",
+              Doc{"the trigger output that the source drives; unlisted words count as \"unknown\""},
+              OneOf<TriggerOutputs>{}, Example{"trig0"}>,
+        Required, "unknown"};
+    Reflector<std::string> source{
+        this,
+        field<"source",
+              Doc{"the trigger source that drives the output; unlisted words count as \"none\""},
+              OneOf<TriggerSources>{}, Example{"exttrig"}>,
+        Required, "none"};
 
     /// "output" as an enumerator; `unknown` for any other word.
     [[nodiscard]] TriggerOutputs getOutput() const { return mapTriggerOutput(output()); }
@@ -145,9 +153,18 @@ public:
 /// The delay of a trigger pulse after its source. The offset may be negative.
 class TOLV_MESSAGES_API TriggerPulseOffset : public MirroredObject {
 public:
-    /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
-    Reflector<double> offset{this, field<"offset", Unit{"ms"}>, Required, 0.0}; ///< milliseconds
+    Reflector<std::string> source{
+        this,
+        field<"source",
+              Doc{"the trigger source whose pulse is shifted; unlisted words count as \"none\""},
+              OneOf<TriggerSources>{}, Example{"exttrig"}>,
+        Required, "none"};
+    Reflector<double> offset{
+        this,
+        field<"offset", Unit{"ms"},
+              Doc{"the delay from the trigger source to the pulse, which may be negative"},
+              Example{"1.5"}>,
+        Required, 0.0};
 
     /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }
@@ -162,9 +179,15 @@ public:
 /// The duration of a trigger pulse.
 class TOLV_MESSAGES_API TriggerPulseWidth : public MirroredObject {
 public:
-    /// The word of a `TriggerSources`.
-    Reflector<std::string> source{this, field<"source", OneOf<TriggerSources>{}>, Required, "none"};
-    Reflector<double> width{this, field<"width", Unit{"ms"}>, Required, 0.0}; ///< milliseconds
+    Reflector<std::string> source{
+        this,
+        field<"source",
+              Doc{"the trigger source whose pulse has the width; unlisted words count as \"none\""},
+              OneOf<TriggerSources>{}, Example{"exttrig"}>,
+        Required, "none"};
+    Reflector<double> width{
+        this, field<"width", Unit{"ms"}, Doc{"the duration of the trigger pulse"}, Example{"0.25"}>,
+        Required, 0.0};
 
     /// "source" as an enumerator; `none` for any other word.
     [[nodiscard]] TriggerSources getSource() const { return mapTriggerSource(source()); }

@@ -16,8 +16,9 @@ namespace Tolv::Msgs::Utils {
 /// message.
 class TOLV_MESSAGES_API MayContainError : public MirroredObject {
 public:
-    /// The error report; unset if there is none.
-    MetaData::PolymorphicReflector<Errs::ErrorMessage> error{this, "Error"_key, Optional};
+    MetaData::PolymorphicReflector<Errs::ErrorMessage> error{
+        this, field<"Error", Doc{"the error report, a whole message; absent if there is no error"}>,
+        Optional};
 
     /// Whether there is an error report.
     [[nodiscard]] bool hasError() const noexcept {
