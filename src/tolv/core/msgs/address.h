@@ -12,19 +12,19 @@ extern template class TOLV_CORE_API ReflectorArray<std::string>;
 
 namespace Tolv::Msgs {
 
-/// An address: the list of strings that names an endpoint.
+/// An address: the list of strings that identifies an endpoint.
 using Address = std::vector<std::string>;
 
 /// A mirrored address. Final, because lists that were read are moved in without calling `assign`.
 class TOLV_CORE_API ReflectedAddress final : public MetaData::ReflectorArray<std::string> {
 public:
-    /// An empty list, initialized if required.
+    /// Constructs an empty list, initialized if required.
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
                      MetaData::Presence required);
     ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
                      MetaData::Presence required);
 
-    /// An initialized field with this content.
+    /// Constructs an initialized field with this content.
     ReflectedAddress(MetaData::MirroredObject* owner, MetaData::Key const& name,
                      Address const& initial);
     ReflectedAddress(MetaData::MirroredObject* owner, std::string const& name,
