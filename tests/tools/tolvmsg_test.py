@@ -104,15 +104,15 @@ class Decode(unittest.TestCase):
             (b'{"MessageID":1.5}', False, "MessageID"),
             (b'{"MessageID":5}', True, "0.0.0.5"),
             (b'{"MessageID":18446744073709551615}', True, "0xffffffffffffffff"),
-            (b'{"MessageID":844424930131972,"MessageID":844424930131972}', False, "twice"),
-            (CONNECT + CONNECT, False, "behind the value"),
+            (b'{"MessageID":844424930131972,"MessageID":844424930131972}', False, "duplicate key"),
+            (CONNECT + CONNECT, False, "after the value"),
             (b"\x00", False, "0x00"),
             (CONNECT[:20] + b"\x00" + CONNECT[20:], False, "0x00"),
             (b'{"\xff\xfe":1}', False, "UTF-8"),
             (b'{"\xed\xa0\x80":1,"\xed\xa0\x80":2}', False, "UTF-8"),
             (b"\xef\xbb\xbf" + CONNECT, False, "byte order mark"),
-            (b"[" * 100000, False, "depth"),
-            (b'{"a":' * 300 + b"1" + b"}" * 300, False, "depth"),
+            (b"[" * 100000, False, "nested arrays"),
+            (b'{"a":' * 300 + b"1" + b"}" * 300, False, "nested arrays"),
         )
         text = b"".join(CONNECT + b"\n" + line + b"\n" for line, _, _ in bad)
         done = decode(text + CONNECT + b"\n")

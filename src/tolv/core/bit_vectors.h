@@ -43,7 +43,7 @@ TOLV_CORE_API void encodeBits(std::vector<std::complex<bool>> const& in, std::st
 TOLV_CORE_API void decodeBits(std::string_view base64, unsigned long long count,
                               std::vector<bool>& out);
 
-/// The same for pairs of truth values.
+/// The same for pairs of booleans.
 TOLV_CORE_API void decodeBits(std::string_view base64, unsigned long long count,
                               std::vector<std::complex<bool>>& out);
 
