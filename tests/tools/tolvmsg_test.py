@@ -183,7 +183,7 @@ class Decode(unittest.TestCase):
              {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
             (attribute(6, {"trace": {**trace, "len": 3}}), {"Data.trace.len": "3"}),
             (attribute(6, {"trace": {"type": 3, "len": 1}}),
-             {"Data": '{trace: 1 x double, not in the text}', "Data.trace.base64": None}),
+             {"Data": '{trace: 1 x double, without matching data}', "Data.trace.base64": None}),
             (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
              {"Data": '{trace: 1 x double ("len" says 2), not base64}',
               "Data.trace.base64": None}),
@@ -563,7 +563,7 @@ the standard input:4: wrong-value: Data: expected an object, found a number: 5
 4 lines, 2 with findings
 """), (done.status, done.out.decode()))
         done = run("lint", "--quiet", "--id", "PingMessage", text=log)
-        self.assertEqual((0, b"1 line, nothing found\n"), (done.status, done.out))
+        self.assertEqual((0, b"1 line, no findings\n"), (done.status, done.out))
         self.assertEqual(2, run("lint", "/nowhere").status)
 
 
