@@ -39,7 +39,7 @@ TEST(Limits, AReaderTakesOthersWithEachCall) {
         char const* why;
     } const rows[] = {
         {"[[]]", nullptr, "as deep as can be"},
-        {"[[[]]]", "depth of more than 2 arrays and objects at byte 2", "a level deeper"},
+        {"[[[]]]", "more than 2 nested arrays and objects at byte 2", "a level deeper"},
         {'"' + std::string(38, 'x') + '"', nullptr, "as long as can be"},
         {'"' + std::string(39, 'x') + '"', "text of more than 40 bytes at byte 40", "longer"},
         {"1" + std::string(40, ' '), "text of more than 40 bytes at byte 40", "white space counts"},

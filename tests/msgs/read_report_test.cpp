@@ -58,24 +58,25 @@ TEST(Explain, NamesTheFieldAndWhy) {
               "Data.MinVersion | " + seven + " | 3e+10",
               "Data.BinaryTransmission | expected a boolean, found null | null"}},
             {connect(R"({"MaxVersion":1,"MinVersion":1,"More":[1],"a b":{}})"),
-             {"Data.BinaryTransmission | required, but absent", "Data.More | nothing read it | [1]",
-              R"(Data."a b" | nothing read it | {})"}},
+             {"Data.BinaryTransmission | required, but absent",
+              "Data.More | no field has this key | [1]",
+              R"(Data."a b" | no field has this key | {})"}},
             {connect(""), {"Data | required, but absent"}},
             {connect("5"), {"Data | expected an object, found a number | 5"}},
             {messageText(0x0003000000000004, R"({"a":1})"),
-             {R"(Data | nothing read it | {"a":1})"}},
+             {R"(Data | no field has this key | {"a":1})"}},
             {R"({"MessageID":844424930131972,"Sender":["a",1]})",
-             {R"(Sender | stays as it was, because of Sender[1] | ["a",1])",
+             {R"(Sender | keeps its old value, because of Sender[1] | ["a",1])",
               "Sender[1] | expected a string, found a number | 1"}},
             // what only a destination makes meaningful
             {attribute(13, ""), {"Destination | required, but absent"}},
             // a payload of all or nothing, written by hand
             {messageText(0x0003000000000003, R"({"MaxVersion":1,"MinVersion":-1,"Minversion":1})"),
-             {R"(Data | did not read, because of Data.MinVersion | {"MaxVersion":1,"MinVersion":-1,"Minversion":1})",
+             {R"(Data | did not parse, because of Data.MinVersion | {"MaxVersion":1,"MinVersion":-1,"Minversion":1})",
               "Data.MinVersion | expected an integer from 0 to 4294967295 | -1",
               "Data.MessageType | required, but absent",
               "Data.SupportsBinary | required, but absent",
-              "Data.Minversion | nothing read it | 1"}},
+              "Data.Minversion | no field has this key | 1"}},
             // words, and a number that its check refuses
             {attribute(48, R"({"slot":"slot9","deviceId":256,"isRoot":true})"),
              {R"(Data.slot | unknown literal, expected one of "esm", "slot1", "slot2", "slot3", )"
@@ -95,41 +96,41 @@ TEST(Explain, NamesTheFieldAndWhy) {
               "number | 5"}},
             // arrays in both forms
             {attribute(6, R"({"trace":[1,"NaN","x"]})"),
-             {R"(Data.trace | stays as it was, because of Data.trace[2] | [1,"NaN","x"])",
+             {R"(Data.trace | keeps its old value, because of Data.trace[2] | [1,"NaN","x"])",
               R"(Data.trace[2] | expected a number, found a string | "x")"}},
             {attribute(6, R"({"trace":{"type":4,"len":0}})"),
              {R"(Data.trace | expected the encoded form of type 3 | {"type":4,"len":0})"}},
             {attribute(6, R"({"trace":{"type":3,"len":1}})"),
-             {R"(Data | did not read, because of Data.trace | {"trace":{"type":3,"len":1}})",
+             {R"(Data | did not parse, because of Data.trace | {"trace":{"type":3,"len":1}})",
               "Data.trace.base64 | required, but absent"}},
             // an encoded array whose "len" is wrong: the tag is no number of elements
             {attribute(6, R"({"trace":{"type":3,"len":1e30}})"),
-             {R"(Data | did not read, because of Data.trace | {"trace":{"type":3,"len":1e+30}})",
+             {R"(Data | did not parse, because of Data.trace | {"trace":{"type":3,"len":1e+30}})",
               "Data.trace.len | expected an integer from 0 to 18446744073709551615 | 1e+30"}},
             {attribute(6, R"({"trace":{"type":3,"len":9,"base64":"AAAAAAAA8D8="}})"),
              {"Data.trace.len | the text holds 1 | 9"}},
             {attribute(9, R"({"trace":{"type":1,"len":17,"base64":"AAA="}})"),
-             {R"(Data | did not read, because of Data.trace | )"
+             {R"(Data | did not parse, because of Data.trace | )"
               R"({"trace":{"type":1,"len":17,"base64":"AAA="}})",
               "Data.trace.len | expected 9 to 16, the text holds 2 bytes | 17"}},
             {attribute(8, R"({"trace":{"type":2,"len":1,"base64":""}})"),
-             {R"(Data | did not read, because of Data.trace | )"
+             {R"(Data | did not parse, because of Data.trace | )"
               R"({"trace":{"type":2,"len":1,"base64":""}})",
               "Data.trace.len | expected 0, the text holds 0 bytes | 1"}},
             // messages inside of messages
             {messageText(0x0004000100000001, R"({"Messages":[{"MessageID":1125899906842627,)"
                                              R"("Data":{"b":true}},{"MessageID":1}]})"),
-             {R"(Data.Messages | stays as it was, because of Data.Messages[1] | )"
+             {R"(Data.Messages | keeps its old value, because of Data.Messages[1] | )"
               R"([{"MessageID":1125899906842627,"Data":{"b":true}},{"MessageI...)",
               "Data.Messages[1].Data | required, but absent"}},
             {attribute(21, R"({"Attributes":[{"MessageID":1125899906842627,"Data":{"b":1}},)"
                            R"({"MessageID":1125899906842627,"x":0,"Data":{"b":0}}]})"),
              {"Data.Attributes[0].Data.b | expected a boolean, found a number | 1",
               "Data.Attributes[1].Data.b | expected a boolean, found a number | 0",
-              "Data.Attributes[1].x | nothing read it | 0"}},
+              "Data.Attributes[1].x | no field has this key | 0"}},
             {messageText(0x0003000000000012,
                          R"({"Result":true,"UUID":"","Error":{"MessageID":77}})"),
-             {R"(Data | did not read, because of Data.Error | )"
+             {R"(Data | did not parse, because of Data.Error | )"
               R"({"Result":true,"UUID":"","Error":{"MessageID":77}})",
               "Data.Error.MessageID | unknown id 0x000000000000004d | 77"}},
             {messageText(0x0002000000010007, R"({"event":1,"param":[{"MessageID":844424930131972,)"

@@ -45,7 +45,7 @@ Message& base();
 FRACTION = "a double does not fit into this field without loss"
 VARIABLE = "this integer may not fit into the field without loss"
 NUMBER = "this number does not fit into the type of the field"
-NOT_NUMBER = "this field holds a number or a truth value"
+NOT_NUMBER = "this field takes a number or a boolean"
 WORD = "a number is neither a text nor an enumerator"
 CONVERSION = "this type has no conversion to an element"
 FIELD = "a field holds a bool, an unsigned char"

@@ -62,8 +62,8 @@ class Valid(unittest.TestCase):
             (DOUBLE, {"d": 6, **limited}, None),
             (DOUBLE, {"d": 6.5, **limited}, "^value 6.5 is above Maximum 6$"),
             (DOUBLE, limited, "d is not initialized"),   # no value
-            (DOUBLE, None, "^the payload did not read$"),
-            (TRACE, {"trace": {"type": 3, "len": 1}}, "^the payload did not read$"),
+            (DOUBLE, None, "^the payload did not parse$"),
+            (TRACE, {"trace": {"type": 3, "len": 1}}, "^the payload did not parse$"),
             (LONG, {"i": 2**62 + 1, **about(Maximum=2**62)}, "^value 4611686018427387905 is above"),
             (BOOL, {"b": False}, None),
             (COMPLEX, {"dc": [9, 9], **about(Maximum=[1, 1])}, None),  # complex numbers: no order
@@ -165,7 +165,7 @@ class Words(unittest.TestCase):
             (DOUBLE, {"d": 1, **about(Minimum=2, **unit)},
              ["value  1 Hz", "limits  at least 2 Hz", "valid  no: value 1 is below Minimum 2"]),
             (STRING, {"s": "a", **about(MaxLength=1, ValidCharacters="[a-z]")},
-             ['value  "a"', 'limits  at most 1 byte, all of it matches "[a-z]"', "valid  yes"]),
+             ['value  "a"', 'limits  at most 1 byte, must match "[a-z]"', "valid  yes"]),
             (INTS, {"iv": list(range(9)), **about(MaxLength=9)},
              ["value  9 numbers: 0, 1, 2, 3, 4, 5, 6, 7, ...", "limits  at most 9 numbers",
               "valid  yes"]),
@@ -204,10 +204,10 @@ class Words(unittest.TestCase):
               "valid  yes"]),
             (TRACE, {"trace": [2, "NaN", -1]},
              ["count  3 samples", "first  2, NaN, -1", "minimum  -1", "maximum  2", "mean  0.5",
-              "NaN  1 sample, which takes no part in the statistics", "valid  yes"]),
+              "NaN  1 sample, not counted in the statistics", "valid  yes"]),
             (TRACE, {"trace": ["NaN", "NaN"]},
              ["count  2 samples", "first  NaN, NaN",
-              "NaN  2 samples, which take no part in the statistics", "valid  yes"]),
+              "NaN  2 samples, not counted in the statistics", "valid  yes"]),
             (TRACE, {"trace": ["Infinity", 1]},
              ["count  2 samples", "first  Infinity, 1", "minimum  1", "maximum  Infinity",
               "mean  Infinity", "valid  yes"]),
@@ -217,7 +217,7 @@ class Words(unittest.TestCase):
             (COMPLEX_TRACE, {"trace": [["Infinity", "NaN"], [3, 4]]},
              ["count  2 samples", "first  Infinity + NaNi, 3 + 4i", "minimum  5" + magnitude,
               "maximum  5" + magnitude, "mean  5" + magnitude,
-              "NaN  1 sample, which takes no part in the statistics", "valid  yes"]),
+              "NaN  1 sample, not counted in the statistics", "valid  yes"]),
             (BOOL_TRACE, {"trace": bits},
              ["count  10 samples",
               "first  true, false, true, false, false, false, false, false, ...",
@@ -236,7 +236,7 @@ class Words(unittest.TestCase):
 
     def test_invalid_entries_among_those_left_out(self):
         messages = [tree(DOUBLE, {"d": i, **about(Maximum=21)}) for i in range(25)]
-        self.assertEqual("... 5 more, 3 of them not valid, the first is [22]",
+        self.assertEqual("... 5 more, 3 of them not valid, first [22]",
                          words(attribute(DOUBLE + BATCH, {"Messages": messages}))[-1])
 
 

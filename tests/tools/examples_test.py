@@ -79,7 +79,7 @@ EXPECTED = {
         (r'^\{"line":1,"id":"0x0003000000000001",.*\n(?s:.*)\{"line":6,"error":', 1),
     "tolvmsg lint session.ndjson": (LINTED, 1),
     "tolvmsg lint log.jsonl": (LINTED, 1),
-    "tolvmsg lint --quiet --family App *.ndjson": r"^2 lines, nothing found\n$",
+    "tolvmsg lint --quiet --family App *.ndjson": r"^2 lines, no findings\n$",
     "tolvmsg lint --json session.ndjson | jq -r 'select(.rule == \"rounded\") | .path'": r"^Data\.i\n$",
     "tolvmsg diff a.ndjson b.ndjson": (DIFFED, 1),
     "tolvmsg diff before.ndjson after.ndjson": (DIFFED, 1),

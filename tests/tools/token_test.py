@@ -53,7 +53,7 @@ class Token(Case):
         data, sign = good.rsplit(".", 1)
         last = base64.b64decode(sign)
         last = segment(last[:-1] + bytes([last[-1] ^ 0x80]))
-        wrong = "the signature is not that of this key and content"
+        wrong = "the signature does not match the key and content"
         table = (
             # token, status, verdict, what the reason must be
             (good, 0, "authentic", None),

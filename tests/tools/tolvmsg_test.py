@@ -104,15 +104,15 @@ class Decode(unittest.TestCase):
             (b'{"MessageID":1.5}', False, "MessageID"),
             (b'{"MessageID":5}', True, "0.0.0.5"),
             (b'{"MessageID":18446744073709551615}', True, "0xffffffffffffffff"),
-            (b'{"MessageID":844424930131972,"MessageID":844424930131972}', False, "twice"),
-            (CONNECT + CONNECT, False, "behind the value"),
+            (b'{"MessageID":844424930131972,"MessageID":844424930131972}', False, "duplicate key"),
+            (CONNECT + CONNECT, False, "after the value"),
             (b"\x00", False, "0x00"),
             (CONNECT[:20] + b"\x00" + CONNECT[20:], False, "0x00"),
             (b'{"\xff\xfe":1}', False, "UTF-8"),
             (b'{"\xed\xa0\x80":1,"\xed\xa0\x80":2}', False, "UTF-8"),
             (b"\xef\xbb\xbf" + CONNECT, False, "byte order mark"),
-            (b"[" * 100000, False, "depth"),
-            (b'{"a":' * 300 + b"1" + b"}" * 300, False, "depth"),
+            (b"[" * 100000, False, "nested arrays"),
+            (b'{"a":' * 300 + b"1" + b"}" * 300, False, "nested arrays"),
         )
         text = b"".join(CONNECT + b"\n" + line + b"\n" for line, _, _ in bad)
         done = decode(text + CONNECT + b"\n")
@@ -183,7 +183,7 @@ class Decode(unittest.TestCase):
              {"Data.trace": '1 x complex double ("len" says 2): [1.0, 2.0]'}),
             (attribute(6, {"trace": {**trace, "len": 3}}), {"Data.trace.len": "3"}),
             (attribute(6, {"trace": {"type": 3, "len": 1}}),
-             {"Data": '{trace: 1 x double, not in the text}', "Data.trace.base64": None}),
+             {"Data": '{trace: 1 x double, without matching data}', "Data.trace.base64": None}),
             (attribute(6, {"trace": {**trace, "base64": "!" * 12}}),
              {"Data": '{trace: 1 x double ("len" says 2), not base64}',
               "Data.trace.base64": None}),
@@ -563,7 +563,7 @@ the standard input:4: wrong-value: Data: expected an object, found a number: 5
 4 lines, 2 with findings
 """), (done.status, done.out.decode()))
         done = run("lint", "--quiet", "--id", "PingMessage", text=log)
-        self.assertEqual((0, b"1 line, nothing found\n"), (done.status, done.out))
+        self.assertEqual((0, b"1 line, no findings\n"), (done.status, done.out))
         self.assertEqual(2, run("lint", "/nowhere").status)
 
 

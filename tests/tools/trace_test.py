@@ -133,11 +133,11 @@ class Plot(Case):
     def test_refusals(self):
         line = trace(TRACE, [1])
         for arguments, text, status, reason in (
-                ((), line, 2, "--output"), (("--output", "t.pdf"), line, 2, "neither"),
+                ((), line, 2, "--output"), (("--output", "t.pdf"), line, 2, "must end with"),
                 (("--terminal",), trace(TRACE, []), 2, "empty"),
                 (("--terminal",), CONNECT, 1, "no such trace"),
                 (("--output", "/nowhere/t.svg"), line, 3, 'cannot write to "/nowhere/t.svg"'),
-                (("--terminal", "--output", "t.svg"), line, 2, "excludes")):
+                (("--terminal", "--output", "t.svg"), line, 2, "exclude each other")):
             with self.subTest(arguments):
                 done = run("plot", *arguments, text=text)
                 self.assertEqual(status, done.status)

@@ -18,11 +18,11 @@
 
 namespace Tolv::Tool {
 
-/// Puts an attribute's payload into words. Payloads, and their metadata, are told apart by the
-/// fields that they have. What has been told is taken out of the rest.
+/// Describes an attribute's payload in words. Payloads and their metadata are distinguished by the
+/// fields that they have. Fields that have been described are removed from the rest.
 class AttributeDescription {
 public:
-    /// @param data what the payload writes
+    /// @param data the tree that the payload writes
     explicit AttributeDescription(MetaData::Element const& data) { reading_.rest = data; }
 
     template <class Payload>
@@ -55,8 +55,8 @@ private:
     static constexpr char const* aboutKey = "AttributeMetaData";
     static constexpr std::size_t mostTextBytes = 72;
     static constexpr std::size_t mostUnitBytes = 40;
-    static constexpr std::size_t mostListed = 8;   ///< in one line
-    static constexpr std::size_t mostEntries = 20; ///< of an enumeration, a line each
+    static constexpr std::size_t mostListed = 8;   ///< numbers in one line
+    static constexpr std::size_t mostEntries = 20; ///< entries of an enumeration, one per line
 
     void line(std::string label, std::string text) {
         reading_.lines.emplace_back(std::move(label), std::move(text));
@@ -69,7 +69,7 @@ private:
             line(std::move(label), std::move(text));
     }
 
-    /// True when the field of the payload is set; it is then told.
+    /// Whether the field of the payload is set. If so, removes it from the rest.
     template <class Field>
     bool take(Field const& field) {
         if (field.initialized())
@@ -103,8 +103,8 @@ private:
         return text + (numbers.size() > mostListed ? ", ..." : "");
     }
 
-    /// Unit and precision of numbers of the type `T`. The precision is that of numbers with digits
-    /// behind a point.
+    /// Takes unit and precision of numbers of type `T`. Precision applies to floating-point numbers
+    /// only.
     template <class T, class About>
     void takeStyle(About const& about) {
         if constexpr (requires { about.precision; }) {
@@ -142,12 +142,11 @@ private:
         else if (hasMaximum)
             parts.push_back("at most " + style_.withUnit(numberText(about.maximum())));
         if (takeAbout(about.step))
-            parts.push_back("step " + numberText(about.step())); // whether it has the unit of the
-                                                                 // value is told in the rest
+            parts.push_back("step " + numberText(about.step())); // the rest shows its unit
         line("limits", parts);
     }
 
-    /// The minimum and the maximum of what was measured are no limits.
+    /// The minimum and maximum of a measurement are not limits.
     template <class About>
     void addMeasured(About const& about) {
         std::vector<std::string> parts;
@@ -172,7 +171,7 @@ private:
                                                  isText ? "bytes" : "numbers"));
         if constexpr (isText)
             if (takeAbout(about.validCharacters))
-                parts.push_back("all of it matches " + textOf(about.validCharacters()));
+                parts.push_back("must match " + textOf(about.validCharacters()));
         line("limits", parts);
     }
 
@@ -195,7 +194,7 @@ private:
         std::vector<bool> flags;
         if (about.disabledList.initialized())
             flags = about.disabledList();
-        if (flags.size() <= entries.size()) // flags of no entry are left in the rest
+        if (flags.size() <= entries.size()) // surplus flags stay in the rest
             takeAbout(about.disabledList);
         flags.resize(entries.size());
 
@@ -242,8 +241,7 @@ private:
             line("mean", style_.computed(statistics.mean) + meaning);
         }
         if (auto const missing = samples.size() - statistics.numbers; missing > 0)
-            line("NaN", counted(missing, "sample, which takes", "samples, which take") +
-                            " no part in the statistics");
+            line("NaN", counted(missing, "sample", "samples") + ", not counted in the statistics");
     }
 
     void addSegments(std::vector<Msgs::Attrs::TraceSegment> const& segments) {

@@ -20,7 +20,7 @@ using Msgs::Message;
 
 namespace {
 
-/// The messages that a payload lists, and the key of the list.
+/// The messages listed by a payload, and the key of the list.
 struct Inside {
     char const* key = "";
     std::vector<Message const*> messages;
@@ -38,13 +38,13 @@ Inside listOf(char const* key, List const& list) {
     return inside;
 }
 
-/// What can be done with a message of the class `M`.
+/// The operations on a message of class `M`.
 template <class M>
 struct Functions {
     using Payload = std::remove_cvref_t<decltype(std::declval<M const&>().payload())>;
     static constexpr bool canValidate = requires(Payload const& p) { p.explainInvalid(); };
 
-    /// Null when it did not read.
+    /// Null if the payload did not parse.
     static Payload const* payloadOf(Message const& message) {
         auto const& field = static_cast<M const&>(message).Data;
         return field.initialized() ? &field() : nullptr;
@@ -54,7 +54,7 @@ struct Functions {
         if constexpr (canValidate) {
             auto const* const payload = payloadOf(message);
             if (payload == nullptr)
-                return Verdict{false, "the payload did not read"};
+                return Verdict{false, "the payload did not parse"};
             try {
                 if (payload->validate())
                     return Verdict{true, {}};
@@ -103,8 +103,8 @@ std::pair<std::type_index const, View> viewOf() {
     return {typeid(M), {&Functions<M>::verdict, &Functions<M>::reading, &Functions<M>::inside}};
 }
 
-/// Null for a class of which there is nothing to tell. The type decides, since an entry of a batch
-/// may carry any id.
+/// Null for a class without a view. The lookup is by type, since an entry of a batch may carry any
+/// id.
 View const* viewOf(Message const& message) {
     using namespace Msgs;
     static std::unordered_map<std::type_index, View> const views{

@@ -9,41 +9,40 @@
 #include <tolv/core/msgs/message.h>
 
 /// @file
-/// What typed messages tell beyond their trees: whether an attribute is valid, how a person reads
-/// it, and which messages are inside of a message.
+/// What typed messages provide beyond their trees: whether an attribute is valid, its description
+/// in words, and nested messages.
 namespace Tolv::Tool {
 
-/// What a payload's own `validate` says.
+/// The result of a payload's own `validate`.
 struct Verdict {
     bool valid;
-    std::string reason; ///< why it is not
+    std::string reason; ///< why it is not valid
 };
 
-/// Empty for a message whose payload has no `validate`. It does not throw for what the message
-/// holds: a value that is not set and a pattern that is no expression are reasons like others.
+/// Empty if the payload of the message has no `validate`. Does not throw because of the content of
+/// the message: an unset value or an invalid regular expression is just another reason.
 std::optional<Verdict> verdictOf(Msgs::Message const& message);
 
-/// An attribute in words.
+/// The description of an attribute in words.
 struct Reading {
     std::vector<std::pair<std::string, std::string>> lines; ///< label and text
-    MetaData::Element rest; ///< of the payload's tree, what the lines don't tell
+    MetaData::Element rest; ///< the part of the payload's tree that the lines do not cover
 };
 
-/// Empty for a message that is no attribute, or whose payload did not read.
-/// @param data what the payload writes
+/// Empty if the message is not an attribute, or its payload did not parse.
+/// @param data the tree that the payload writes
 std::optional<Reading> readingOf(Msgs::Message const& message, MetaData::Element const& data);
 
-/// The messages that the payload lists, in that order. They live as long as `message` is left as it
-/// is.
+/// The messages that the payload lists, in order. They are valid until `message` is modified.
 std::vector<Msgs::Message const*> messagesInside(Msgs::Message const& message);
 
-/// What the payload of a message inside of another one says.
+/// The verdict on a nested message.
 struct InnerVerdict {
     std::string path; ///< "Data.Attributes[3]"
     Verdict verdict;
 };
 
-/// The verdicts of all messages inside of `message`, however deep.
+/// The verdicts on all messages nested in `message`, at any depth.
 std::vector<InnerVerdict> verdictsInside(Msgs::Message const& message);
 
 } // namespace Tolv::Tool

@@ -8,9 +8,9 @@
 
 namespace Tolv::Tool {
 
-/// Keeps what the library prints on `std::cout` (see tolv/core/metadata/diagnostics.h) for as long
-/// as this object lives, so that it does not get between the output of the tool, which goes to the
-/// standard output by another way.
+/// Captures what the library prints on `std::cout` (see tolv/core/metadata/diagnostics.h) while
+/// this object exists, so that it does not mix with the output of the tool, which writes to
+/// standard output directly.
 class CapturedCout {
 public:
     CapturedCout() : before_(std::cout.rdbuf(&printed_)) {}

@@ -13,17 +13,17 @@ namespace Tolv::Tool {
 /// A registered message class.
 struct MessageClass {
     unsigned long long id;
-    std::string alias;      ///< "App::ConnectMessage"; empty for a class that is in no catalogue
+    std::string alias; ///< "App::ConnectMessage"; empty for a class that is not in the catalogue
     std::string shortAlias; ///< "ConnectMessage"
-    std::string className;  ///< without catalogue: the name of the C++ type
-    std::string payload;    ///< empty: none, or unknown
+    std::string className;  ///< name of the C++ type
+    std::string payload;    ///< empty if there is none, or it is unknown
     std::string role;
-    std::shared_ptr<Msgs::Message> (*make)(); ///< null for a class that is in no catalogue
+    std::shared_ptr<Msgs::Message> (*make)(); ///< null for a class that is not in the catalogue
 
     [[nodiscard]] std::string const& name() const { return alias.empty() ? className : alias; }
 };
 
-/// All classes that the factory has at construction, by ascending id.
+/// All classes registered with the factory at construction, by ascending id.
 class Classes {
 public:
     Classes();
@@ -33,8 +33,8 @@ public:
     /// The class with this id, or null.
     [[nodiscard]] MessageClass const* find(unsigned long long id) const noexcept;
 
-    /// A message to start from: what a default-built one writes, with a destination where the class
-    /// demands one. Null where no such message can be made. It stays where it is.
+    /// The tree of a default-constructed message, with a destination if the class requires one.
+    /// Null if no such message can be created. The address remains valid.
     [[nodiscard]] MetaData::Element const* example(unsigned long long id) const;
 
 private:

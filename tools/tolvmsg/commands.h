@@ -11,29 +11,30 @@ class App;
 
 namespace Tolv::Tool {
 
-/// What the program returns, for scripts.
+/// The exit status of the program, for scripts.
 enum ExitStatus : int {
     success = 0,
-    messagesLost = 1, ///< not every line gave a message
-    anyFinding = 1,   ///< a log is not clean
-    differing = 1,    ///< two logs are not the same
-    nothingFound = 1, ///< there is no such trace
-    notAuthentic = 1, ///< the signature of a token is not that of the key
-    wrongUsage = 2,   ///< the command line is wrong, or an input cannot be read
+    messagesLost = 1, ///< a line is not a valid message
+    anyFinding = 1,   ///< lint found problems
+    differing = 1,    ///< the two logs differ
+    nothingFound = 1, ///< no such trace
+    notAuthentic = 1, ///< the signature of a token does not match the key
+    wrongUsage = 2,   ///< invalid command line, or an input cannot be read
     outputLost = 3    ///< the output cannot be written
 };
 
-/// What was asked for makes no sense; the text says why.
+/// The request is invalid; the text says why.
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// What to do once the command line has been read. @return the exit status @throws UsageError
+/// The action to run once the command line has been parsed. @return the exit status @throws
+/// UsageError
 using Action = std::function<int(Output&)>;
 
-// One function a subcommand, each in its own file: adds the subcommand to the command line, which
-// sets `chosen` when the subcommand is given.
+// One function per subcommand, each in its own file, adds the subcommand to the command line. If
+// the subcommand is given, parsing sets `chosen`.
 void addListCommand(CLI::App& app, Action& chosen);
 void addExampleCommand(CLI::App& app, Action& chosen);
 void addDecodeCommand(CLI::App& app, Action& chosen);

@@ -40,7 +40,7 @@ public:
             try {
                 decode(file);
             } catch (std::system_error const& e) {
-                out_.flush(); // what was read before comes first
+                out_.flush(); // write earlier results first
                 auto const text =
                     "tolvmsg: cannot read " + Input::name(file) + ": " + e.code().message() + '\n';
                 std::fputs(text.c_str(), stderr);
@@ -71,7 +71,7 @@ private:
         }
     }
 
-    /// Of what `--invalid-only` leaves out.
+    /// Whether `--invalid-only` leaves the line out.
     static bool isFine(ExaminedLine const& line) {
         if (!line.error.empty() || !line.problems.empty())
             return false;
@@ -90,7 +90,7 @@ private:
                                      : textOf(line, where, classes_, style_));
         } catch (OutputLost const&) {
             throw;
-        } catch (std::exception const& e) { // a message that cannot be shown
+        } catch (std::exception const& e) { // the message cannot be shown
             auto instead = refused(e.what());
             instead.id = line.id;
             show(instead, where);
@@ -118,50 +118,50 @@ private:
 
 void addDecodeCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
-    auto* const command = app.add_subcommand("decode", "Shows messages, one line of JSON each");
-    command->add_flag("--json", options->json, "One JSON object a line, for programs");
+    auto* const command =
+        app.add_subcommand("decode", "Shows messages, given as one line of JSON each");
+    command->add_flag("--json", options->json, "Print one JSON object per line");
     options->bound.addOption(*command);
     options->filter.addOptions(*command);
     command
         ->add_flag("--invalid-only", options->invalidOnly,
-                   "Lines without message, messages with problems, attributes that are not valid")
+                   "Invalid lines, messages with problems, and invalid attributes")
         ->group("Filters");
     command->add_flag("--follow", options->follow,
-                      "Wait for more at the end of the file, until interrupted");
+                      "Wait for more lines at the end of the file, until interrupted");
     addFiles(*command, options->files);
     command->footer(
-        "A message is shown as the library reads it, with the problems: what did not read or was "
-        "not\n"
-        "there, and why. A line that gives no message does not stop the others.\n"
-        "An attribute is shown in words: its value with unit and precision (digits behind the\n"
-        "point), limits, entries, for a trace its statistics, and whether it is valid.\n"
-        "Of the filters all that are given must hold; one given twice takes either value.\n"
+        "Shows messages as the library reads them, with their problems: which values are missing\n"
+        "or did not parse, and why. Decoding continues after a line that is not a message.\n"
+        "Attributes are shown in words: the value with unit and precision (decimal places),\n"
+        "limits, entries, statistics of traces, and whether the attribute is valid.\n"
+        "A message must match all filters; a filter given twice matches either value.\n"
         "\n"
-        "With --json a line has \"line\" (from 1; \"file\", too, when there are several), \"id\",\n"
-        "\"class\", \"alias\" and \"message\", or \"error\". \"problems\" lists what is not in "
-        "the\n"
-        "message as it stood in the input: \"path\", \"problem\" and \"found\" (null when nothing\n"
-        "was there); \"notes\" is what the library said. Both are left out when empty.\n"
-        "An attribute has \"valid\", true or false, and \"invalid\", the reason when it is false;\n"
-        "\"inside\" lists these for attributes inside of the message, with their \"path\".\n"
+        "With --json a line has \"line\" (from 1; with several files also \"file\"), \"id\",\n"
+        "\"class\", \"alias\" and \"message\", or \"error\". \"problems\" lists the parts of the "
+        "input\n"
+        "that are missing or were not read: \"path\", \"problem\" and \"found\" (null if absent);\n"
+        "\"notes\" holds the diagnostics of the library. Both are left out if empty.\n"
+        "An attribute has \"valid\", true or false, and if false \"invalid\", the reason;\n"
+        "\"inside\" lists these for nested attributes, with their \"path\".\n"
         "\n"
         "Examples:\n"
         "  tolvmsg decode session.ndjson\n"
-        "  tolvmsg decode --invalid-only session.ndjson        # what went wrong, and why\n"
+        "  tolvmsg decode --invalid-only session.ndjson        # only problems\n"
         "  tolvmsg decode --id ConnectMessage --from panel session.ndjson\n"
         "  tolvmsg decode --family Attrs --follow live.ndjson  # as it grows\n"
         "  tolvmsg example 3.0.0.1 | tolvmsg decode\n"
         "  tolvmsg decode --json *.ndjson | jq 'select(.error or .problems)'\n"
         "  tolvmsg decode --json *.ndjson | jq 'select(.valid == false) | .invalid'\n"
         "\n"
-        "Exit status: 0 every line gave a message; 1 one did not; 2 wrong usage, or a file that\n"
-        "cannot be read; 3 the standard output cannot be written.");
+        "Exit status: 0 every line is a message; 1 a line is not; 2 wrong usage, or unreadable\n"
+        "file; 3 the output cannot be written.");
     command->callback([&chosen, options] {
         chosen = [options](Output& out) {
             if (options->files.empty())
                 options->files.emplace_back("-");
             if (options->follow && options->files.size() > 1)
-                throw UsageError("--follow takes one file");
+                throw UsageError("--follow accepts only one file");
             Classes const classes;
             options->filter.resolve(classes);
             return Decoder(*options, classes, out).run();

@@ -37,7 +37,7 @@ struct Options {
     std::string right;
 };
 
-/// One message of a log, or a line that is none.
+/// One message of a log, or a line that is not a message.
 struct Entry {
     std::string_view text;
     std::uint64_t line; ///< from 1
@@ -60,9 +60,9 @@ Log readLog(std::string const& file, Options const& options, Output& out) {
         throw std::runtime_error("cannot read " + Input::name(file) + ": " + e.code().message());
     }
     if (log.text.size() > mostBytes)
-        throw std::runtime_error(Input::name(file) + " has more than 1 GiB");
+        throw std::runtime_error(Input::name(file) + " is larger than 1 GiB");
 
-    // A message on its own may be spread over several lines.
+    // A single message may span several lines.
     std::string_view rest = log.text;
     auto const blank = [](std::string_view line) {
         return line.find_first_not_of(" \t\r\n") == line.npos;
@@ -232,7 +232,7 @@ private:
         return text + ", most by " + numberText(samples.most) + " at " + std::to_string(samples.at);
     }
 
-    /// @param left null: there is none
+    /// @param left null if there is none
     static JsonObject begun(Entry const* left, Entry const* right) {
         JsonObject row;
         if (left != nullptr)
@@ -287,20 +287,20 @@ private:
 void addDiffCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
     auto* const command =
-        app.add_subcommand("diff", "Shows what differs between two messages or two logs");
-    command->add_flag("--json", options->json, "One JSON object a difference, for programs");
+        app.add_subcommand("diff", "Shows the differences between two messages or two logs");
+    command->add_flag("--json", options->json, "Print one JSON object per difference");
     command
         ->add_option("--tolerance", options->tolerance.absolute,
-                     "Numbers that are at most this far apart are equal")
+                     "Treat numbers as equal that differ by at most this")
         ->check(CLI::NonNegativeNumber)
         ->option_text("NUMBER");
     command
         ->add_option("--relative", options->tolerance.relative,
-                     "The same as a part of the larger one: 1e-6")
+                     "The same, relative to the larger number, such as 1e-6")
         ->check(CLI::NonNegativeNumber)
         ->option_text("NUMBER");
     addRepeatable(*command, "--ignore", options->ignored,
-                  "A key, or a path such as Data.Timestamp, that is not compared");
+                  "A key, or a path such as Data.Timestamp, to leave out");
     options->bound.addOption(*command);
     options->filter.addOptions(*command);
     command->add_option("FIRST", options->left, "File; \"-\" is the standard input")
@@ -310,21 +310,19 @@ void addDiffCommand(CLI::App& app, Action& chosen) {
         ->required()
         ->type_name("");
     command->footer(
-        "A file holds one message, or a log, one line of JSON each. Of two logs equal lines are\n"
-        "matched, and between these lines of the same id; the others were inserted or deleted.\n"
-        "Neither the order of keys counts, nor the form of arrays, plain or encoded, nor 1 or "
-        "1.0.\n"
-        "Of arrays of numbers it shows which samples differ, from 0, and the largest difference.\n"
-        "Nothing is shown when nothing differs.\n"
+        "A file holds one message, or a log with one line of JSON per message. In logs, equal\n"
+        "lines are matched first, and between them lines with the same id; all others were\n"
+        "inserted or deleted. The order of keys, the form of arrays (plain or encoded) and 1\n"
+        "versus 1.0 do not matter. For arrays of numbers the output shows which samples differ,\n"
+        "counted from 0, and the largest difference. Without differences there is no output.\n"
         "\n"
-        "With --json a difference has \"left\" and \"right\", the lines (null: there is none),\n"
+        "With --json a difference has \"left\" and \"right\", the line numbers (null if absent),\n"
         "\"id\", \"difference\" (changed, only-left, only-right, length, samples), \"path\" (not "
         "for\n"
-        "whole lines), \"before\" and \"after\"; \"by\" is how far numbers are apart. Samples "
-        "have\n"
-        "\"count\", \"ranges\" ([first, last], the first 100 of \"rangeCount\"), and \"at\", where "
-        "they\n"
-        "are \"by\" apart.\n"
+        "whole lines), \"before\", \"after\" and, for numbers, \"by\". Samples have \"count\",\n"
+        "\"ranges\" ([first, last], the first 100 of \"rangeCount\"), and \"at\", the index of "
+        "the\n"
+        "largest difference \"by\".\n"
         "\n"
         "Examples:\n"
         "  tolvmsg diff before.ndjson after.ndjson\n"
@@ -333,12 +331,12 @@ void addDiffCommand(CLI::App& app, Action& chosen) {
         "  tolvmsg example ConnectMessage | tolvmsg diff - mine.json\n"
         "  tolvmsg diff --json a.ndjson b.ndjson | jq -r 'select(.by > 1) | .path'\n"
         "\n"
-        "Exit status: 0 the same; 1 something differs; 2 wrong usage, or a file that cannot be\n"
-        "read; 3 the standard output cannot be written.");
+        "Exit status: 0 no differences; 1 differences; 2 wrong usage, or unreadable file;\n"
+        "3 the output cannot be written.");
     command->callback([&chosen, options] {
         chosen = [options](Output& out) {
             if (options->left == "-" && options->right == "-")
-                throw UsageError("the standard input cannot be both");
+                throw UsageError("only one of the files can be the standard input");
             Classes const classes;
             options->filter.resolve(classes);
             return Differ(*options, classes, out).run();

@@ -22,7 +22,7 @@ namespace {
 template <class T>
 T at(unsigned char const* bytes) {
     T value;
-    std::memcpy(&value, bytes, sizeof value); // little-endian, as the machine
+    std::memcpy(&value, bytes, sizeof value); // little-endian, like the machine
     return value;
 }
 
@@ -79,7 +79,7 @@ Samples EncodedArray::samples(std::size_t most) const {
     if (wanted > 0)
         Base64::decode(text_->substr(0, bytes.size() / 3 * 4), bytes.data(), bytes.size());
     if (wanted == all && bitsWanted % 8 != 0 && bytes[bytesWanted - 1] >> bitsWanted % 8 != 0)
-        throw Exception::InvalidParameter("a bit is set behind the last element");
+        throw Exception::InvalidParameter("a bit after the last element is set");
 
     Samples samples;
     samples.isBoolean = type_ == Type::boolean || type_ == Type::complexBoolean;

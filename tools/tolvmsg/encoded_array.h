@@ -10,26 +10,26 @@
 
 namespace Tolv::Tool {
 
-/// An array in its encoded form: the object with "type", "len" and "base64". It refers to the tree
-/// that it was found in.
+/// An array in encoded form: an object with "type", "len" and "base64". It refers to its tree,
+/// which must outlive it.
 class EncodedArray {
 public:
-    /// Empty when the element is no encoded array of a known type.
+    /// Empty if the element is not an encoded array of a known type.
     static std::optional<EncodedArray> from(MetaData::Element const& element);
 
     /// "double", "complex bool", ...
     [[nodiscard]] char const* typeName() const noexcept;
-    /// The number of elements that a reader takes from it; nothing when a reader refuses it, since
-    /// its text has another size than "len" truth values take.
+    /// The number of elements that a reader takes from it; empty if a reader refuses it, because
+    /// the size of its text does not match a "len" of booleans.
     [[nodiscard]] std::optional<std::size_t> count() const noexcept;
-    /// What "len" says.
+    /// The value of "len".
     [[nodiscard]] unsigned long long statedCount() const noexcept { return len_; }
 
-    /// The first elements, at most `most`; none when a reader refuses the array.
-    /// @throws Exception::InvalidParameter when the part of the text that holds them is no base64,
-    /// or has a bit set behind the last element
+    /// The first elements, at most `most`; none if a reader refuses the array.
+    /// @throws Exception::InvalidParameter if the part of the text that holds them is not base64,
+    /// or a bit after the last element is set
     [[nodiscard]] Samples samples(std::size_t most) const;
-    /// The same in the form that they have in a plain array.
+    /// The same, in the form of a plain array.
     [[nodiscard]] MetaData::Array values(std::size_t most) const;
 
 private:
@@ -48,7 +48,7 @@ private:
 
     Type type_;
     unsigned long long len_;
-    std::optional<std::string_view> text_; ///< nothing: absent
+    std::optional<std::string_view> text_; ///< empty if absent
 };
 
 } // namespace Tolv::Tool

@@ -10,18 +10,18 @@ namespace Tolv::Tool {
 
 namespace {
 
-/// Fills `line`. @throws std::exception with the reason why there is no message
+/// Fills `line`. @throws std::exception if there is no message, with the reason
 void examineTree(MetaData::Element const& input, ExaminedLine& line) {
     line.input = input;
     if (!input.isObject())
-        throw Exception::InvalidParameter("a message is an object, this is " +
+        throw Exception::InvalidParameter("a message must be an object, found " +
                                           std::string(describe(input.kind())));
     auto const* const id = input.find("MessageID");
     if (id == nullptr)
-        throw Exception::InvalidParameter("there is no \"MessageID\"");
+        throw Exception::InvalidParameter("no \"MessageID\"");
     line.id = idOf(input);
     if (!line.id)
-        throw Exception::InvalidParameter("\"MessageID\" is no id: " + shortText(*id, 60));
+        throw Exception::InvalidParameter("\"MessageID\" is not an id: " + shortText(*id, 60));
 
     MetaData::ReadReport const report;
     auto message = Msgs::Message::CreateFromMetaData(input);
@@ -34,7 +34,7 @@ void examineTree(MetaData::Element const& input, ExaminedLine& line) {
     line.message = std::move(message);
 }
 
-/// @param fill fills the line, or throws the reason why there is no message
+/// @param fill fills the line, or throws if there is no message
 template <class Fill>
 ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
     ExaminedLine line;
@@ -43,7 +43,7 @@ ExaminedLine examined(CapturedCout& printed, Fill const& fill) {
     } catch (std::exception const& e) {
         line.error = e.what();
         if (line.error.empty())
-            line.error = "failed without a reason";
+            line.error = "failed for an unknown reason";
     }
     line.notes = printed.takeLines();
     return line;

@@ -15,27 +15,29 @@
 
 namespace Tolv::Tool {
 
-/// What became of one line of the input.
+/// The result of examining one line of the input.
 struct ExaminedLine {
     std::optional<unsigned long long> id;
-    std::string error; ///< why there is no message; empty when there is one
+    std::string error; ///< why there is no message; empty if there is one
 
     std::shared_ptr<Msgs::Message> message;
     MetaData::Element input;
-    MetaData::Element tree;                             ///< what the message writes
-    std::vector<Msgs::Introspection::Problem> problems; ///< with what did not read
-    std::vector<Msgs::Introspection::Problem> literals; ///< values that read, but have no meaning
-    std::vector<std::string> notes;                     ///< what the library printed meanwhile
+    MetaData::Element tree;                             ///< the tree that the message writes
+    std::vector<Msgs::Introspection::Problem> problems; ///< what did not parse
+    std::vector<Msgs::Introspection::Problem>
+        literals;                   ///< values that parsed, but have no defined meaning
+    std::vector<std::string> notes; ///< what the library printed in the meantime
 };
 
-/// Reads a JSON text without making its message: gives its tree and the id, where it has one. The
-/// error is set when it is no JSON. It does not throw for what the text holds.
+/// Parses a JSON text without creating its message. Sets the tree, and the id if there is one, or
+/// the error if the text is not JSON. Does not throw because of the content of the text.
 ExaminedLine parse(std::string_view json, Limits const& limits = {});
 
-/// Makes the message of a JSON text through the factory. It does not throw for what the text holds.
+/// Creates the message of a JSON text with the factory. Does not throw because of the content of
+/// the text.
 ExaminedLine examine(CapturedCout& printed, std::string_view json, Limits const& limits = {});
 
-/// The same for a text that has been parsed.
+/// The same for a parsed text.
 ExaminedLine examine(CapturedCout& printed, MetaData::Element const& input);
 
 } // namespace Tolv::Tool

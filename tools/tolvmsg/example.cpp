@@ -19,7 +19,8 @@ int printExample(std::string const& id, Output& out) {
     auto const& wanted = resolveClass(classes, id);
     auto const* const tree = classes.example(wanted.id);
     if (tree == nullptr)
-        throw UsageError(wanted.className + " is in no catalogue, so there is no way to build one");
+        throw UsageError(wanted.className +
+                         " is not in the catalogue, so tolvmsg cannot create one");
     std::string text;
     MetaData::WriterJson::Write(*tree, text);
     out.write(harmlessJson(text) + '\n');
@@ -30,8 +31,7 @@ int printExample(std::string const& id, Output& out) {
 
 void addExampleCommand(CLI::App& app, Action& chosen) {
     auto const id = std::make_shared<std::string>();
-    auto* const command =
-        app.add_subcommand("example", "Prints a message to start from as one line of JSON");
+    auto* const command = app.add_subcommand("example", "Prints a new message as one line of JSON");
     command->add_option("ID", *id, "Id in hexadecimal, decimal or dotted form, or alias")
         ->type_name("")
         ->required();

@@ -19,15 +19,15 @@ struct Options {
     TraceChoice choice;
     std::string format = "csv";
     std::string output = "-";
-    std::pair<double, double> x; ///< start and step; a step of 0: the index
+    std::pair<double, double> x; ///< start and step; a step of 0 writes the index
 };
 
 int exportTrace(Options& options, Output& standardOutput) {
     auto const isRaw = options.format == "raw";
     if (isRaw && options.x.second != 0)
-        throw UsageError("raw samples have no x; leave --x out");
+        throw UsageError("--x does not apply to --format raw");
     if (isRaw && options.output == "-" && ::isatty(STDOUT_FILENO) == 1)
-        throw UsageError("raw samples are not for a terminal; give --output FILE");
+        throw UsageError("raw samples cannot be written to a terminal; use --output FILE");
     auto const trace = options.choice.find(Classes());
     if (!trace)
         return nothingFound;
@@ -48,21 +48,22 @@ int exportTrace(Options& options, Output& standardOutput) {
 
 void addExportCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
-    auto* const command = app.add_subcommand("export", "Writes a trace as CSV or as raw numbers");
+    auto* const command = app.add_subcommand("export", "Writes a trace as CSV or raw numbers");
     command->add_option("--format", options->format, "csv (default) or raw")
         ->check(CLI::IsMember({"csv", "raw"}))
         ->option_text("FORMAT");
-    command->add_option("--output", options->output, "File to write; default: the standard output")
+    command->add_option("--output", options->output, "File to write (default: standard output)")
         ->option_text("FILE");
     command
-        ->add_option("--x", options->x, "A column x instead of the index: START, START+STEP, ...")
+        ->add_option("--x", options->x,
+                     "Write a column x (START, START+STEP, ...) instead of the index")
         ->option_text("START STEP");
     options->choice.addOptions(*command);
     command->footer(
-        "The first trace is taken of the messages that the filters leave.\n"
-        "csv has a line of names, \"index,value\" or, for complex samples, \"index,real,imag\",\n"
-        "and numbers that are the same when read again; truth values are 0 and 1.\n"
-        "raw is each sample as a float64, little-endian; real and imaginary part take turns.\n"
+        "Writes the first trace among the messages that match the filters.\n"
+        "csv has a header, \"index,value\" or, for complex samples, \"index,real,imag\", and\n"
+        "numbers that read back exactly; booleans are 0 and 1.\n"
+        "raw writes each sample as a little-endian float64; real and imaginary parts alternate.\n"
         "\n"
         "Examples:\n"
         "  tolvmsg export session.ndjson >trace.csv\n"
@@ -71,8 +72,8 @@ void addExportCommand(CLI::App& app, Action& chosen) {
         "  tolvmsg export --format raw --output t.f64 session.ndjson\n"
         "  python3 -c 'import array; print(array.array(\"d\", open(\"t.f64\", \"rb\").read()))'\n"
         "\n"
-        "Exit status: 0 written; 1 there is no such trace; 2 wrong usage, or a file that cannot\n"
-        "be read; 3 the output cannot be written.");
+        "Exit status: 0 success; 1 no such trace; 2 wrong usage, or unreadable file;\n"
+        "3 the output cannot be written.");
     command->callback([&chosen, options] {
         chosen = [options](Output& out) { return exportTrace(*options, out); };
     });

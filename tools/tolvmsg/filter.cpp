@@ -13,7 +13,7 @@ namespace {
 
 unsigned int familyOf(unsigned long long id) { return Msgs::Identifier(id).family(); }
 
-/// True when one of the parts of the address under `key` is one of `wanted`.
+/// Whether any part of the address under `key` is one of `wanted`.
 bool hasPart(ExaminedLine const& line, char const* key, std::vector<std::string> const& wanted) {
     if (wanted.empty())
         return true;
@@ -31,15 +31,15 @@ void Filter::addOptions(CLI::App& command) {
     auto const add = [&](char const* name, std::vector<std::string>& to, char const* text) {
         addRepeatable(command, name, to, text)->group("Filters");
     };
-    add("--id", idTexts_, "Messages of this class: an id in any notation, or an alias");
-    add("--family", families_, "Messages of this family: a number, or a name such as App");
-    add("--from", senders_, "Messages with this text in the sender's address");
-    add("--to", destinations_, "Messages with this text in the destination's address");
+    add("--id", idTexts_, "Messages of this class: id in any notation, or alias");
+    add("--family", families_, "Messages of this family: number, or name such as App");
+    add("--from", senders_, "Messages with this text in the sender address");
+    add("--to", destinations_, "Messages with this text in the destination address");
 }
 
 void Filter::resolve(Classes const& classes) {
     for (auto const& text : idTexts_) {
-        auto const id = parseId(text); // also one that is not registered
+        auto const id = parseId(text); // may be an id that is not registered
         ids_.insert(id ? *id : resolveClass(classes, text).id);
     }
     for (auto const& text : families_) {
@@ -50,14 +50,14 @@ void Filter::resolve(Classes const& classes) {
             familyNumbers_.insert(number);
             continue;
         }
-        auto isKnown = false; // the number may be there already, from the option given before
+        auto isKnown = false; // the number may already be in the set
         for (auto const& known : classes.all())
             if (known.alias.starts_with(text + "::")) {
                 familyNumbers_.insert(familyOf(known.id));
                 isKnown = true;
             }
         if (!isKnown)
-            throw UsageError("there is no family " + quoted(text, 200) +
+            throw UsageError("unknown family " + quoted(text, 200) +
                              "; \"tolvmsg list\" shows all classes");
     }
 }

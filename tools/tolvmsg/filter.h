@@ -14,20 +14,20 @@ class App;
 
 namespace Tolv::Tool {
 
-/// Which lines of a log are looked at: those for which every option that was given holds.
+/// Selects the lines of a log that match every given option.
 class Filter {
 public:
-    /// Adds --id, --family, --from and --to to a subcommand. The filter outlives it.
+    /// Adds --id, --family, --from and --to to a subcommand. The filter must outlive it.
     void addOptions(CLI::App& command);
 
-    /// Understands the ids. @throws UsageError
+    /// Resolves the ids and families. @throws UsageError
     void resolve(Classes const& classes);
 
     [[nodiscard]] bool takes(ExaminedLine const& line) const;
 
 private:
     std::vector<std::string> idTexts_;
-    std::vector<std::string> families_; ///< number or name
+    std::vector<std::string> families_; ///< numbers or names
     std::vector<std::string> senders_;
     std::vector<std::string> destinations_;
     std::set<unsigned long long> ids_;

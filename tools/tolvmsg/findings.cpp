@@ -33,7 +33,7 @@ Rule ruleOf(ProblemKind kind) {
     return wrongValue;
 }
 
-/// Whether a reader that has doubles only, as JavaScript, takes another number for this integer.
+/// Whether a reader that only has doubles, such as JavaScript, changes the value of this integer.
 bool isRounded(Element const& value) {
     if (value.isSigned()) {
         auto const number = value.signedNumber();
@@ -61,7 +61,8 @@ void addRounded(Element const& value, TreePath const& path, std::vector<Finding>
 }
 
 void addProblem(Problem const& one, std::vector<Finding>& out) {
-    if (one.kind != ProblemKind::consequence) // its cause is there, too, unless the kind is unknown
+    if (one.kind !=
+        ProblemKind::consequence) // its cause is reported as well, unless the kind is unknown
         out.push_back({ruleOf(one.kind), one.path, one.problem,
                        one.value ? shortText(*one.value, 60) : std::string()});
 }

@@ -9,10 +9,10 @@
 #include "examined_line.h"
 
 /// @file
-/// What peers stumble over in a line of a log.
+/// Problems that peers would have with a line of a log.
 namespace Tolv::Tool {
 
-/// What a log is judged for, in the order of the summary.
+/// The rules of `lint`, in the order of the summary.
 enum Rule : std::size_t {
     noMessage,
     unknownId,
@@ -31,15 +31,15 @@ constexpr std::array<char const*, ruleCount> ruleNames{
     "literal",    "rounded",    "invalid", "more",
 };
 
-/// One fault of a line. Its texts come from outside.
+/// One problem in a line. Its texts are untrusted input.
 struct Finding {
     Rule rule;
     std::string path;
     std::string text;
-    std::string found; ///< empty: nothing to show
+    std::string found; ///< empty if there is nothing to show
 };
 
-/// What is to be found in a line, in the order of its fields.
+/// All findings in a line, in the order of its fields.
 std::vector<Finding> findingsOf(ExaminedLine const& line, Classes const& classes);
 
 } // namespace Tolv::Tool

@@ -7,8 +7,8 @@
 
 namespace Tolv::Tool {
 
-/// A folder that a command fills with files. It is made when it is not there; files in it are
-/// replaced, and so are symbolic links: nothing is written outside of it.
+/// An output folder, created if it does not exist. Existing files are replaced, and so are symbolic
+/// links, so that nothing is written outside the folder.
 class Folder {
 public:
     /// @throws OutputLost
@@ -17,7 +17,8 @@ public:
     Folder& operator=(Folder const&) = delete;
     ~Folder();
 
-    /// @throws OutputLost when the file is not whole; an older one of that name is then left
+    /// @throws OutputLost if the file cannot be written completely; an older file of that name is
+    /// then kept
     void write(std::string const& name, std::string_view text) const;
 
 private:
@@ -25,7 +26,7 @@ private:
     int descriptor_;
 };
 
-/// The name of the class in names of files: "App.ConnectMessage", and the id in dotted form where
+/// The name of the class for use in file names: "App.ConnectMessage", or the id in dotted form if
 /// there is no alias.
 std::string fileStem(MessageClass const& known);
 

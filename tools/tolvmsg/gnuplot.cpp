@@ -14,8 +14,8 @@ namespace Tolv::Tool {
 
 namespace {
 
-/// A file without a name, for the streams of a program that is run: it takes any amount, so that
-/// nobody waits for another.
+/// An anonymous file for a stream of a child process. It accepts any amount of data, so that
+/// neither process blocks.
 class MemoryFile {
 public:
     MemoryFile() : descriptor_(::memfd_create("gnuplot", MFD_CLOEXEC)) {
@@ -49,7 +49,7 @@ private:
     int descriptor_;
 };
 
-/// @return how it ended, as waitpid tells; -1: it is not installed
+/// @return the status from waitpid, or -1 if gnuplot is not installed
 int run(MemoryFile const& script, MemoryFile const& printed, MemoryFile const& complaints) {
     posix_spawn_file_actions_t streams;
     ::posix_spawn_file_actions_init(&streams);
@@ -70,7 +70,7 @@ int run(MemoryFile const& script, MemoryFile const& printed, MemoryFile const& c
     int status = 0;
     while (::waitpid(process, &status, 0) < 0)
         if (errno != EINTR)
-            throw std::system_error(errno, std::generic_category(), "gnuplot got lost");
+            throw std::system_error(errno, std::generic_category(), "cannot wait for gnuplot");
     return status;
 }
 
@@ -83,7 +83,7 @@ std::string runGnuplot(std::string const& script) {
     input.write(script);
     auto const status = run(input, printed, complaints);
     if (status == -1 || (WIFEXITED(status) && WEXITSTATUS(status) == 127))
-        throw std::runtime_error("plots are drawn by gnuplot, which is not installed (Debian: "
+        throw std::runtime_error("plot needs gnuplot, which is not installed (Debian: "
                                  "apt install gnuplot-nox)");
     auto picture = printed.read();
     if (status != 0 || picture.empty()) {

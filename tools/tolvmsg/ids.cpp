@@ -37,7 +37,7 @@ std::string lowerCase(std::string_view text) {
     return out;
 }
 
-/// The number of insertions, deletions and replacements between two words.
+/// The edit distance of two words: insertions, deletions and replacements.
 std::size_t distance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -60,7 +60,7 @@ std::string listed(std::vector<std::string> const& names) {
     return out;
 }
 
-/// The aliases that resemble `text`, the nearest first.
+/// The aliases similar to `text`, nearest first.
 std::vector<std::string> similar(Classes const& classes, std::string_view text) {
     auto const wanted = lowerCase(text.substr(0, 200));
     auto const tolerated = 1 + wanted.size() / 4;
@@ -128,7 +128,7 @@ MessageClass const& resolveClass(Classes const& classes, std::string_view text) 
         names.reserve(found.size());
         for (auto const* const known : found)
             names.push_back(known->alias);
-        throw UsageError(quoted(text, 200) + " can be any of " + listed(names));
+        throw UsageError(quoted(text, 200) + " is ambiguous: " + listed(names));
     }
     auto const near = similar(classes, text);
     throw UsageError(quoted(text, 200) + " is neither the id nor the alias of a message class" +

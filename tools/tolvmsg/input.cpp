@@ -18,7 +18,7 @@ Input::Input(std::string const& file, char const* awaited)
     if (descriptor_ < 0)
         throw std::system_error(errno, std::generic_category());
     if (descriptor_ == STDIN_FILENO && ::isatty(descriptor_) == 1)
-        std::fprintf(stderr, "tolvmsg: waiting for %s; Ctrl-D ends them\n", awaited);
+        std::fprintf(stderr, "tolvmsg: waiting for %s; press Ctrl-D to end\n", awaited);
 }
 
 Input::~Input() {
@@ -36,7 +36,7 @@ std::string Input::read(std::size_t mostBytes) const {
             break;
         if (count > 0) {
             text.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) { // somebody made the input non-blocking
+        } else if (errno == EAGAIN) { // another process made the input non-blocking
             pollfd ready{descriptor_, POLLIN, 0};
             ::poll(&ready, 1, -1);
         } else if (errno != EINTR) {

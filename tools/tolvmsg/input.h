@@ -5,12 +5,12 @@
 
 namespace Tolv::Tool {
 
-/// A file that is open for reading.
+/// A file open for reading.
 class Input {
 public:
-    /// @param file "-": the standard input. Where that is a terminal, the user is told what is
-    /// waited for
-    /// @param awaited what the file holds
+    /// @param file its name, or "-" for the standard input. If that is a terminal, a message says
+    /// what the program is waiting for
+    /// @param awaited the expected content, for this message
     /// @throws std::system_error
     explicit Input(std::string const& file,
                    char const* awaited = "messages, one line of JSON each");
@@ -20,10 +20,10 @@ public:
 
     [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
 
-    /// The rest of the file, up to `mostBytes`. @throws std::system_error
+    /// Reads the rest of the file, up to `mostBytes`. @throws std::system_error
     [[nodiscard]] std::string read(std::size_t mostBytes) const;
 
-    /// The name of a file in a complaint.
+    /// The name of a file for error texts.
     static std::string name(std::string const& file);
 
 private:

@@ -9,9 +9,8 @@
 
 namespace Tolv::Tool {
 
-/// One JSON object in compact form, written member by member. Texts that are not valid UTF-8 are
-/// mended, so that the result is always valid, and what could harm a terminal is escaped, so that
-/// the result can be shown on one.
+/// A JSON object in compact form, written member by member. Invalid UTF-8 is replaced, so that the
+/// result is always valid, and characters that could harm a terminal are escaped.
 class JsonObject {
 public:
     JsonObject& add(std::string_view key, std::string_view text);
@@ -20,7 +19,7 @@ public:
     }
     JsonObject& add(std::string_view key, std::uint64_t number);
     JsonObject& addNull(std::string_view key) { return addJson(key, "null"); }
-    /// A value that is JSON text already.
+    /// Adds a value that already is JSON text.
     JsonObject& addJson(std::string_view key, std::string_view json);
 
     [[nodiscard]] std::string text() const { return harmlessJson(text_ + '}'); }
@@ -32,7 +31,7 @@ private:
 /// The text as a JSON string.
 std::string jsonString(std::string_view text);
 
-/// The values, which are JSON text, as a JSON array.
+/// A JSON array of values that already are JSON text.
 std::string jsonArray(std::vector<std::string> const& values);
 
 } // namespace Tolv::Tool

@@ -7,7 +7,7 @@ namespace Tolv::Tool {
 void LineBound::addOption(CLI::App& command) {
     command
         .add_option("--max-line", bytes_,
-                    "A longer line is an error (default 256M; K, M and G are understood)")
+                    "Longest accepted line (default 256M; suffixes K, M and G)")
         ->transform(CLI::AsSizeValue(false))
         ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 31U))
         ->option_text("SIZE");

@@ -11,20 +11,20 @@ class App;
 
 namespace Tolv::Tool {
 
-/// How long a line of a log may be.
+/// The maximum length of a line of a log.
 class LineBound {
 public:
-    /// Adds --max-line to a subcommand. The bound outlives it.
+    /// Adds --max-line to a subcommand. The bound must outlive it.
     void addOption(CLI::App& command);
 
     [[nodiscard]] std::size_t bytes() const noexcept { return bytes_; }
-    /// With this bound in place of that on a text.
+    /// The default limits, with this maximum as the limit on a text.
     [[nodiscard]] Limits limits() const noexcept {
         Limits limits;
         limits.textBytes = bytes_;
         return limits;
     }
-    /// What is wrong with a line that is longer.
+    /// The error text for a longer line.
     [[nodiscard]] std::string complaint() const {
         return "the line is longer than " + std::to_string(bytes_) + " bytes";
     }

@@ -12,7 +12,7 @@ namespace {
 using Pair = std::pair<std::size_t, std::size_t>;
 using Keys = std::vector<LineKey>;
 
-/// The longest ascending run of pairs of lines that are there once on both sides.
+/// The longest ascending sequence of pairs of lines that occur exactly once on both sides.
 std::vector<Pair> anchorsOf(Keys const& left, Keys const& right) {
     struct Places {
         std::array<std::size_t, 2> count{};
@@ -28,12 +28,12 @@ std::vector<Pair> anchorsOf(Keys const& left, Keys const& right) {
         }
     }
     constexpr auto none = static_cast<std::size_t>(-1);
-    std::vector<Pair> pairs; // by ascending left place
+    std::vector<Pair> pairs; // by ascending left position
     for (std::size_t i = 0; i < left.size(); ++i)
         if (auto const& one = contents[left[i].content]; one.count[0] == 1 && one.count[1] == 1)
             pairs.emplace_back(i, one.place[1]);
 
-    std::vector<std::size_t> ends; // the pair that ends the best run of each length
+    std::vector<std::size_t> ends; // the pair that ends the best sequence of each length
     std::vector<std::size_t> before(pairs.size(), none);
     for (std::size_t i = 0; i < pairs.size(); ++i) {
         auto const at = std::lower_bound(
@@ -70,7 +70,7 @@ public:
 
 private:
     static constexpr std::size_t window = 1024;
-    static constexpr unsigned int equalWorth = 3; ///< more than two pairs of a kind
+    static constexpr unsigned int equalWorth = 3; ///< more than two pairs of the same kind
     static constexpr unsigned int kindWorth = 1;
 
     [[nodiscard]] unsigned int worth(std::size_t i, std::size_t j) const {
@@ -88,11 +88,11 @@ private:
         }
     }
 
-    /// Pairs the next lines. @return where it goes on
+    /// Pairs the next lines. @return the position to continue at
     Pair withinWindow(Pair from, Pair to) {
         auto const rows = std::min(window, to.first - from.first);
         auto const columns = std::min(window, to.second - from.second);
-        // The worth of the best pairing from there to the end of the window.
+        // The value of the best pairing from each position to the end of the window.
         best_.assign((rows + 1) * (columns + 1), 0);
         auto const best = [&](std::size_t i, std::size_t j) -> std::uint16_t& {
             return best_[i * (columns + 1) + j];
@@ -106,7 +106,8 @@ private:
             }
         }
         auto const isLast = from.first + rows == to.first && from.second + columns == to.second;
-        auto const enough = isLast ? window : window / 2; // what follows may pair the rest better
+        auto const enough =
+            isLast ? window : window / 2; // later lines may allow a better pairing of the rest
         std::size_t i = 0;
         std::size_t j = 0;
         while (i < rows && j < columns && i < enough && j < enough) {

@@ -7,17 +7,18 @@
 
 namespace Tolv::Tool {
 
-/// What a line of a log is matched by.
+/// The key by which lines of logs are matched.
 struct LineKey {
-    std::uint32_t content; ///< equal exactly when the lines are
-    std::uint32_t kind;    ///< equal when the lines can be versions of one another; 0: of none
+    std::uint32_t content; ///< equal if and only if the lines are equal
+    std::uint32_t kind;    ///< equal if the lines can be versions of each other; 0: of no other
 };
 
-/// Pairs the lines of two logs, in ascending order on both sides: equal lines with each other, and
-/// between these lines of one kind. What is in no pair was inserted or deleted.
+/// Pairs the lines of two logs, in ascending order on both sides: first equal lines, then lines of
+/// the same kind between them. Unpaired lines were inserted or deleted.
 ///
-/// Lines that are there once on both sides hold the logs together; between them the best pairing is
-/// looked for within 1024 lines, so that time and memory stay in proportion to the logs.
+/// Lines that occur exactly once on both sides are used as anchors. Between anchors the best
+/// pairing is searched within a window of 1024 lines, so that time and memory are linear in the
+/// size of the logs.
 std::vector<std::pair<std::size_t, std::size_t>> matchLines(std::vector<LineKey> const& left,
                                                             std::vector<LineKey> const& right);
 

@@ -37,7 +37,7 @@ bool LineReader::next(Line& line) {
             return true;
         }
         scanned_ = end_;
-        if (skipping_ || end_ - begin_ > mostBytes_ + 1) { // one more: the CR of CR LF
+        if (skipping_ || end_ - begin_ > mostBytes_ + 1) { // one extra byte for the CR of CR LF
             skipping_ = true;
             begin_ = scanned_ = end_ = 0;
         }
@@ -104,7 +104,7 @@ void LineReader::waitForMore() {
     ::poll(nullptr, 0, 100);
     struct stat status {};
     if (::fstat(descriptor_, &status) == 0 && status.st_size < ::lseek(descriptor_, 0, SEEK_CUR)) {
-        ::lseek(descriptor_, 0, SEEK_SET); // somebody began the file anew
+        ::lseek(descriptor_, 0, SEEK_SET); // the file was truncated
         begin_ = scanned_ = end_ = 0;
         skipping_ = false;
     }

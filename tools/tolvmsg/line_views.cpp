@@ -27,7 +27,7 @@ std::string foundIn(Problem const& one) {
 }
 
 void addProblems(TreeText& text, std::vector<Problem> const& problems, Style const& style) {
-    constexpr std::size_t mostWidth = 48; // a longer path or text does not push the others
+    constexpr std::size_t mostWidth = 48; // longer paths and texts are not aligned
     std::size_t paths = 0;
     std::size_t texts = 0;
     for (auto const& one : problems) {
@@ -55,7 +55,7 @@ void addMessage(TreeText& text, ExaminedLine const& line, MessageClass const& kn
         text.line(2, labelled("data", known.payload + (empty ? ", no field is set" : "")));
         text.payload(*line.message, data, 4);
     } else if (!known.payload.empty()) {
-        text.line(2, labelled("data", known.payload + ", did not read"));
+        text.line(2, labelled("data", known.payload + ", did not parse"));
         text.payload(*line.message, nullptr, 4);
     }
 }

@@ -34,7 +34,7 @@ struct Options {
     std::vector<std::string> files;
 };
 
-/// What was found in the messages of one id.
+/// The findings in the messages with one id.
 struct Summary {
     std::uint64_t lines = 0;
     std::uint64_t faulty = 0;
@@ -52,7 +52,7 @@ public:
             try {
                 judge(file);
             } catch (std::system_error const& e) {
-                out_.flush(); // what was read before comes first
+                out_.flush(); // write earlier results first
                 auto const text =
                     "tolvmsg: cannot read " + Input::name(file) + ": " + e.code().message() + '\n';
                 std::fputs(text.c_str(), stderr);
@@ -145,7 +145,7 @@ private:
             out_.write(text + '\n');
         }
         out_.write(counted(lines, "line", "lines") + ", " +
-                   (faulty == 0 ? "nothing found" : std::to_string(faulty) + " with findings") +
+                   (faulty == 0 ? "no findings" : std::to_string(faulty) + " with findings") +
                    '\n');
     }
 
@@ -179,38 +179,38 @@ private:
 
 void addLintCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
-    auto* const command =
-        app.add_subcommand("lint", "Judges a log for what peers stumble over, and sums up by id");
-    command->add_flag("--json", options->json, "One JSON object a finding, then one an id");
-    command->add_flag("--quiet", options->quiet, "The summary only");
+    auto* const command = app.add_subcommand(
+        "lint", "Reports problems that peers would have with a log, counted by id");
+    command->add_flag("--json", options->json,
+                      "Print one JSON object per finding, then one per id");
+    command->add_flag("--quiet", options->quiet, "Print only the summary");
     options->bound.addOption(*command);
     options->filter.addOptions(*command);
     addFiles(*command, options->files);
     command->footer(
         "The rules:\n"
-        "  no-message   a line is no JSON, or no message\n"
-        "  unknown-id   no class is registered for the id, or it does not belong there\n"
-        "  absent       a required key is not there\n"
-        "  wrong-value  of the wrong kind, or a number that does not fit\n"
-        "  unknown-key  nothing reads the key: perhaps a slip in its name\n"
-        "  literal      a word or number that is none of those with a meaning\n"
-        "  rounded      an integer that JavaScript, which has doubles only, takes for another\n"
-        "  invalid      an attribute whose value is outside of its own limits\n"
-        "  more         a message has more findings than the first 4096, which are listed\n"
+        "  no-message   the line is not JSON, or not a message\n"
+        "  unknown-id   no class is registered for the id, or the id is not allowed there\n"
+        "  absent       a required key is missing\n"
+        "  wrong-value  a value of the wrong type, or a number that does not fit\n"
+        "  unknown-key  no field has this key, which may be misspelled\n"
+        "  literal      a word or number without a defined meaning\n"
+        "  rounded      an integer that JavaScript, which only has doubles, would round\n"
+        "  invalid      an attribute whose value violates its own limits\n"
+        "  more         the number of findings beyond the first 4096 of a message\n"
         "\n"
         "With --json a finding has \"file\", \"line\", \"id\", \"rule\", \"path\", \"problem\" "
         "and\n"
-        "\"found\"; at the end, for each id, \"summary\" is the id (null: lines without one), "
-        "with\n"
-        "\"lines\", \"faulty\" and \"findings\", the number of each rule.\n"
+        "\"found\". At the end, each id has an object with the id as \"summary\" (null for lines\n"
+        "without one), \"lines\", \"faulty\" and \"findings\", the count of each rule.\n"
         "\n"
         "Examples:\n"
         "  tolvmsg lint session.ndjson\n"
         "  tolvmsg lint --quiet --family App *.ndjson\n"
         "  tolvmsg lint --json session.ndjson | jq -r 'select(.rule == \"rounded\") | .path'\n"
         "\n"
-        "Exit status: 0 nothing found; 1 findings; 2 wrong usage, or a file that cannot be read;\n"
-        "3 the standard output cannot be written.");
+        "Exit status: 0 no findings; 1 findings; 2 wrong usage, or unreadable file;\n"
+        "3 the output cannot be written.");
     command->callback([&chosen, options] {
         chosen = [options](Output& out) {
             if (options->files.empty())

@@ -58,8 +58,8 @@ void listForPeople(Classes const& classes, Output& out) {
 void addListCommand(CLI::App& app, Action& chosen) {
     auto const json = std::make_shared<bool>(false);
     auto* const command = app.add_subcommand("list", "Lists the registered message classes");
-    command->add_flag("--json", *json, "One JSON array of objects");
-    command->footer("A line a class: id, its four fields, alias and payload record.\n"
+    command->add_flag("--json", *json, "Print a JSON array of objects");
+    command->footer("One line per class: id, its four fields, alias and payload record.\n"
                     "\n"
                     "Example:\n"
                     "  tolvmsg list | grep Connect");

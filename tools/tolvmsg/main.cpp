@@ -15,18 +15,18 @@ namespace {
 
 void complain(char const* text) { std::fprintf(stderr, "tolvmsg: %s\n", harmless(text).c_str()); }
 
-/// What fits a screen of 24 lines and 80 columns.
+/// A help text that fits on a screen of 24 lines and 80 columns.
 std::string briefHelp(CLI::App const& app) {
     auto text = app.get_description() + "\nUsage: tolvmsg SUBCOMMAND [OPTION...] [FILE...]\n\n";
     for (auto const* const command : app.get_subcommands({}))
         text += "  " + padded(command->get_name(), 11) + command->get_description() + '\n';
     return text + "\n"
                   "Examples:\n"
-                  "  tolvmsg decode session.ndjson  # a log, for people\n"
-                  "  tolvmsg lint session.ndjson    # what peers would stumble over\n"
-                  "  tolvmsg example ConnectMessage # a message to start from\n"
+                  "  tolvmsg decode session.ndjson  # the messages of a log\n"
+                  "  tolvmsg lint session.ndjson    # problems that peers would have with it\n"
+                  "  tolvmsg example ConnectMessage # a new message\n"
                   "\n"
-                  "\"tolvmsg --help\" says more, \"tolvmsg SUBCOMMAND --help\" all of one.\n";
+                  "For more see \"tolvmsg --help\" and \"tolvmsg SUBCOMMAND --help\".\n";
 }
 
 int run(int argc, char** argv, Output& out) {
@@ -34,24 +34,24 @@ int run(int argc, char** argv, Output& out) {
     app.set_version_flag("--version", "tolvmsg " TOLV_VERSION);
     app.footer("Examples:\n"
                "  tolvmsg list                                    # all message classes\n"
-               "  tolvmsg example App::ConnectMessage             # a message to start from\n"
-               "  tolvmsg decode session.ndjson                   # a log, for people\n"
+               "  tolvmsg example App::ConnectMessage             # a new message\n"
+               "  tolvmsg decode session.ndjson                   # the messages of a log\n"
                "  nc -U /run/instrument | tolvmsg decode --json   # a connection, for programs\n"
-               "  tolvmsg lint session.ndjson                     # what peers would stumble over\n"
-               "  tolvmsg diff a.ndjson b.ndjson                  # what differs between two logs\n"
-               "  tolvmsg plot --output t.svg session.ndjson      # a trace, drawn\n"
-               "  tolvmsg export session.ndjson >trace.csv        # a trace, as numbers\n"
-               "  tolvmsg token --key-file shared.key login.jwt   # a signed token, verified\n"
-               "  tolvmsg schema App::ConnectMessage              # what a JSON validator wants\n"
+               "  tolvmsg lint session.ndjson                     # problems peers would have\n"
+               "  tolvmsg diff a.ndjson b.ndjson                  # differences of two logs\n"
+               "  tolvmsg plot --output t.svg session.ndjson      # draws a trace\n"
+               "  tolvmsg export session.ndjson >trace.csv        # a trace as numbers\n"
+               "  tolvmsg token --key-file shared.key login.jwt   # verifies a signed token\n"
+               "  tolvmsg schema App::ConnectMessage              # a JSON Schema\n"
                "  tolvmsg catalogue site                          # pages about all messages\n"
                "\n"
-               "Exit status: 0 all is well; 1 a line gave no message, a log is not clean, two\n"
+               "Exit status: 0 success; 1 a line is not a valid message, lint found problems, two\n"
                "logs differ, there is no such trace, or a token is not authentic;\n"
-               "2 wrong usage, or an input that cannot be read; 3 the output cannot be written.");
+               "2 wrong usage, or unreadable input; 3 the output cannot be written.");
     app.require_subcommand(1);
     app.get_formatter()->column_width(24);
     app.failure_message([](CLI::App const*, CLI::Error const& e) {
-        return "tolvmsg: " + harmless(e.what()) + "\n\"tolvmsg --help\" says more\n";
+        return "tolvmsg: " + harmless(e.what()) + "\nFor more see \"tolvmsg --help\".\n";
     });
 
     Action chosen;
@@ -85,8 +85,8 @@ int run(int argc, char** argv, Output& out) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // write() tells of a reader that went away and of a file beyond its limit, so that the exit
-    // status is ours.
+    // write() then reports a closed pipe or an exceeded file size limit, so that the program
+    // determines its own exit status.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     Output out(STDOUT_FILENO);

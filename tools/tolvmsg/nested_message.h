@@ -9,13 +9,13 @@
 
 namespace Tolv::Tool {
 
-/// True for the keys under which whole messages stand, by themselves or in an array.
+/// Whether this key holds a whole message, or an array of messages.
 inline bool holdsMessages(std::string_view key) {
     constexpr std::array<std::string_view, 4> keys{"Error", "param", "Attributes", "Messages"};
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
-/// The id of the message that `element` is the tree of; empty when there is none.
+/// The id of the message whose tree is `element`; empty if there is none.
 inline std::optional<unsigned long long> idOf(MetaData::Element const& element) {
     auto const* const id = element.find("MessageID");
     unsigned long long value = 0;

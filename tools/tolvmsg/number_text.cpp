@@ -7,9 +7,9 @@ namespace Tolv::Tool {
 
 namespace {
 
-constexpr double mostFixed = 1e15; ///< from here on a double has hardly a digit behind the point
+constexpr double mostFixed = 1e15; ///< above this a double has hardly any decimal places
 
-/// @param format what to_chars takes behind the number
+/// @param format the arguments of to_chars after the number
 template <class... Format>
 std::string converted(double value, Format... format) {
     if (std::isnan(value))

@@ -4,10 +4,10 @@
 #include <string>
 
 /// @file
-/// Numbers as people write them.
+/// Numbers in readable form.
 namespace Tolv::Tool {
 
-/// "7.5e9", "0.25", "NaN", "-Infinity": the shortest text that is the same number when read again.
+/// "7.5e9", "0.25", "NaN", "-Infinity": the shortest text that reads back as the same number.
 std::string numberText(double value);
 /// "1.5 - 2i"
 std::string numberText(std::complex<double> value);
@@ -18,14 +18,14 @@ inline std::string numberText(int value) { return std::to_string(value); }
 inline std::string numberText(long long value) { return std::to_string(value); }
 inline std::string numberText(unsigned long long value) { return std::to_string(value); }
 
-/// How an attribute wants its number to be shown.
+/// How to show a number of an attribute.
 struct NumberStyle {
     static constexpr int mostDigits = 17;
 
-    int digits = -1;  ///< behind the point, up to `mostDigits`; negative: as many as there are
-    std::string unit; ///< empty: none
+    int digits = -1;  ///< decimal places, up to `mostDigits`; negative: as many as necessary
+    std::string unit; ///< empty if there is none
 
-    /// The number and its unit, and the exact number behind it where the digits don't tell it.
+    /// The number with its unit, followed by the exact number if it was rounded.
     [[nodiscard]] std::string quantity(double value) const;
     [[nodiscard]] std::string quantity(std::complex<double> value) const;
     [[nodiscard]] std::string quantity(bool value) const { return withUnit(numberText(value)); }
@@ -33,7 +33,7 @@ struct NumberStyle {
         return withUnit(numberText(value));
     }
 
-    /// The same for a number that comes from a computation: nine of its digits count.
+    /// The same for a computed number, shown with nine significant digits.
     [[nodiscard]] std::string computed(double value) const;
 
     [[nodiscard]] std::string withUnit(std::string const& text) const {

@@ -20,7 +20,7 @@ void Output::flush() {
         auto const written = ::write(descriptor_, rest.data(), rest.size());
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN) { // somebody made the terminal non-blocking
+        } else if (errno == EAGAIN) { // another process made the terminal non-blocking
             pollfd ready{descriptor_, POLLOUT, 0};
             ::poll(&ready, 1, -1);
         } else if (errno != EINTR) {

@@ -8,22 +8,22 @@
 
 namespace Tolv::Tool {
 
-/// The output could not be written.
+/// Thrown if the output cannot be written.
 class OutputLost : public std::runtime_error {
 public:
     OutputLost(std::string const& name, int error);
-    /// The reader has gone (`| head`), which is no fault to complain about.
+    /// Whether the reader has closed the pipe (`| head`), which is not an error to report.
     [[nodiscard]] bool readerGone() const noexcept { return readerGone_; }
 
 private:
     bool readerGone_;
 };
 
-/// Text on its way to a file descriptor, collected into large writes. What is not flushed when the
-/// object ends is lost.
+/// Buffered output to a file descriptor. Text that has not been flushed when the object is
+/// destroyed is lost.
 class Output {
 public:
-    /// @param name what a complaint calls it
+    /// @param name for error texts
     explicit Output(int descriptor, std::string name = "the standard output")
         : descriptor_(descriptor), name_(std::move(name)) {}
     Output(Output const&) = delete;
@@ -39,7 +39,7 @@ public:
     /// @throws OutputLost
     void flush();
 
-    /// What is done before anything goes out, or nothing.
+    /// Sets an action to run before each flush; may be empty.
     void setBeforeFlush(std::function<void()> action) { beforeFlush_ = std::move(action); }
 
 private:

@@ -14,7 +14,7 @@ namespace Tolv::Tool {
 
 namespace {
 
-/// The path that a symbolic link stands for, or the path itself.
+/// The target of a symbolic link, or the path itself.
 std::string resolved(std::string const& file) {
     std::error_code error;
     auto const target = std::filesystem::is_symlink(file, error)
@@ -44,7 +44,7 @@ OutputFile::Place OutputFile::placeOf(std::string const& file) {
 }
 
 OutputFile::Place OutputFile::placeIn(int folder, std::string name) {
-    auto const parent = name.substr(0, name.rfind('/') + 1); // empty without a slash
+    auto const parent = name.substr(0, name.rfind('/') + 1); // empty if there is no slash
     for (int number = 0;; ++number) {
         auto temporary =
             parent + ".tolvmsg-" + std::to_string(::getpid()) + '-' + std::to_string(number);
@@ -71,7 +71,7 @@ OutputFile::~OutputFile() {
 void OutputFile::close() {
     output_.flush();
     auto const& [folder, name, temporary, descriptor] = place_;
-    auto failed = ::close(descriptor) != 0; // some file systems tell only now
+    auto failed = ::close(descriptor) != 0; // some file systems report errors only here
     place_.descriptor = -1;
     if (!temporary.empty() && !failed)
         failed = ::renameat(folder, temporary.c_str(), folder, name.c_str()) != 0;

@@ -21,7 +21,7 @@ struct Options {
     TraceChoice choice;
     std::string output;
     bool terminal = false;
-    std::pair<unsigned int, unsigned int> size; ///< 0: by default
+    std::pair<unsigned int, unsigned int> size; ///< 0: the default
 };
 
 Canvas canvasOf(Options const& options, bool twoPanels) {
@@ -42,13 +42,14 @@ Canvas canvasOf(Options const& options, bool twoPanels) {
 
 int plot(Options& options, Output& standardOutput) {
     if (options.terminal && !options.output.empty())
-        throw UsageError("--terminal excludes --output");
+        throw UsageError("--terminal and --output exclude each other");
     if (options.output.empty())
         options.terminal = options.terminal || ::isatty(STDOUT_FILENO) == 1;
     else if (!options.output.ends_with(".svg") && !options.output.ends_with(".png"))
-        throw UsageError("--output " + word(options.output) + " is neither .svg nor .png");
+        throw UsageError("--output " + word(options.output) + " must end with .svg or .png");
     if (!options.terminal && options.output.empty())
-        throw UsageError("where to? --output FILE.svg, --output FILE.png, or --terminal");
+        throw UsageError(
+            "no output chosen: use --output FILE.svg, --output FILE.png or --terminal");
     Classes const classes;
     auto const trace = options.choice.find(classes);
     if (!trace)
@@ -79,10 +80,12 @@ int plot(Options& options, Output& standardOutput) {
 
 void addPlotCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
-    auto* const command = app.add_subcommand("plot", "Draws a trace: SVG, PNG or in the terminal");
-    command->add_option("--output", options->output, "Picture to write, .svg or .png")
+    auto* const command =
+        app.add_subcommand("plot", "Draws a trace as SVG, as PNG or in the terminal");
+    command->add_option("--output", options->output, "Picture file to write: .svg or .png")
         ->option_text("FILE");
-    command->add_flag("--terminal", options->terminal, "As text; the default on a terminal");
+    command->add_flag("--terminal", options->terminal,
+                      "Draw with characters; the default on a terminal");
     command
         ->add_option("--size", options->size,
                      "Pixels, or columns and lines (default 1000 by 550, or the terminal's)")
@@ -90,12 +93,11 @@ void addPlotCommand(CLI::App& app, Action& chosen) {
         ->option_text("WIDTH HEIGHT");
     options->choice.addOptions(*command);
     command->footer(
-        "The first trace is drawn of the messages that the filters leave. Its axis has the\n"
-        "attribute's name and unit, the other one is the index of the sample. Segments are "
-        "shaded,\n"
-        "in a terminal marked at their starts. Complex samples are drawn as magnitude and phase.\n"
-        "A sample that is no finite number leaves a gap.\n"
-        "It is drawn by gnuplot (Debian: gnuplot-nox).\n"
+        "Draws the first trace among the messages that match the filters. The y axis shows the\n"
+        "name and unit of the attribute, the x axis the index of the sample. Segments are shaded;\n"
+        "in a terminal their starts are marked. Complex samples are drawn as magnitude and phase.\n"
+        "A sample that is not a finite number leaves a gap.\n"
+        "Requires gnuplot (Debian: gnuplot-nox).\n"
         "\n"
         "Examples:\n"
         "  tolvmsg plot session.ndjson\n"
@@ -103,8 +105,8 @@ void addPlotCommand(CLI::App& app, Action& chosen) {
         "  tolvmsg plot --id ComplexTraceMessage --from scope --output t.svg session.ndjson\n"
         "  tolvmsg plot --path 'Data.Messages[2].Data.trace' session.ndjson\n"
         "\n"
-        "Exit status: 0 drawn; 1 there is no such trace; 2 wrong usage, a file that cannot be\n"
-        "read, or no gnuplot; 3 the output cannot be written.");
+        "Exit status: 0 success; 1 no such trace; 2 wrong usage, unreadable file, or no gnuplot;\n"
+        "3 the output cannot be written.");
     command->callback(
         [&chosen, options] { chosen = [options](Output& out) { return plot(*options, out); }; });
 }

@@ -14,8 +14,8 @@ namespace Tolv::Tool {
 namespace {
 
 constexpr std::size_t mostLabelBytes = 60;
-constexpr std::size_t mostSteps = 2000; ///< across the picture
-constexpr std::size_t fewSamples = 64;  ///< each with a point of its own
+constexpr std::size_t mostSteps = 2000; ///< across the width of the picture
+constexpr std::size_t fewSamples = 64;  ///< up to this number, each sample is drawn as a point
 
 struct Panel {
     std::string label;
@@ -27,7 +27,7 @@ constexpr char const* truthAxis = "set yrange [-0.1:1.1]\nset ytics 1\n";
 constexpr char const* phaseAxis = "set yrange [-180:180]\nset ytics 90\n";
 constexpr char const* anyAxis = "set yrange [-1:1]\nset ytics autofreq\n";
 
-/// Not so what gnuplot, too, takes for infinite.
+/// Whether gnuplot can draw the number; it treats very large numbers as infinite.
 bool isDrawable(double y) { return std::abs(y) <= std::numeric_limits<double>::max() / 4; }
 
 std::string labelled(std::string const& name, std::string const& unit) {
@@ -57,7 +57,7 @@ std::string row(std::size_t x, double y) {
     return std::to_string(x) + ' ' + (isDrawable(y) ? numberText(y) : "NaN") + '\n';
 }
 
-/// Of each step the lowest and the highest value, in the order of the samples.
+/// The lowest and the highest value of each step, in the order of the samples.
 std::string rowsOf(std::vector<double> const& values) {
     auto const step = std::max<std::size_t>(1, values.size() / mostSteps);
     std::string rows;
@@ -80,7 +80,7 @@ std::string rowsOf(std::vector<double> const& values) {
     return rows;
 }
 
-/// Start and end of the part of each segment that lies in the trace.
+/// Start and end of each segment, clipped to the trace.
 std::string segmentRows(Trace const& trace) {
     std::string rows;
     std::size_t count = 0;
@@ -128,14 +128,15 @@ std::string plotScript(Trace const& trace, std::string const& title, Canvas cons
     for (std::size_t i = 0; i < panels.size(); ++i) {
         auto const& values = panels[i].values;
         auto above = i == 0 ? title : std::string();
-        if (inTerminal) // where there is no room at the side
+        if (inTerminal) // which has no room for a label at the side
             above += (above.empty() ? "" : ": ") + panels[i].label;
         script += "set title " + gnuplotString(above) + " noenhanced\n";
         script += "set xlabel " + gnuplotString(i + 1 == panels.size() ? "sample" : "") + '\n';
         script += "set ylabel " + gnuplotString(panels[i].label) + " noenhanced\n";
         auto const isEmpty =
             std::none_of(values.begin(), values.end(), [](double y) { return isDrawable(y); });
-        script += isEmpty ? anyAxis : panels[i].axis; // gnuplot refuses to guess a range of nothing
+        script +=
+            isEmpty ? anyAxis : panels[i].axis; // gnuplot cannot choose the range of an empty panel
         script += "plot ";
         if (!segments.empty())
             script += inTerminal ? "$segments using 1:(1) axes x1y2 with impulses, "

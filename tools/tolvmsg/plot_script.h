@@ -8,17 +8,17 @@ namespace Tolv::Tool {
 
 constexpr std::size_t mostSegmentsDrawn = 4000;
 
-/// What a trace is drawn on.
+/// The output medium of a plot.
 struct Canvas {
     enum class Kind { svg, png, terminal };
     Kind kind = Kind::svg;
-    unsigned int width = 0; ///< pixels; of a terminal, columns
+    unsigned int width = 0; ///< pixels, or columns of a terminal
     unsigned int height = 0;
 };
 
-/// The script with which gnuplot draws a trace: complex samples as magnitude and phase, pairs of
-/// truth values as first and second, in two panels below each other; segments are shaded, in a
-/// terminal marked at their starts. A long trace is thinned to its extremes, which look the same.
+/// A gnuplot script that draws a trace. Complex samples (magnitude and phase) and pairs of booleans
+/// (first and second) have two panels, one below the other. Segments are shaded; in a terminal only
+/// their starts are marked. A long trace is reduced to its extremes, which looks the same.
 std::string plotScript(Trace const& trace, std::string const& title, Canvas const& canvas);
 
 } // namespace Tolv::Tool

@@ -22,7 +22,7 @@ std::uint64_t sizeOf(int descriptor) {
 Progress::Progress(std::uint64_t total, Output& out) : out_(out) {
     if (total > muchWork && ::isatty(STDERR_FILENO) == 1) {
         total_ = total;
-        if (::isatty(STDOUT_FILENO) == 1) // the two would be on one line
+        if (::isatty(STDOUT_FILENO) == 1) // both would share a line
             out_.setBeforeFlush([this] { erase(); });
     }
 }

@@ -9,27 +9,26 @@
 
 namespace Tolv::Tool {
 
-/// A bar on the standard error that says how much of the work is done. It is there only where the
-/// standard error is a terminal and the work takes some time, goes away before the output writes,
-/// and is erased at the end.
+/// A progress bar on standard error. It appears only if standard error is a terminal and the work
+/// takes some time. It is erased before output is written, and at the end.
 class Progress {
 public:
     static constexpr std::uint64_t muchWork = 4'000'000; ///< bytes
 
-    /// For a file that is read: its position is the work. @param out outlives this object
+    /// Measures progress by the position in the input file. @param out must outlive this object
     Progress(Input const& input, Output& out);
-    /// @param total bytes @param out outlives this object
+    /// @param total bytes @param out must outlive this object
     Progress(std::uint64_t total, Output& out);
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
     ~Progress();
 
-    /// Shows how far the reading is. Cheap when called often.
+    /// Shows the current position. Cheap enough to be called often.
     void update() {
         if (total_ > 0 && isTime())
             show(position());
     }
-    /// Shows how far the work is. @param done bytes
+    /// Shows the progress. @param done bytes
     void update(std::uint64_t done) {
         if (total_ > 0 && isTime())
             show(done);

@@ -10,10 +10,10 @@
 
 namespace Tolv::Tool {
 
-/// Minimum, maximum and mean of the samples of a trace. Of complex samples the magnitude is taken;
-/// true counts as 1. NaN takes no part.
+/// Minimum, maximum and mean of the samples of a trace. Complex samples count by magnitude, true
+/// counts as 1, and NaN is ignored.
 struct SampleStatistics {
-    std::size_t numbers = 0; ///< samples that are not NaN; with none the others mean nothing
+    std::size_t numbers = 0; ///< samples that are not NaN; if 0, the other members are meaningless
     double minimum = std::numeric_limits<double>::infinity();
     double maximum = -std::numeric_limits<double>::infinity();
     double mean = 0;
@@ -34,7 +34,7 @@ struct SampleStatistics {
             mean = static_cast<double>(sum / static_cast<long double>(numbers));
     }
 
-    /// What has to be said behind a statistic of samples of the type `T`.
+    /// The remark to append to a statistic of samples of type `T`.
     template <class T>
     static constexpr char const* meaning() {
         if constexpr (std::is_same_v<T, bool>)
@@ -54,7 +54,7 @@ private:
     static double measureOf(std::complex<T> const& sample) {
         auto const real = measureOf(sample.real());
         auto const imaginary = measureOf(sample.imag());
-        // std::hypot takes an infinite part for more important than one that is NaN.
+        // std::hypot would return infinity if one part is infinite and the other NaN.
         return std::isnan(real)        ? real
                : std::isnan(imaginary) ? imaginary
                                        : std::hypot(real, imaginary);

@@ -13,7 +13,7 @@ using MetaData::Element;
 
 namespace {
 
-/// Integers of this size and less are doubles.
+/// Integers up to this magnitude are exact doubles.
 constexpr auto mostInteger = std::int64_t{1} << 53U;
 
 /// The values of a plain array, all of the same kind.
@@ -46,7 +46,7 @@ private:
             return true;
         }
         ++numbers_;
-        auto const isExact = !value.isUnsigned() && // beyond what is signed
+        auto const isExact = !value.isUnsigned() && // exceeds the signed range
                              (!value.isSigned() || (value.signedNumber() <= mostInteger &&
                                                     value.signedNumber() >= -mostInteger));
         return isExact && TryGetAs(value, to.emplace_back());
@@ -68,7 +68,7 @@ std::optional<Samples> samplesOf(Element const& element) {
         return {};
     try {
         return encoded->samples(*count);
-    } catch (Exception::Base const&) { // no base64
+    } catch (Exception::Base const&) { // not base64
         return {};
     }
 }

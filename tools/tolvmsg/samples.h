@@ -9,10 +9,10 @@
 
 namespace Tolv::Tool {
 
-/// The samples of a trace, or any other array of numbers, truth values (0 and 1) or pairs of these.
+/// The samples of a trace, or of any other array of numbers, booleans (0 and 1) or pairs of these.
 struct Samples {
     std::vector<double> real;
-    std::vector<double> imaginary; ///< as many as of `real` when complex, else none
+    std::vector<double> imaginary; ///< as many as `real` if complex, otherwise none
     bool isComplex = false;
     bool isBoolean = false;
 
@@ -22,8 +22,8 @@ struct Samples {
     }
 };
 
-/// The samples of an array in plain or in encoded form. Empty for anything else, for an encoded
-/// array that a reader refuses, and for integers that a double does not hold.
+/// The samples of an array in plain or encoded form. Empty for anything else, for an encoded array
+/// that a reader refuses, and for integers that a double cannot represent.
 std::optional<Samples> samplesOf(MetaData::Element const& element);
 
 } // namespace Tolv::Tool

@@ -67,7 +67,7 @@ Element integer(long long minimum, unsigned long long maximum) {
     return schema;
 }
 
-/// A number, or the text that stands for one that JSON has no number for.
+/// A number, or a string for one that JSON cannot represent.
 Element number() {
     Element schema;
     Element texts;
@@ -77,7 +77,7 @@ Element number() {
     return schema;
 }
 
-/// The form of an array in base64. Without elements it has no text.
+/// The encoded form of an array. An empty array has no text.
 Element encodedArray(unsigned int tag) {
     constexpr std::string_view base64 =
         "^([A-Za-z0-9+/]{4})*([A-Za-z0-9+/]{2}==|[A-Za-z0-9+/]{3}=)?$";
@@ -103,14 +103,14 @@ Element literalsOf(FieldDescription const& field) {
     return json(std::move(values));
 }
 
-/// One schema in the making. What it refers to becomes an entry of `definitions` the first time.
+/// Builds a schema. Each type it refers to is added to `definitions` on first use.
 class SchemaBuilder {
 public:
-    /// @param root the class that the schema itself stands for
+    /// @param root the class that the schema itself describes
     SchemaBuilder(Classes const& classes, std::optional<unsigned long long> root)
         : classes_(classes), root_(root) {}
 
-    /// @param schema what goes before
+    /// @param schema the keys that come first
     Element message(ClassDescription const& message, Element schema = {}) {
         schema["title"] =
             json(std::string_view(message.alias.empty() ? message.className : message.alias));
@@ -128,7 +128,7 @@ public:
         return defined(fileStem(*known), [&] { return message(*describe(id)); });
     }
 
-    /// Adds what the schema refers to.
+    /// Adds the definitions that the schema refers to.
     void finish(Element& schema) {
         if (definitions_.isObject())
             schema["$defs"] = std::move(definitions_);
@@ -138,14 +138,14 @@ private:
     template <class Make>
     Element defined(std::string const& name, Make make) {
         if (named_.insert(name).second) {
-            definitions_[name] = json(true); // keeps the place
+            definitions_[name] = json(true); // reserves the position
             auto schema = make();
             definitions_[name] = std::move(schema);
         }
         return reference("#/$defs/" + name);
     }
 
-    /// @param id of the message whose fields they are
+    /// @param id of the message to which the fields belong
     Element record(std::vector<FieldDescription> const& fields,
                    std::optional<unsigned long long> id, Element schema) {
         schema["type"] = json(std::string_view("object"));
@@ -244,7 +244,7 @@ private:
         });
     }
 
-    /// The name of a type, made of characters that need no escapes in a reference.
+    /// The name of a type, reduced to characters that need no escape in a reference.
     std::string nameOf(Type const& type) {
         auto const known = names_.find(&type);
         if (known != names_.end())
@@ -260,7 +260,7 @@ private:
         }
         while (name.ends_with('.'))
             name.pop_back();
-        while (named_.contains(name)) // another type, whose name differs in signs alone
+        while (named_.contains(name)) // another type whose name differs only in removed characters
             name.push_back('_');
         return names_[&type] = name;
     }

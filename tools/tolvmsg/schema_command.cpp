@@ -20,7 +20,7 @@ struct Options {
 
 int printSchemas(Options const& options, Output& out) {
     if (options.all != options.id.empty())
-        throw UsageError("schema wants either an ID or --all");
+        throw UsageError("schema requires either an ID or --all");
     Classes const classes;
     auto const textOf = [&](MessageClass const& known) {
         return indentedJson(schemaOf(classes, *Msgs::Introspection::describe(known.id)));
@@ -47,11 +47,11 @@ void addSchemaCommand(CLI::App& app, Action& chosen) {
     command->add_option("ID", options->id, "Id in hexadecimal, decimal or dotted form, or alias")
         ->type_name("");
     command->add_flag("--all", options->all,
-                      "One schema that any message satisfies; with -o, one a class");
-    command->add_option("-o,--output", options->folder, "Write files into this folder instead")
+                      "One schema that any message satisfies; with -o, one per class");
+    command->add_option("-o,--output", options->folder, "Write files into this folder")
         ->type_name("DIR");
-    command->footer("The schema tells what a well-formed writer sends; readers also take messages\n"
-                    "with keys that they don't know.\n"
+    command->footer("The schema describes what a well-formed writer sends; readers also accept\n"
+                    "messages with unknown keys.\n"
                     "\n"
                     "Examples:\n"
                     "  tolvmsg schema ConnectMessage > connect.schema.json\n"

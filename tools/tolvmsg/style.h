@@ -8,8 +8,8 @@
 
 namespace Tolv::Tool {
 
-/// Colours of text for people: on a terminal, unless NO_COLOR is set to anything but the empty text
-/// (see no-color.org).
+/// Colours for terminals. NO_COLOR disables them if it is set to a non-empty text (see
+/// no-color.org).
 class Style {
 public:
     static Style ofStandardOutput() {

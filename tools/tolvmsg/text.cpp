@@ -11,17 +11,17 @@ namespace Tolv::Tool {
 
 namespace {
 
-/// Characters that move the cursor of a terminal, change the order or the look of the text around
-/// them, or do not show at all.
+/// Characters that move the cursor of a terminal, change the order or appearance of the text around
+/// them, or are invisible.
 constexpr std::array<std::pair<char32_t, char32_t>, 12> harmful{{
     {0x0000, 0x001F},   // C0
     {0x007F, 0x009F},   // DELETE and C1
     {0x00AD, 0x00AD},   // soft hyphen
     {0x061C, 0x061C},   // Arabic letter mark
     {0x180E, 0x180E},   // Mongolian vowel separator
-    {0x200B, 0x200F},   // zero width; marks of direction
-    {0x2028, 0x202E},   // line and paragraph separators; embeddings and overrides of direction
-    {0x2060, 0x206F},   // invisible operators; isolates of direction
+    {0x200B, 0x200F},   // zero width; direction marks
+    {0x2028, 0x202E},   // line and paragraph separators; direction embeddings and overrides
+    {0x2060, 0x206F},   // invisible operators; direction isolates
     {0xFEFF, 0xFEFF},   // byte order mark
     {0xFFF9, 0xFFFB},   // interlinear annotation
     {0x1D173, 0x1D17A}, // invisible musical symbols
@@ -34,7 +34,7 @@ bool isHarmful(char32_t code) {
     });
 }
 
-/// The character at the start of a text, which is valid UTF-8, and its bytes.
+/// The first character of a valid UTF-8 text, and its number of bytes.
 std::pair<char32_t, std::size_t> firstOf(std::string_view text) {
     auto const lead = static_cast<unsigned char>(text[0]);
     std::size_t const size = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
@@ -44,7 +44,7 @@ std::pair<char32_t, std::size_t> firstOf(std::string_view text) {
     return {code, size};
 }
 
-/// As JSON has it: two halves for what lies beyond 16 bits.
+/// Appends a JSON escape; characters beyond 16 bits become a surrogate pair.
 void appendEscape(std::string& out, char32_t code) {
     auto const append = [&out](char32_t unit) {
         constexpr char digits[] = "0123456789abcdef";
@@ -64,14 +64,14 @@ void appendEscape(std::string& out, char32_t code) {
     }
 }
 
-/// The number of bytes at the start of a text that are printable ASCII or control characters below
-/// it. @param withControls whether the latter count
+/// The number of leading bytes that are printable ASCII or C0 control characters.
+/// @param withControls whether C0 counts
 std::size_t plainBytes(std::string_view text, bool withControls) {
     std::size_t at = 0;
     if (withControls)
         for (std::uint64_t bytes = 0; at + sizeof bytes <= text.size(); at += sizeof bytes) {
             std::memcpy(&bytes, text.data() + at, sizeof bytes);
-            // A byte of 0x7F and more has its top bit set, or gets it by the addition.
+            // The top bit of a byte of 0x7F or more is set, or the addition sets it.
             if (((bytes + 0x0101010101010101U) | bytes) & 0x8080808080808080U)
                 break;
         }
@@ -81,9 +81,9 @@ std::size_t plainBytes(std::string_view text, bool withControls) {
     return at;
 }
 
-/// The text with each harmful character escaped.
-/// @param special what gets a backslash besides
-/// @param keepsControls whether C0 stays
+/// The text with all harmful characters escaped.
+/// @param special further characters, to escape with a backslash
+/// @param keepsControls whether to keep C0 characters
 std::string escaped(std::string_view text, std::string_view special, bool keepsControls) {
     std::string out;
     out.reserve(text.size());
@@ -112,7 +112,7 @@ std::string escaped(std::string_view text, std::string_view special, bool keepsC
 std::string quoted(std::string_view text, std::size_t mostBytes) {
     auto shown = text.substr(0, mostBytes);
     if (shown.size() < text.size())
-        shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character
+        shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be within a character
     auto out = '"' + escaped(validUtf8(shown), "\"\\", false);
     if (shown.size() < text.size())
         return out + "...\" (" + std::to_string(text.size()) + " bytes)";

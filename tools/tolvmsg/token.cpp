@@ -33,14 +33,14 @@ constexpr std::size_t mostTokenBytes = std::size_t{1} << 28U;
 
 struct Options {
     bool json = false;
-    std::string keyFile; ///< empty: the signature is not looked at
+    std::string keyFile; ///< empty: the signature is not verified
     std::string file;
 };
 
-/// What is known of the signature.
+/// The result of verifying the signature.
 struct Verification {
     enum Outcome { notVerified, authentic, notAuthentic } outcome;
-    std::string reason; ///< why it is not authentic, or not verified
+    std::string reason; ///< why it is not authentic or not verified
 };
 
 char const* describe(Verification::Outcome outcome) {
@@ -55,14 +55,14 @@ char const* describe(Verification::Outcome outcome) {
     return "not verified";
 }
 
-/// Empty without a key file.
+/// Null without a key file.
 std::shared_ptr<HmacSha256> algorithmOf(std::string const& keyFile) try {
     return keyFile.empty() ? nullptr : std::make_shared<HmacSha256>(readKey(keyFile));
 } catch (std::ios_base::failure const&) { // it is a directory
     throw UsageError("cannot read the key file " + word(keyFile));
 }
 
-/// The text of the token, without white space around it.
+/// Reads the text of the token, without leading or trailing white space.
 std::string readToken(std::string const& file) try {
     constexpr auto space = " \t\r\n";
     auto const text = Input(file, "a signed token").read(mostTokenBytes + 1);
@@ -82,7 +82,7 @@ JsonWebToken parsed(std::string const& text, std::string const& file) try {
     throw UsageError("no token in " + Input::name(file) + ": " + harmless(e.what()));
 }
 
-/// The tree of the first segment of a text that is a token.
+/// The tree of the first segment of a token.
 Element headerOf(std::string_view token) {
     auto const segment = token.substr(0, token.find('.'));
     std::string json(Base64::decodedSize(segment), '\0');
@@ -92,7 +92,7 @@ Element headerOf(std::string_view token) {
     return header;
 }
 
-/// @param algorithm empty without a key
+/// @param algorithm null without a key
 Verification verify(JsonWebToken& token, std::shared_ptr<HmacSha256> const& algorithm) {
     if (algorithm == nullptr)
         return {Verification::notVerified, "no --key-file"};
@@ -101,14 +101,14 @@ Verification verify(JsonWebToken& token, std::shared_ptr<HmacSha256> const& algo
                 "\"alg\" is " + quoted(token.algorithm(), 40) + ", the key is for " + name};
     token.setMacAlgorithm(algorithm);
     if (!token.verify())
-        return {Verification::notAuthentic, "the signature is not that of this key and content"};
+        return {Verification::notAuthentic, "the signature does not match the key and content"};
     return {Verification::authentic, {}};
 }
 
 struct Shown {
     Element header;
     Element payload;
-    std::optional<ExaminedLine> message; ///< what the payload carries, if anything
+    std::optional<ExaminedLine> message; ///< the message in the payload, if any
     Verification verification;
 };
 
@@ -127,7 +127,7 @@ std::string textOf(Shown const& shown, Classes const& classes) {
               "token  " + std::string(describe(outcome)) + (reason.empty() ? "" : ": " + reason));
     addTree(text, "header", shown.header);
     auto payload = shown.payload;
-    if (shown.message) // it is told below
+    if (shown.message) // it is shown below
         payload.makeObject(0).erase("msg");
     addTree(text, "payload", payload);
     if (shown.message)
@@ -174,33 +174,34 @@ int showToken(Options const& options, Output& out) {
 
 void addTokenCommand(CLI::App& app, Action& chosen) {
     auto const options = std::make_shared<Options>();
-    auto* const command = app.add_subcommand("token", "Shows a signed token, and verifies it");
-    command->add_flag("--json", options->json, "One JSON object, for programs");
+    auto* const command = app.add_subcommand("token", "Shows and verifies a signed token");
+    command->add_flag("--json", options->json, "Print one JSON object");
     command
         ->add_option("--key-file", options->keyFile,
-                     "The key of HS256 (a line end behind it does not count)")
+                     "File with the HS256 key (a trailing line end is ignored)")
         ->check([](std::string const& file) {
             return file.empty() ? "the name of the key file is empty" : "";
         })
         ->option_text("FILE");
-    command->add_option("FILE", options->file, "The token; \"-\" is the standard input")
+    command->add_option("FILE", options->file, "File with the token; \"-\" is the standard input")
         ->type_name("")
         ->required();
     command->footer(
-        "Shows header and payload, and the message that the payload carries under \"msg\" as\n"
-        "\"tolvmsg decode\" does. Without a key nothing is verified. The key is never shown, and\n"
-        "the clock is not looked at: an expired token verifies like any other.\n"
+        "Shows the header and the payload, and the message under \"msg\" in the payload like\n"
+        "\"tolvmsg decode\". Without a key nothing is verified. The key is never shown. The time\n"
+        "is not checked: an expired token verifies like any other.\n"
         "\n"
-        "With --json there are \"verification\" (\"authentic\", \"not authentic\" or\n"
-        "\"not verified\"), \"reason\" unless it is authentic, \"header\", \"payload\", and\n"
-        "\"message\" with what \"decode --json\" says of a message.\n"
+        "With --json the output has \"verification\" (\"authentic\", \"not authentic\" or\n"
+        "\"not verified\"), \"reason\" unless authentic, \"header\", \"payload\", and \"message\" "
+        "as\n"
+        "in \"decode --json\".\n"
         "\n"
         "Examples:\n"
         "  tolvmsg token login.jwt\n"
         "  tolvmsg token --key-file shared.key - < login.jwt\n"
         "\n"
-        "Exit status: 0 authentic, or not verified; 1 not authentic; 2 wrong usage, a file that\n"
-        "cannot be read, or no token; 3 the standard output cannot be written.");
+        "Exit status: 0 authentic or not verified; 1 not authentic; 2 wrong usage, unreadable\n"
+        "file, or no token; 3 the output cannot be written.");
     command->callback([&chosen, options] {
         chosen = [options](Output& out) { return showToken(*options, out); };
     });

@@ -15,11 +15,13 @@ namespace Tolv::Tool {
 void TraceChoice::addOptions(CLI::App& command) {
     bound_.addOption(command);
     filter_.addOptions(command);
-    command.add_option("--line", line_, "The message in this line, from 1")
+    command.add_option("--line", line_, "The message in this line, counted from 1")
         ->check(CLI::PositiveNumber)
         ->option_text("NUMBER")
         ->group("Filters");
-    command.add_option("--path", path_, "The array there: Data.iv (default: the first \"trace\")")
+    command
+        .add_option("--path", path_,
+                    "Path of the array, such as Data.iv (default: the first \"trace\")")
         ->group("Filters");
     command.add_option("FILE", file_, "File to read; \"-\", the default, is the standard input")
         ->type_name("");

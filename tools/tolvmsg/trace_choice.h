@@ -11,15 +11,15 @@
 
 namespace Tolv::Tool {
 
-/// Which trace of a log is meant, as the command line says.
+/// Selects a trace of a log by command-line options.
 class TraceChoice {
 public:
-    /// Adds --max-line, the filters, --line, --path and FILE to a subcommand. The choice outlives
-    /// it.
+    /// Adds --max-line, the filters, --line, --path and FILE to a subcommand. The choice must
+    /// outlive it.
     void addOptions(CLI::App& command);
 
-    /// The first trace that is meant; when there is none, says so on the standard error.
-    /// @throws UsageError @throws std::runtime_error when the file cannot be read
+    /// The first matching trace. If there is none, prints an error on standard error.
+    /// @throws UsageError @throws std::runtime_error if the file cannot be read
     [[nodiscard]] std::optional<Trace> find(Classes const& classes);
 
 private:

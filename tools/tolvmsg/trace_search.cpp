@@ -9,10 +9,10 @@ namespace {
 
 using MetaData::Element;
 
-/// Walks a tree to a trace.
+/// Searches a tree for a trace.
 class TraceSearch {
 public:
-    /// @param wanted its path; empty: the first array under the key "trace"
+    /// @param wanted its path; empty for the first array under a key "trace"
     explicit TraceSearch(std::string_view wanted) : wanted_(wanted) {}
 
     std::optional<Trace> in(Element const& tree) { return below(tree, {}, nullptr); }

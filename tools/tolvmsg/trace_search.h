@@ -13,17 +13,17 @@
 
 namespace Tolv::Tool {
 
-/// An array of numbers out of a message, with what the attribute says of it.
+/// An array of numbers in a message, with its description from the attribute.
 struct Trace {
-    std::uint64_t line = 0; ///< where it was found, from 1
+    std::uint64_t line = 0; ///< the line of the message, from 1
     std::optional<unsigned long long> id;
-    std::string name; ///< of the attribute; empty: not told
-    std::string unit; ///< likewise
+    std::string name; ///< name of the attribute; empty if not known
+    std::string unit; ///< unit of the attribute; empty if not known
     Samples samples;
     std::vector<std::pair<unsigned long long, unsigned long long>> segments; ///< offset, length
 };
 
-/// The trace at `path` of a message; of an empty path the first array under the key "trace".
+/// The trace at `path` in a message; if the path is empty, the first array under a key "trace".
 std::optional<Trace> findTrace(MetaData::Element const& tree, std::string_view path);
 
 } // namespace Tolv::Tool

@@ -21,7 +21,7 @@ constexpr std::size_t mostShown = 60;
 
 bool isNan(Complex value) { return std::isnan(value.real()) || std::isnan(value.imag()); }
 
-/// Infinite when one side alone is NaN.
+/// Infinite if only one side is NaN.
 double distance(Complex left, Complex right) {
     if (left == right || (isNan(left) && isNan(right)))
         return 0;
@@ -46,8 +46,8 @@ public:
     Comparison(Tolerance const& tolerance, std::vector<std::string> const& ignored)
         : tolerance_(tolerance), ignored_(ignored) {}
 
-    /// Goes down at once: to compare whole subtrees first would compare each again at every level
-    /// above it.
+    /// Descends immediately: comparing whole subtrees first would repeat each comparison at every
+    /// level.
     void compare(Element const& left, Element const& right, TreePath const& path) {
         if (left.isObject() && right.isObject() && compareSamples(left, right, path))
             return;
@@ -99,7 +99,7 @@ private:
         }
     }
 
-    /// Of which at least one is an array.
+    /// Compares elements of which at least one is an array.
     void compareArrays(Element const& left, Element const& right, TreePath const& path) {
         if (compareSamples(left, right, path))
             return;
@@ -118,7 +118,7 @@ private:
             add(Kind::onlyRight, {path, i}, nullptr, &after[i]);
     }
 
-    /// Of which at most one is an array or an object.
+    /// Compares elements of which at most one is an array or an object.
     void compareValues(Element const& left, Element const& right, TreePath const& path) {
         if (left == right)
             return;
@@ -131,12 +131,12 @@ private:
             all_.back().amount = distance(*before, *after);
     }
 
-    /// Then what differs is not to be lost when integers become doubles.
+    /// Without a tolerance, converting integers to doubles must not hide a difference.
     [[nodiscard]] bool isExact() const {
         return tolerance_.absolute == 0 && tolerance_.relative == 0;
     }
 
-    /// @return false when they are not both samples of the same kind
+    /// @return false if they are not both samples of the same kind
     bool compareSamples(Element const& left, Element const& right, TreePath const& path) {
         auto const before = samplesOf(left);
         auto const after = before ? samplesOf(right) : std::nullopt;
@@ -149,7 +149,7 @@ private:
         if (auto const* const stated = left.find("len"))
             if (auto const* const other = right.find("len");
                 other != nullptr && before->size() == after->size() && *stated != *other)
-                add(Kind::changed, {path, "len"}, stated, other); // one of them lies
+                add(Kind::changed, {path, "len"}, stated, other); // one is wrong
         if (before->size() != after->size())
             all_.push_back(
                 {Kind::length, path.text(), lengthText(*before), lengthText(*after), {}, {}});

@@ -48,7 +48,7 @@ std::size_t TreePath::matched(std::string_view text) const {
     if (before == nowhere)
         return nowhere;
     auto const rest = text.substr(before);
-    if (!isEntry_ && key_.size() > rest.size()) // not worth a text of its own
+    if (!isEntry_ && key_.size() > rest.size()) // cannot match; avoids copying the key
         return nowhere;
     auto step = isEntry_ ? entryText(index_) : MetaData::Detail::pathBelow({}, key_);
     if (!isEntry_ && before > 0)
@@ -56,7 +56,7 @@ std::size_t TreePath::matched(std::string_view text) const {
     if (!rest.starts_with(step))
         return nowhere;
     auto const end = before + step.size();
-    // A plain key must not be the beginning of a longer one.
+    // A plain key must not match the beginning of a longer key.
     return end == text.size() || text[end] == '.' || text[end] == '[' ? end : nowhere;
 }
 

@@ -6,9 +6,9 @@
 
 namespace Tolv::Tool {
 
-/// Where an element stands in a tree that is being walked: the last step, and the path before it,
-/// which lies on the stack of the walk. A step costs nothing but these few words, so that a key is
-/// not copied for each element below it; the text is made for what is shown only.
+/// The path of an element during a walk over a tree: its last step, linked to the enclosing path on
+/// the stack of the walk. A step takes only a few words and copies no keys; the text is built only
+/// for output.
 class TreePath {
 public:
     /// The root.
@@ -16,22 +16,22 @@ public:
     TreePath(TreePath const&) = delete;
     TreePath& operator=(TreePath const&) = delete;
 
-    /// The element under `key` of the object at `outer`. Both outlive this object.
+    /// The element under `key` of the object at `outer`. Both must outlive this object.
     TreePath(TreePath const& outer, std::string_view key) : outer_(&outer), key_(key) {}
-    /// The entry of the array at `outer`, which outlives this object.
+    /// The entry of the array at `outer`, which must outlive this object.
     TreePath(TreePath const& outer, std::size_t index)
         : outer_(&outer), index_(index), isEntry_(true) {}
 
-    /// "Data.Messages[2].trace"; a key that is no plain word stands there in quotes. A longer key
-    /// than `mostKeyBytes` is cut, and of a path of more than `mostSteps` steps the middle is left
-    /// out: the text has a bound, whatever a peer sends.
+    /// For example "Data.Messages[2].trace"; keys that are not plain words are quoted. Keys longer
+    /// than `mostKeyBytes` are cut, and the middle of a path of more than `mostSteps` steps is left
+    /// out, so that a peer cannot make the text arbitrarily long.
     [[nodiscard]] std::string text() const;
 
-    /// Whether the whole path, with nothing cut, is written so.
+    /// Whether `text` is the complete path, with nothing cut.
     [[nodiscard]] bool is(std::string_view text) const { return matched(text) == text.size(); }
-    /// Whether `text` begins with it, so that it may name an element below.
+    /// Whether `text` begins with the path, and so may denote an element below.
     [[nodiscard]] bool leadsTo(std::string_view text) const { return matched(text) != nowhere; }
-    /// Whether it ends with `key`, below an element other than the root.
+    /// Whether the path ends with `key`, below an element other than the root.
     [[nodiscard]] bool endsWith(std::string_view key) const {
         return outer_ != nullptr && outer_->outer_ != nullptr && !isEntry_ && key_ == key;
     }
@@ -42,7 +42,7 @@ public:
 private:
     static constexpr auto nowhere = static_cast<std::size_t>(-1);
 
-    /// How many bytes of `text` the path makes up, or `nowhere` when the text begins otherwise.
+    /// The length of the path within `text`, or `nowhere` if `text` does not begin with it.
     [[nodiscard]] std::size_t matched(std::string_view text) const;
     void appendStep(std::string& out) const;
 

@@ -22,9 +22,9 @@ namespace {
 
 constexpr std::size_t mostTextBytes = 72;
 constexpr std::size_t mostLineBytes = 88;
-constexpr std::size_t mostValues = 8;    ///< of an array, in one line
-constexpr unsigned int mostEntries = 20; ///< of an array, a line or a block each
-constexpr std::size_t mostKeyWidth = 32; ///< a longer key does not push the values of the others
+constexpr std::size_t mostValues = 8;    ///< values of an array in one line
+constexpr unsigned int mostEntries = 20; ///< entries of an array, each a line or a block
+constexpr std::size_t mostKeyWidth = 32; ///< longer keys are not aligned
 
 class OneLine {
 public:
@@ -58,7 +58,7 @@ private:
         auto const stated = std::to_string(encoded.statedCount());
         auto const count = encoded.count();
         if (!count) {
-            text_.append(stated + " x " + encoded.typeName() + ", not in the text");
+            text_.append(stated + " x " + encoded.typeName() + ", without matching data");
             return;
         }
         text_.append(std::to_string(*count) + " x " + encoded.typeName());
@@ -117,7 +117,7 @@ bool isRecord(Element const& element) {
     return element.isObject() && !element.object().empty() && !EncodedArray::from(element);
 }
 
-/// True when a line can give an idea of the array: numbers, short texts, and arrays of them.
+/// Whether the array can be shown in one line: numbers, short texts, and arrays of these.
 bool fitsOneLine(Array const& array) {
     std::size_t bytes = 0;
     for (auto const& entry : array) {
@@ -234,7 +234,7 @@ void TreeText::more(std::size_t indent, std::size_t shown, std::size_t all,
         if (auto const verdict = verdictOf(*inside[i]); verdict && !verdict->valid)
             invalid.push_back(i);
     if (!invalid.empty())
-        text.append(", " + std::to_string(invalid.size()) + " of them not valid, the first is [" +
+        text.append(", " + std::to_string(invalid.size()) + " of them not valid, first [" +
                     std::to_string(invalid.front()) + ']');
     line(indent, text);
 }

@@ -12,34 +12,34 @@
 #include "classes.h"
 
 /// @file
-/// Trees as text for people.
+/// Trees as readable text.
 namespace Tolv::Tool {
 
-/// A value in one line. Long strings and arrays are cut, and their lengths told; encoded arrays are
+/// A value in one line. Long strings and arrays are cut, with their lengths; encoded arrays are
 /// shown as "1000 x double, first 0.5, ...".
-/// @param most the number of bytes beyond which nothing more is begun
+/// @param most number of bytes after which no further part is started
 std::string shortText(MetaData::Element const& element, std::size_t most);
 
-/// An address in one line; "-" when it is unset.
+/// An address in one line; "-" if it is unset.
 std::string addressText(MetaData::Element const* address);
 
-/// Writes trees as indented lines behind a text.
+/// Appends trees to a text as indented lines.
 class TreeText {
 public:
     TreeText(Classes const& classes, std::string& out) : classes_(classes), out_(out) {}
 
-    /// The fields of a record, a line or a block each, their values below each other.
+    /// Appends the fields of a record, each as a line or a block, with aligned values.
     void fields(MetaData::Object const& record, std::size_t indent) { fields(record, indent, {}); }
 
-    /// The payload of `message`: an attribute in words, any other field by field.
-    /// @param data what the payload writes; null when it did not read
+    /// Appends the payload of `message`: an attribute in words, any other field by field.
+    /// @param data the tree that the payload writes; null if it did not parse
     void payload(Msgs::Message const& message, MetaData::Element const* data, std::size_t indent);
 
-    /// One line.
+    /// Appends one line.
     void line(std::size_t indent, std::string_view text);
 
 private:
-    /// The messages that stand in the tree of an array of messages.
+    /// The typed messages of an array of messages.
     using Messages = std::vector<Msgs::Message const*>;
 
     void fields(MetaData::Object const& record, std::size_t indent, Messages const& inside);

@@ -21,8 +21,8 @@ static_assert(std::endian::native == std::endian::little ||
 
 constexpr bool isLittleEndian = std::endian::native == std::endian::little;
 
-// Encoding takes 12 bits at a time: the two characters for each of the 4096 values. 8 KiB, which
-// stays in the first level cache beside the data.
+// Encoding handles 12 bits at a time; this table holds the two characters for each of the 4096
+// values. Its 8 KiB stay in the first-level cache beside the data.
 constexpr auto characterPairs = [] {
     std::array<std::array<char, 2>, 4096> pairs{};
     for (std::size_t value = 0; value < pairs.size(); ++value)
@@ -30,9 +30,9 @@ constexpr auto characterPairs = [] {
     return pairs;
 }();
 
-// Decoding or-s one word from each of four tables, one per character of a group. The first three
-// bytes of the word in memory are the three decoded bytes, the fourth is 0xff for a character
-// outside the alphabet; so a group costs four loads, one test and one store.
+// Decoding combines (by or) one word from each of four tables, one per character of a group. In
+// memory the first three bytes of the word are the decoded bytes; the fourth is 0xff for a
+// character outside the alphabet. A group thus costs four loads, one test and one store.
 constexpr std::uint32_t badCharacter = isLittleEndian ? 0xff000000u : 0x000000ffu;
 
 constexpr std::uint32_t wordFor(std::uint32_t threeBytes) noexcept {
@@ -73,7 +73,7 @@ bool isAlwaysSupported() noexcept { return true; }
 std::size_t encodeScalar(unsigned char const* data, std::size_t length, char* out) noexcept {
     unsigned char const* in = data;
     std::size_t left = length;
-    // 6 bytes a step out of one 8 byte load.
+    // Each step loads 8 bytes and uses 6.
     for (; left >= 8; left -= 6, in += 6, out += 8) {
         std::uint64_t word;
         std::memcpy(&word, in, sizeof word);
@@ -95,8 +95,8 @@ std::size_t encodeScalar(unsigned char const* data, std::size_t length, char* ou
 
 std::size_t decodeScalar(char const* text, std::size_t length, unsigned char* data) noexcept {
     std::size_t used = 0;
-    // A group is stored as 4 bytes of which the last belongs to the next group, so the last group
-    // of all is left to the loop below.
+    // Each group is stored as 4 bytes, the last of which belongs to the next group; the loop below
+    // therefore handles the very last group.
     for (; length - used > 16; used += 16, data += 12) {
         std::uint32_t const first = decodeGroup(text + used);
         std::uint32_t const second = decodeGroup(text + used + 4);
@@ -131,9 +131,9 @@ constexpr Kernel const* allKernels[] = {
     &scalarKernel,
 };
 
-// Constant initialised, so that static initialisers of other libraries may encode and decode before
-// those of this library have run. Threads that race for the first use all store the same pointer,
-// and what it points to is constant too: no ordering is needed.
+// Constant-initialized, so that static initialisers of other libraries can encode and decode before
+// those of this library have run. Threads that race for the first use all store the same pointer to
+// a constant, so no ordering is needed.
 constinit std::atomic<Kernel const*> chosen{nullptr};
 
 std::string hexByte(char character) {
@@ -142,7 +142,7 @@ std::string hexByte(char character) {
     return {'0', 'x', digits[value >> 4], digits[value & 15]};
 }
 
-// text[offset] is outside the alphabet.
+// Throws because text[offset] is outside the alphabet.
 [[noreturn]] void throwBadCharacter(std::string_view text, std::size_t offset) {
     if (text[offset] == '=')
         throw Exception::InvalidParameter("base64: misplaced padding at offset " +
@@ -151,14 +151,14 @@ std::string hexByte(char character) {
                                       std::to_string(offset) + " is not in the alphabet");
 }
 
-// There is a character outside the alphabet in the group of 4 at offset.
+// Throws because the group of 4 at offset has a character outside the alphabet.
 [[noreturn]] void throwBadGroup(std::string_view text, std::size_t offset) {
     while (valueOf(static_cast<unsigned char>(text[offset])) >= 0)
         ++offset;
     throwBadCharacter(text, offset);
 }
 
-// A line end or a blank is the usual reason for a wrong length, so a stray character is named
+// The usual reason for a wrong length is a line end or a space, so a stray character is reported
 // first.
 [[noreturn]] void throwBadLength(std::string_view text) {
     for (std::size_t offset = 0; offset < text.size(); ++offset) {
@@ -170,14 +170,16 @@ std::string hexByte(char character) {
                                       std::to_string(text.size() / 4 * 4) + " is incomplete");
 }
 
-// Padding characters of a text whose length is a multiple of 4: those in its last two places.
+// The number of padding characters in the last two places of a text whose length is a multiple of
+// 4.
 std::size_t paddingOf(std::string_view text) noexcept {
     if (text.empty() || text.back() != '=')
         return 0;
     return text[text.size() - 2] == '=' ? 2 : 1;
 }
 
-// Decodes length characters at offset, whole groups without padding, to length / 4 * 3 bytes.
+// Decodes the length characters at offset, which are whole groups without padding, to length / 4 *
+// 3 bytes.
 void decodeGroups(Kernel const& kernel, std::string_view text, std::size_t offset,
                   std::size_t length, unsigned char* data) {
     char const* const begin = text.data() + offset;
@@ -187,7 +189,7 @@ void decodeGroups(Kernel const& kernel, std::string_view text, std::size_t offse
         throwBadGroup(text, offset + used);
 }
 
-// Decodes the last group of text, which ends with one or two padding characters, to 2 or 1 bytes.
+// Decodes the last group of text, which has one or two padding characters, to two bytes or one.
 void decodePaddedGroup(std::string_view text, std::size_t padding, unsigned char* data) {
     std::size_t const offset = text.size() - 4;
     char group[4] = {'A', 'A', 'A', 'A'};
@@ -197,7 +199,7 @@ void decodePaddedGroup(std::string_view text, std::size_t padding, unsigned char
         throwBadGroup(text, offset);
     unsigned char bytes[4];
     std::memcpy(bytes, &word, 4);
-    // What the last character carries beyond the whole bytes ends up in the byte after these.
+    // The unused bits of the last character end up in the byte after the content.
     if (bytes[3 - padding] != 0)
         throw Exception::InvalidParameter("base64: the unused bits of the character at offset " +
                                           std::to_string(text.size() - padding - 1) +
@@ -273,16 +275,15 @@ std::size_t decodeWith(Kernel const& kernel, std::string_view text, unsigned cha
     std::size_t const content = text.size() / 4 * 3 - padding;
     std::size_t const wanted = std::min(length, content);
     if (wanted != 0 && data == nullptr)
-        throw Exception::InvalidParameter("base64: no buffer to decode to");
+        throw Exception::InvalidParameter("base64: no buffer to decode into");
 
-    // The groups before body have no padding; body is where the padded group begins, if there is
-    // one.
+    // The groups before body have no padding; the padded group, if any, begins at body.
     std::size_t const body = padding == 0 ? text.size() : text.size() - 4;
     std::size_t const direct = std::min(body, wanted / 3 * 4);
     decodeGroups(kernel, text, 0, direct, data);
 
-    // Only with a buffer that is too short for the content: the rest is decoded to be checked, and
-    // the first of it can still give one or two bytes for the buffer.
+    // If the buffer is too short for the content, the rest is decoded only to be checked; its first
+    // group can still yield one or two bytes for the buffer.
     std::size_t written = direct / 4 * 3;
     std::array<unsigned char, 3072> scratch;
     for (std::size_t offset = direct; offset < body;) {
@@ -309,7 +310,7 @@ std::size_t encodedSize(std::size_t bytes) {
     std::size_t const groups = bytes / 3 + (bytes % 3 != 0 ? 1 : 0);
     if (groups > std::numeric_limits<std::size_t>::max() / 4)
         throw Exception::InvalidParameter("base64: the text for " + std::to_string(bytes) +
-                                          " bytes is longer than the address space");
+                                          " bytes would exceed the address space");
     return groups * 4;
 }
 
@@ -328,14 +329,14 @@ void encode(unsigned char const* data, std::size_t length, std::string& out) {
     std::size_t const size = encodedSize(length);
     if (size > out.max_size())
         throw Exception::InvalidParameter("base64: the text for " + std::to_string(length) +
-                                          " bytes is longer than a string can be");
+                                          " bytes would exceed the maximum size of a string");
     if (size <= out.size() || size < 65536) {
         out.resize(size);
         encode(data, length, out.data());
         return;
     }
-    // Resizing would fill the new part with zeros, for a large block a pass over memory for
-    // nothing. Pieces that stay in the first level cache are cheaper.
+    // Resizing would first fill the new part with zeros, which for a large block costs another pass
+    // over memory. Pieces that stay in the first-level cache are cheaper.
     out.reserve(size);
     out.clear();
     std::array<char, 8192> piece;
@@ -371,12 +372,12 @@ unsigned int decodeSize(std::string const& text) {
     std::size_t const size = Base64::decodedSize(text);
     if (size > std::numeric_limits<unsigned int>::max())
         throw Exception::InvalidParameter("base64: the content of " + std::to_string(size) +
-                                          " bytes is too large for a 32 bit length");
+                                          " bytes is too large for a 32-bit length");
     return static_cast<unsigned int>(size);
 }
 
 unsigned int decodeBase64(std::string const& text, unsigned char* data, unsigned int length) {
-    // Not more than length, which is an unsigned int.
+    // The result is at most length, which is an unsigned int.
     return static_cast<unsigned int>(Base64::decode(text, data, length));
 }
 

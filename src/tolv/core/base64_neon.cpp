@@ -8,7 +8,7 @@
 #include <asm/hwcap.h>
 #include <sys/auxv.h>
 
-// NEON is optional on 32 bit ARM: the library is built without it, only these functions use it.
+// NEON is optional on 32-bit ARM: the library is built without it, and only these functions use it.
 #if defined(__ARM_NEON)
 #define TOLV_NEON
 #else
@@ -19,8 +19,8 @@
 namespace Tolv::Base64::Detail {
 namespace {
 
-// 6 bit values to characters. The offset between value and character changes at the start of each
-// of the five runs of the alphabet; a comparison gives the steps that apply.
+// Converts 6-bit values to characters. The offset between value and character changes at the start
+// of each of the five runs of the alphabet; comparisons select the steps that apply.
 TOLV_NEON TOLV_INLINE uint8x16_t charactersOf(uint8x16_t values) noexcept {
     uint8x16_t const lowerStep = vdupq_n_u8('a' - 'Z' - 1);
     uint8x16_t const digitStep = vdupq_n_u8('z' + 1 - '0');
@@ -33,7 +33,7 @@ TOLV_NEON TOLV_INLINE uint8x16_t charactersOf(uint8x16_t values) noexcept {
     return vaddq_u8(characters, vandq_u8(vceqq_u8(values, vdupq_n_u8(63)), slashStep));
 }
 
-// Characters to 6 bit values. Bytes of valid become zero where the character is not in the
+// Converts characters to 6-bit values. A byte of valid becomes zero if its character is not in the
 // alphabet.
 TOLV_NEON TOLV_INLINE uint8x16_t valuesOf(uint8x16_t characters, uint8x16_t& valid) noexcept {
     uint8x16_t const upper = vsubq_u8(characters, vdupq_n_u8('A'));
@@ -55,8 +55,8 @@ TOLV_NEON TOLV_INLINE uint8x16_t valuesOf(uint8x16_t characters, uint8x16_t& val
     return vorrq_u8(letters, others);
 }
 
-// 48 bytes to 64 characters a step; the loads and stores with (de)interleaving do the transposing
-// and touch exactly these.
+// Each step encodes 48 bytes to 64 characters. The interleaving loads and stores transpose the
+// data, and touch exactly these bytes.
 TOLV_NEON std::size_t encodeNeon(unsigned char const* data, std::size_t length,
                                  char* out) noexcept {
     uint8x16_t const sixBits = vdupq_n_u8(63);

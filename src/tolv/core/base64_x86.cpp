@@ -7,8 +7,8 @@
 
 #include <immintrin.h>
 
-// The functions carry their instruction set as an attribute: the library is built for the baseline
-// processor, and no flag of a build can let these instructions leak into other code.
+// Attributes select the instruction set for each function. The library itself is built for the
+// baseline processor, so these instructions cannot leak into other code.
 #define TOLV_SSSE3 __attribute__((target("ssse3")))
 #define TOLV_AVX2 __attribute__((target("avx2")))
 #define TOLV_INLINE inline __attribute__((always_inline))
@@ -16,7 +16,7 @@
 namespace Tolv::Base64::Detail {
 namespace {
 
-// Byte shuffles look up 16 entries. All tables are kept once per 128 bit lane.
+// A table for byte shuffles, which look up 16 entries; repeated for each 128-bit lane.
 struct alignas(32) Table {
     std::array<std::uint8_t, 32> entries;
 };
@@ -29,25 +29,25 @@ constexpr Table tableOf(Function function) {
     return table;
 }
 
-// Encoding, from a 6 bit value to its character: the alphabet consists of runs, in each of which
-// the character is the value plus a constant. A saturating subtraction of 51, and one more from 26
-// on, numbers them: 0 and 1 for the letters, 2..11 for the digits (one run, ten equal entries), 12
+// Encoding: 6-bit values to characters. The alphabet consists of runs, within which the character
+// is the value plus a constant. A saturating subtraction of 51, plus one for values from 26 on,
+// numbers the runs: 0 and 1 for the letters, 2..11 for the digits (one run, ten equal entries), 12
 // and 13 for the last two characters.
 constexpr Table characterOffset = tableOf([](unsigned int run) {
     unsigned int const firstValue = run < 2 ? run * 26 : run + 50;
     return firstValue < 64 ? static_cast<unsigned int>(alphabet[firstValue]) - firstValue : 0u;
 });
 
-// Spreads 3 bytes a b c to b a c b in each 32 bit element, so that both 16 bit halves hold, low
-// byte first, the bits of two characters.
+// Spreads 3 bytes a b c to b a c b in each 32-bit element, so that each 16-bit half holds the bits
+// of two characters, low byte first.
 constexpr Table spreadGroups = tableOf([](unsigned int i) {
     constexpr unsigned int order[] = {1, 0, 2, 1};
     return i / 4 * 3 + order[i % 4];
 });
 
-// Decoding. The high half of a byte names its class, the low half tells whether it is in the
-// alphabet: lowFaults[low] has the bit of each class in which this low half is no character. The
-// classes 4, 6 and 5, 7 (two by two the letters) have the same valid low halves and share a bit.
+// Decoding: the high half of a byte is its class, and the low half decides whether it is in the
+// alphabet: lowFaults[low] has the bit of each class in which this low half is not a character. Of
+// the letters, classes 4 and 6 have the same valid low halves and share a bit, and so do 5 and 7.
 constexpr unsigned int classBit(unsigned int high) noexcept {
     switch (high) {
     case 2:
@@ -76,8 +76,8 @@ constexpr Table lowFaults = tableOf([](unsigned int low) {
     return faults;
 });
 
-// What to add to a character to get its value. By its high half; '/' shares that with '+' and is
-// moved to the free place one below.
+// The number to add to a character to get its value, by the high half of the character. '/' has the
+// same high half as '+', so it is moved to the unused entry below.
 constexpr Table valueOffset = tableOf([](unsigned int index) -> unsigned int {
     constexpr unsigned char sample[] = {0, '/', '+', '0', 'A', 'P', 'a', 'p'};
     if (index == 0 || index > 7)
@@ -86,8 +86,8 @@ constexpr Table valueOffset = tableOf([](unsigned int index) -> unsigned int {
            0xffu;
 });
 
-// Takes the three decoded bytes out of each 32 bit element to the front of the lane. The four bytes
-// left over become zero.
+// Moves the three decoded bytes of each 32-bit element to the front of the lane. The remaining four
+// bytes become zero.
 constexpr Table packGroups =
     tableOf([](unsigned int i) { return i < 12 ? i / 3 * 4 + 2 - i % 3 : 0x80u; });
 
@@ -103,25 +103,25 @@ TOLV_SSSE3 TOLV_INLINE void store(void* to, __m128i value) noexcept {
     _mm_storeu_si128(static_cast<__m128i*>(to), value);
 }
 
-// 12 bytes at the front of in to 16 characters.
+// Encodes the 12 bytes at the front of in to 16 characters.
 TOLV_SSSE3 TOLV_INLINE __m128i encodeVector(__m128i in) noexcept {
     __m128i const pairs = _mm_shuffle_epi8(in, load(spreadGroups));
-    // There is no shift by a different count for each 16 bit half, so they are multiplied by powers
-    // of two: the high half of the product is a shift to the right, the low half one to the left.
+    // No instruction shifts each 16-bit half by its own count, so they are multiplied by powers of
+    // two: the high half of the product is a right shift, the low half a left shift.
     __m128i const evens = _mm_mulhi_epu16(_mm_and_si128(pairs, _mm_set1_epi32(0x0fc0fc00)),
                                           _mm_set1_epi32(0x04000040));
     __m128i const odds = _mm_mullo_epi16(_mm_and_si128(pairs, _mm_set1_epi32(0x003f03f0)),
                                          _mm_set1_epi32(0x01000010));
     __m128i const values = _mm_or_si128(evens, odds);
 
-    // A comparison that holds gives -1.
+    // A true comparison yields -1.
     __m128i const run = _mm_sub_epi8(_mm_subs_epu8(values, _mm_set1_epi8(51)),
                                      _mm_cmpgt_epi8(values, _mm_set1_epi8(25)));
     return _mm_add_epi8(values, _mm_shuffle_epi8(load(characterOffset), run));
 }
 
-// 16 characters to 12 bytes at the front. A byte of faults becomes non-zero where the character is
-// not in the alphabet.
+// Decodes 16 characters to 12 bytes at the front. A byte of faults becomes non-zero if its
+// character is not in the alphabet.
 TOLV_SSSE3 TOLV_INLINE __m128i decodeVector(__m128i in, __m128i& faults) noexcept {
     __m128i const halfMask = _mm_set1_epi8(0x0f);
     __m128i const high = _mm_and_si128(_mm_srli_epi32(in, 4), halfMask);
@@ -131,7 +131,7 @@ TOLV_SSSE3 TOLV_INLINE __m128i decodeVector(__m128i in, __m128i& faults) noexcep
 
     __m128i const index = _mm_add_epi8(high, _mm_cmpeq_epi8(in, _mm_set1_epi8('/')));
     __m128i const values = _mm_add_epi8(in, _mm_shuffle_epi8(load(valueOffset), index));
-    // 4 times 6 bits to 2 times 12 bits to 24 bits.
+    // Joins four 6-bit values to two of 12 bits, and these to one of 24.
     __m128i const pairs = _mm_maddubs_epi16(values, _mm_set1_epi32(0x01400140));
     __m128i const groups = _mm_madd_epi16(pairs, _mm_set1_epi32(0x00011000));
     return _mm_shuffle_epi8(groups, load(packGroups));
@@ -141,10 +141,11 @@ TOLV_SSSE3 TOLV_INLINE bool isZero(__m128i value) noexcept {
     return _mm_movemask_epi8(_mm_cmpeq_epi8(value, _mm_setzero_si128())) == 0xffff;
 }
 
-// The loops over single 128 bit vectors, from used on; the AVX2 kernel ends with them too.
+// The loops over single 128-bit vectors, from used on; the AVX2 kernel uses them for its last
+// blocks.
 TOLV_SSSE3 TOLV_INLINE std::size_t encodeRest128(unsigned char const* data, std::size_t length,
                                                  char* out, std::size_t used) noexcept {
-    // 16 bytes are read, 12 used.
+    // Each step reads 16 bytes and uses 12.
     for (; length - used >= 16; used += 12)
         store(out + used / 3 * 4, encodeVector(load(data + used)));
     return used;
@@ -152,7 +153,7 @@ TOLV_SSSE3 TOLV_INLINE std::size_t encodeRest128(unsigned char const* data, std:
 
 TOLV_SSSE3 TOLV_INLINE std::size_t decodeRest128(char const* text, std::size_t length,
                                                  unsigned char* data, std::size_t used) noexcept {
-    // 16 bytes are stored of which 12 stay: there must be two more groups.
+    // Each step stores 16 bytes, of which 12 are kept, so at least two more groups must follow.
     for (; length - used >= 24; used += 16) {
         __m128i faults;
         __m128i const bytes = decodeVector(load(text + used), faults);
@@ -207,7 +208,7 @@ TOLV_AVX2 TOLV_INLINE void store256(void* to, __m256i value) noexcept {
     _mm256_storeu_si256(static_cast<__m256i*>(to), value);
 }
 
-// 24 bytes (of 28 that are read) to 32 characters; each lane as in encodeVector().
+// Reads 28 bytes and encodes 24 of them to 32 characters; each lane works like encodeVector().
 TOLV_AVX2 TOLV_INLINE __m256i encodeVector256(unsigned char const* data) noexcept {
     __m256i const in =
         _mm256_inserti128_si256(_mm256_castsi128_si256(load(data)), load(data + 12), 1);
@@ -223,7 +224,7 @@ TOLV_AVX2 TOLV_INLINE __m256i encodeVector256(unsigned char const* data) noexcep
     return _mm256_add_epi8(values, _mm256_shuffle_epi8(load256(characterOffset), run));
 }
 
-// 32 characters to 24 bytes at the front, the rest zero; see decodeVector().
+// Decodes 32 characters to 24 bytes at the front and clears the rest; see decodeVector().
 TOLV_AVX2 TOLV_INLINE __m256i decodeVector256(char const* text, __m256i& faults) noexcept {
     __m256i const in = _mm256_loadu_si256(reinterpret_cast<__m256i const*>(text));
     __m256i const halfMask = _mm256_set1_epi8(0x0f);
@@ -259,7 +260,7 @@ TOLV_AVX2 std::size_t encodeAvx2(unsigned char const* data, std::size_t length,
 TOLV_AVX2 std::size_t decodeAvx2(char const* text, std::size_t length,
                                  unsigned char* data) noexcept {
     std::size_t used = 0;
-    // 32 bytes are stored of which 24 stay: there must be three more groups.
+    // Each step stores 32 bytes, of which 24 are kept, so at least three more groups must follow.
     for (; length - used >= 140; used += 128) {
         __m256i faults[4];
         char const* const from = text + used;
@@ -287,7 +288,7 @@ TOLV_AVX2 std::size_t decodeAvx2(char const* text, std::size_t length,
     return decodeRest128(text, length, data, used);
 }
 
-// The first call may come before the run time library has looked at the processor.
+// The first call may precede the run-time library's own detection of the processor.
 bool hasSsse3() noexcept {
     __builtin_cpu_init();
     return __builtin_cpu_supports("ssse3") != 0;

@@ -12,10 +12,9 @@
 #include <tolv/core/base64.h>
 #include <tolv/core/exceptions.h>
 
-// libstdc++ keeps a std::vector<bool> in machine words, first element in the least significant bit,
-// and its iterators give the address of their word. On a little endian machine the bytes of these
-// words are the packed form as it is: no unpacking at all. In its debug mode the iterators are
-// wrapped.
+// libstdc++ stores a std::vector<bool> in machine words, first element in the least significant
+// bit, and its iterators expose the address of their word. On a little-endian machine the bytes of
+// these words already are the packed form. In debug mode the iterators are wrapped.
 #if defined(__GLIBCXX__) && !defined(_GLIBCXX_DEBUG) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
 #define TOLV_BOOLS_ARE_PACKED 1
 #endif
@@ -30,20 +29,21 @@ using ComplexBools = std::vector<ComplexBool>;
 template <typename Vector>
 constexpr unsigned int elementsPerByte = std::is_same_v<Vector, Bools> ? 8 : 4;
 
-// Bytes for count elements, without the overflow of rounding up a count close to the largest.
+// The number of bytes for count elements. Rounding up must not overflow for a count near the
+// maximum.
 template <typename Vector>
 constexpr unsigned long long packedSize(unsigned long long count) noexcept {
     return count / elementsPerByte<Vector> + (count % elementsPerByte<Vector> != 0 ? 1 : 0);
 }
 
-// Refuses a count that does not go with the text. After it the count is known to be one that the
-// memory taken by the text justifies.
+// Refuses a count that does not match the text. A count that passes is in proportion to the size of
+// the text.
 template <typename Vector>
 void checkCount(std::string_view base64, unsigned long long count, Vector const& out) {
     std::size_t const held = Base64::decodedSize(base64);
     unsigned long long const needed = packedSize<Vector>(count);
     if (held != needed) {
-        // A text that is malformed has no size; then that is the fault to name.
+        // Malformed text has no meaningful size, so report that fault first.
         Base64::decode(base64, nullptr, 0);
         throw Exception::InvalidParameter("packed bits: " + std::to_string(count) +
                                           " elements need " + std::to_string(needed) +
@@ -51,16 +51,16 @@ void checkCount(std::string_view base64, unsigned long long count, Vector const&
     }
     if (count > out.max_size())
         throw Exception::InvalidParameter("packed bits: " + std::to_string(count) +
-                                          " elements are more than a vector can hold");
+                                          " elements exceed the maximum size of a vector");
 }
 
-// Refuses spare bits that are set in the last byte of count elements.
+// Refuses unused bits that are set in the last byte of count elements.
 template <typename Vector>
 void checkSpareBits(unsigned char lastByte, std::size_t count) {
     constexpr unsigned int perByte = elementsPerByte<Vector>;
     std::size_t const used = count % perByte * (8 / perByte);
     if (used != 0 && lastByte >> used != 0)
-        throw Exception::InvalidParameter("packed bits: the spare bits after " +
+        throw Exception::InvalidParameter("packed bits: the unused bits after " +
                                           std::to_string(count) + " elements are not zero");
 }
 
@@ -81,7 +81,7 @@ typename Vector::value_type elementOf(unsigned int bits) noexcept {
 
 using Bytes = std::unique_ptr<unsigned char[]>;
 
-// Checks count, decodes the text, checks the spare bits; gives packedSize(count) bytes.
+// Checks the count, decodes the text and checks the unused bits. Returns packedSize(count) bytes.
 template <typename Vector>
 Bytes decodePacked(std::string_view base64, unsigned long long count, Vector const& out) {
     checkCount(base64, count, out);
@@ -93,7 +93,7 @@ Bytes decodePacked(std::string_view base64, unsigned long long count, Vector con
     return bytes;
 }
 
-// Packs the elements from first on to bytes, element by element.
+// Packs the elements from first on into bytes, one by one.
 template <typename Vector>
 void packFrom(std::size_t first, Vector const& in, unsigned char* bytes) {
     constexpr unsigned int perByte = elementsPerByte<Vector>;
@@ -133,8 +133,8 @@ void decodePortable(std::string_view base64, unsigned long long count, Vector& o
     out = std::move(elements);
 }
 
-// Whether a ComplexBool is two bytes, real part first, of value 0 or 1: then four of them are moved
-// as one 64 bit word.
+// Whether a ComplexBool is two bytes of value 0 or 1, real part first. Four of them can then be
+// moved as one 64-bit word.
 constexpr bool complexIsTwoBytes = [] {
     if constexpr (std::endian::native == std::endian::little && sizeof(ComplexBool) == 2 &&
                   std::is_trivially_copyable_v<ComplexBool>) {
@@ -145,11 +145,11 @@ constexpr bool complexIsTwoBytes = [] {
     return false;
 }();
 
-// Eight bytes of value 0 or 1 to eight bits. The byte at place i times 2^(56 - 7 i) puts its bit at
-// 56 + i; no two of the products meet, so nothing carries into the highest byte.
+// Gathers eight bytes of value 0 or 1 into eight bits. Multiplying the byte at place i by 2^(56 - 7
+// i) moves its bit to 56 + i; no two products overlap, so nothing carries into the highest byte.
 constexpr std::uint64_t gatherBits = 0x0102040810204080u;
 
-// A byte to eight bytes of value 0 or 1, lowest bit first in memory.
+// Maps a byte to eight bytes of value 0 or 1, lowest bit first in memory.
 constexpr auto spreadBits = [] {
     std::array<std::uint64_t, 256> words{};
     for (std::size_t byte = 0; byte < words.size(); ++byte) {
@@ -185,8 +185,8 @@ void decodeBitsPortable(std::string_view base64, unsigned long long count,
 void encodeBits(std::vector<bool> const& in, std::string& base64) {
 #if defined(TOLV_BOOLS_ARE_PACKED)
     std::size_t const size = static_cast<std::size_t>(packedSize<Bools>(in.size()));
-    // The last group of up to three bytes goes by way of a copy: the bits after the last element
-    // are whatever the vector's past has left there.
+    // The last group of up to three bytes is copied first, because the bits after the last element
+    // are indeterminate.
     std::size_t const lastGroup = size == 0 ? 0 : (size - 1) / 3 * 3;
     std::array<unsigned char, 3> last{};
     packFrom(lastGroup * 8, in, last.data());
@@ -236,8 +236,8 @@ void decodeBits(std::string_view base64, unsigned long long count,
                 std::vector<std::complex<bool>>& out) {
     if constexpr (complexIsTwoBytes) {
         Bytes const bytes = decodePacked(base64, count, out);
-        // All that can be refused has been; from here on only the memory can be missing, and then
-        // resize() leaves out as it is.
+        // All checks have passed. From here on only an allocation can fail, and then resize()
+        // leaves out unchanged.
         out.resize(static_cast<std::size_t>(count));
         std::size_t const whole = out.size() / 4;
         for (std::size_t i = 0; i < whole; ++i)

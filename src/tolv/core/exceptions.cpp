@@ -1,7 +1,7 @@
 #include <tolv/core/exceptions.h>
 
-// The destructors stand here so that each class has one home for its type information: an
-// exception that is thrown in one library is caught by its class in another.
+// The destructors are defined here so that the type information of each class is emitted only once,
+// and an exception thrown in one library is caught by its class in another.
 namespace Tolv::Exception {
 
 Base::Base(std::string const& text) : std::runtime_error(text) {}

@@ -5,35 +5,36 @@
 
 #include <tolv/core/export.h>
 
-/// The failures of the platform. Each is built from one text, and `what()` gives that text back.
+/// The exceptions of this library. Each is constructed from one text, which `what()` returns.
 namespace Tolv::Exception {
 
-/// Root of the family: `catch (Tolv::Exception::Base const&)` takes all that this library raises
-/// by itself.
+/// The base class: `catch (Tolv::Exception::Base const&)` catches every exception that originates
+/// in this library.
 class TOLV_CORE_API Base : public std::runtime_error {
 public:
-    /// @param text says what has failed, for people.
+    /// @param text describes the failure for people.
     explicit Base(std::string const& text);
     Base(Base const&) = default;
     Base& operator=(Base const&) = default;
     ~Base() override;
 };
 
-/// The call makes no sense in the object's present state (a value read that was never set).
+/// The call is invalid in the current state of the object, such as reading a value that was never
+/// set.
 class TOLV_CORE_API InvalidOperation : public Base {
 public:
     using Base::Base;
     ~InvalidOperation() override;
 };
 
-/// An argument, or a text that was to be parsed, is not acceptable.
+/// An argument or a text to be parsed is not acceptable.
 class TOLV_CORE_API InvalidParameter : public Base {
 public:
     using Base::Base;
     ~InvalidParameter() override;
 };
 
-/// Arguments that are acceptable one by one contradict each other.
+/// Arguments that are each acceptable contradict each other.
 class TOLV_CORE_API InconsistentParameters : public Base {
 public:
     using Base::Base;
@@ -47,28 +48,28 @@ public:
     ~InsufficientResources() override;
 };
 
-/// A handle names nothing.
+/// A handle refers to nothing.
 class TOLV_CORE_API InvalidHandle : public Base {
 public:
     using Base::Base;
     ~InvalidHandle() override;
 };
 
-/// A failure of a class that is not known here.
+/// A failure whose class is not known here.
 class TOLV_CORE_API UnknownException : public Base {
 public:
     using Base::Base;
     ~UnknownException() override;
 };
 
-/// A number that stands for no enumerator.
+/// A number does not correspond to any enumerator.
 class TOLV_CORE_API InvalidEnumValue : public Base {
 public:
     using Base::Base;
     ~InvalidEnumValue() override;
 };
 
-/// A word that stands for no enumerator.
+/// A word does not correspond to any enumerator.
 class TOLV_CORE_API InvalidEnumLiteral : public Base {
 public:
     using Base::Base;

@@ -1,11 +1,11 @@
 #pragma once
 
 /// @file
-/// Symbols are hidden by default; what a user may call carries one of these marks.
+/// Symbols are hidden by default; one of these attributes exports the public ones.
 
-/// A symbol that a user of its library may link with.
+/// A symbol that is visible outside its library.
 #define TOLV_VISIBLE __attribute__((visibility("default")))
-/// A symbol that stays within its library.
+/// A symbol that is local to its library.
 #define TOLV_LOCAL __attribute__((visibility("hidden")))
 
 /// Exported from libTolvCore.

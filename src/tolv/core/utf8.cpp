@@ -11,7 +11,7 @@
 namespace Tolv {
 namespace {
 
-// Number of ASCII bytes at begin, looked for in whole steps and then byte by byte.
+// The number of ASCII bytes at begin, counted in whole steps and then byte by byte.
 std::size_t asciiRun(unsigned char const* begin, std::size_t length) noexcept {
     std::size_t run = 0;
 #if defined(__SSE2__)
@@ -36,8 +36,8 @@ std::size_t asciiRun(unsigned char const* begin, std::size_t length) noexcept {
 
 constexpr bool isContinuation(unsigned char byte) noexcept { return (byte & 0xc0) == 0x80; }
 
-// Length in bytes of the well-formed character of two or more bytes at begin, 0 when there is none.
-// RFC 3629 section 4: only the second byte has a range that depends on the first.
+// The length in bytes of the well-formed character of two or more bytes at begin, or 0 if there is
+// none. Only the range of the second byte depends on the first (RFC 3629 section 4).
 std::size_t sequenceLength(unsigned char const* begin, std::size_t length) noexcept {
     unsigned char const lead = begin[0];
     if (lead < 0xc2 || lead > 0xf4 || length < 2)
@@ -49,16 +49,16 @@ std::size_t sequenceLength(unsigned char const* begin, std::size_t length) noexc
     unsigned char lowest = 0x80;
     unsigned char highest = 0xbf;
     switch (lead) {
-    case 0xe0: // below: overlong
+    case 0xe0: // lower ones would be overlong
         lowest = 0xa0;
         break;
-    case 0xed: // above: surrogates
+    case 0xed: // higher ones would be surrogates
         highest = 0x9f;
         break;
-    case 0xf0: // below: overlong
+    case 0xf0: // lower ones would be overlong
         lowest = 0x90;
         break;
-    case 0xf4: // above: beyond U+10FFFF
+    case 0xf4: // higher ones would exceed U+10FFFF
         highest = 0x8f;
         break;
     default:
@@ -77,8 +77,8 @@ std::size_t findInvalidUtf8(std::string_view text) noexcept {
     std::size_t offset = 0;
     while (true) {
         offset += asciiRun(bytes + offset, text.size() - offset);
-        // Text in other scripts has its longer characters in runs, so no return to the search for
-        // ASCII after each one.
+        // Multi-byte characters come in runs, so do not return to the search for ASCII after each
+        // one.
         while (offset < text.size() && bytes[offset] >= 0x80) {
             std::size_t const size = sequenceLength(bytes + offset, text.size() - offset);
             if (size == 0)

@@ -30,7 +30,7 @@ int writeCatalogue(std::string const& path, Output& out) {
                      indentedJson(schemaOf(classes, entries[i].description)));
     }
     auto const index = path + "/index.html";
-    // A program gets the name as it is.
+    // Programs get the name unescaped.
     out.write((::isatty(STDOUT_FILENO) == 1 ? unquoted(index, 4096) : index) + '\n');
     return success;
 }
@@ -40,13 +40,13 @@ int writeCatalogue(std::string const& path, Output& out) {
 void addCatalogueCommand(CLI::App& app, Action& chosen) {
     auto const folder = std::make_shared<std::string>();
     auto* const command =
-        app.add_subcommand("catalogue", "Writes pages about all message classes, for a browser");
-    command->add_option("DIR", *folder, "Folder for the pages; made when it is not there")
+        app.add_subcommand("catalogue", "Writes HTML pages about all message classes");
+    command->add_option("DIR", *folder, "Folder for the pages, created if necessary")
         ->type_name("")
         ->required();
     command->footer(
-        "The pages need neither a server nor a network: open DIR/index.html, whose name\n"
-        "the command prints. The same program writes the same pages each time.\n"
+        "The pages need neither a server nor a network: open DIR/index.html, whose path the\n"
+        "command prints. The output is reproducible.\n"
         "\n"
         "Example:\n"
         "  xdg-open \"$(tolvmsg catalogue site)\"");

@@ -52,7 +52,7 @@ std::string memberName(std::string_view key) {
         auto end = at;
         while (end < key.size() && isUpper(key[end]))
             ++end;
-        // The last capital of a run begins the next word, unless the run is a plural: "IDs".
+        // The last capital of a run begins the next word, unless the run is a plural such as "IDs".
         auto const plural =
             end < key.size() && key[end] == 's' && (end + 1 == key.size() || isUpper(key[end + 1]));
         if (end - at > 1 && end < key.size() && !plural)

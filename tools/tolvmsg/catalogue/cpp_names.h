@@ -8,23 +8,23 @@
 
 namespace Tolv::Tool::Catalogue {
 
-/// Names of variables, each given once.
+/// Generates unique variable names.
 class VariableNames {
 public:
-    /// `wanted`, or with a number behind it when it is taken.
+    /// `wanted`, with a number appended if it is taken.
     std::string take(std::string const& wanted);
 
 private:
     std::set<std::string> taken_{"message", "data", "tree", "text", "received"};
 };
 
-/// "hardwareModule" for "App::HardwareModule".
+/// The variable name for a type: "hardwareModule" for "App::HardwareModule".
 std::string variableFor(Msgs::Introspection::Type const& type);
 
 /// A text as a C++ literal.
 std::string cppString(std::string_view text);
 
-/// A value that the field takes, as C++: its default where that tells something.
+/// A valid value of the field as C++: its default, if that is informative.
 std::string cppValue(Msgs::Introspection::FieldDescription const& field);
 
 } // namespace Tolv::Tool::Catalogue

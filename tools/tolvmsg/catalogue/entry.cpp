@@ -16,7 +16,7 @@ Type const* inside(Type const* type, TypeKind kind) {
 
 void unfold(std::vector<FieldDescription> const& fields, std::size_t depth,
             std::vector<Row>& rows) {
-    constexpr std::size_t deepest = 12; // a record that holds itself has no end
+    constexpr std::size_t deepest = 12; // a record may contain itself
     for (auto const& field : fields) {
         rows.push_back({field, depth});
         if (auto const* const record = recordIn(field.type); record != nullptr && depth < deepest)

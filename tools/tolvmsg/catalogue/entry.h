@@ -13,10 +13,10 @@ namespace Tolv::Tool::Catalogue {
 /// A field of a message, on its own line.
 struct Row {
     Msgs::Introspection::FieldDescription field;
-    std::size_t depth = 0; ///< in how many records it is
+    std::size_t depth = 0; ///< number of enclosing records
 };
 
-/// What the catalogue tells of one class.
+/// The catalogue entry of one class.
 struct Entry {
     explicit Entry(MessageClass const& known);
 
@@ -24,13 +24,13 @@ struct Entry {
 
     MessageClass const* known;
     Msgs::Introspection::ClassDescription description;
-    std::string stem;      ///< of the names of its files
-    std::vector<Row> rows; ///< all fields, those of a record behind the record
+    std::string stem;      ///< stem of its file names
+    std::vector<Row> rows; ///< all fields; those of a record follow the record
 };
 
-/// The record that a field holds, itself or in a list; null when there is none.
+/// The record type that a field holds, directly or in a list; null if there is none.
 Msgs::Introspection::Type const* recordIn(Msgs::Introspection::Type const* type);
-/// The same for whole messages.
+/// The same for message types.
 Msgs::Introspection::Type const* messageIn(Msgs::Introspection::Type const* type);
 
 } // namespace Tolv::Tool::Catalogue

@@ -6,7 +6,7 @@ namespace Tolv::Tool::Catalogue {
 
 namespace {
 
-/// A tag that has no content.
+/// A void element, without a closing tag.
 Html single(std::string_view name, Attributes const& attributes) {
     auto text = tag(name, attributes, {}).text();
     text.resize(text.size() - name.size() - 3); // without the closing tag

@@ -5,20 +5,20 @@
 #include <vector>
 
 /// @file
-/// HTML in the making. What is text becomes escaped when it becomes HTML, so that no text can be
-/// mistaken for markup.
+/// HTML fragments. Text is escaped when it is converted to HTML, so that it cannot be mistaken for
+/// markup.
 namespace Tolv::Tool::Catalogue {
 
 class Html {
 public:
     Html() = default;
-    // NOLINTBEGIN(google-explicit-constructor): a text is HTML, once it is escaped
+    // NOLINTBEGIN(google-explicit-constructor): converting escapes the text
     Html(std::string_view text);
     Html(std::string const& text) : Html(std::string_view(text)) {}
     Html(char const* text) : Html(std::string_view(text)) {}
     // NOLINTEND(google-explicit-constructor)
 
-    /// Text that is markup already.
+    /// HTML from text that already is markup.
     static Html markup(std::string text);
 
     [[nodiscard]] std::string const& text() const noexcept { return text_; }
@@ -47,11 +47,11 @@ inline Html tag(std::string_view name, Html const& content) { return tag(name, {
 Html link(std::string const& target, Html const& content);
 Html code(std::string_view text);
 
-/// Lines of code with a button that copies them.
+/// Lines of code with a copy button.
 Html listing(std::string const& id, std::string_view text);
 
-/// A whole page; `body` is what stands below the header.
-/// @param search whether the header has a field for it; the index has a larger one of its own
+/// A whole page; `body` is the content below the header.
+/// @param search whether the header has a search field; the index page has a larger one of its own
 std::string page(std::string_view title, Html const& body, bool search);
 
 } // namespace Tolv::Tool::Catalogue

@@ -95,17 +95,17 @@ private:
             field.required ? tag("span", {{"class", "badge"}}, "required") : muted("optional");
         return tag("tr", key + cell("Type", type(field)) + cell("Required", required) +
                              cell("Default", defaultOf(field)) + cell("Unit", field.unit) +
-                             cell("Values", isId(row) ? muted("no other") : values(field))) +
+                             cell("Values", isId(row) ? muted("fixed") : values(field))) +
                "\n";
     }
 
-    /// The field that makes the message one of its class.
+    /// Whether this is the message id, which is fixed for a class.
     static bool isId(Row const& row) { return row.depth == 0 && row.field.key == "MessageID"; }
 
-    /// What the values are, and, where that says more, their C++ type.
+    /// The type of the values, with the C++ type if that is more specific.
     Html type(FieldDescription const& field) const {
         if (field.type == nullptr)
-            return muted("not known");
+            return muted("unknown");
         auto const* inner = field.type;
         while (inner->kind == TypeKind::list)
             inner = inner->element;
@@ -121,7 +121,7 @@ private:
         }
     }
 
-    /// @param end what makes the words a plural
+    /// @param end the plural ending, or nothing
     Html kindName(Type const& type, std::string const& end = "") const {
         switch (type.kind) {
         case TypeKind::boolean:
@@ -177,7 +177,7 @@ private:
         if (auto const* const record = recordIn(&type); record != nullptr && record->strict)
             note(muted("read as a whole or not at all"));
         if (auto const* const message = messageIn(&type); message != nullptr && !message->messageId)
-            note(muted("any class that derives from it"));
+            note(muted("any derived class"));
         return html;
     }
 
@@ -191,9 +191,9 @@ private:
                                    : code(literal.word));
         auto const all = tag("ul", {{"class", "literals"}}, list);
         auto const title = counted(field.literals.size(), "value", "values") +
-                           (field.closed ? "" : ", others are taken");
+                           (field.closed ? "" : ", others are accepted");
         if (field.literals.size() <= most)
-            return all + (field.closed ? Html() : tag("div", muted("others are taken")));
+            return all + (field.closed ? Html() : tag("div", muted("others are accepted")));
         return tag("details", tag("summary", title) + all);
     }
 
@@ -201,7 +201,7 @@ private:
         auto const* const tree = classes_.example(known_.id);
         return section("example", "Example",
                        tree != nullptr ? listing("example-json", indentedJson(*tree))
-                                       : tag("p", muted("There is no way to build one here.")));
+                                       : tag("p", muted("This program cannot create one.")));
     }
 
     Html cpp() const {
@@ -211,17 +211,17 @@ private:
                        tag("h3", "Build and write") +
                            listing("cpp-build", buildingLines(classes_, entry_.description)) +
                            tag("h3", "Read") +
-                           tag("p", "Reading a field that did not read throws; " +
+                           tag("p", "Accessing a field that did not parse throws; check " +
                                         code("initialized()") +
-                                        " tells. Pointers are null where a key is absent.") +
+                                        " first. Pointers are null if the key is absent.") +
                            listing("cpp-read", readingLines(entry_.description)));
     }
 
     Html schema() const {
-        constexpr std::size_t most = 40000; // more is for programs alone
+        constexpr std::size_t most = 40000; // longer ones are only linked
         auto const text = indentedJson(schemaOf(classes_, entry_.description));
         auto content =
-            tag("p", "JSON Schema 2020-12 of what a well-formed writer sends: " +
+            tag("p", "JSON Schema 2020-12 of messages from a well-formed writer: " +
                          link(entry_.stem + ".schema.json", entry_.stem + ".schema.json"));
         if (text.size() <= most)
             content +=

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// The files beside the pages, as they stand in this folder; the build puts them into the program.
+/// The style sheet and the script of the pages. The build embeds these files into the program.
 namespace Tolv::Tool::Catalogue {
 
 extern std::string_view const siteCss;

@@ -1,17 +1,17 @@
-// Of all pages: the theme, the keys, the copying, and on the index the search. No library.
+// For all pages: theme, keyboard shortcuts, copy buttons, and on the index page the search.
 (() => {
     "use strict";
 
     const root = document.documentElement;
     const darkSystem = matchMedia("(prefers-color-scheme: dark)");
 
-    // Where pages may not store anything, the choice lasts as long as the page.
+    // If storage is not allowed, the choice lasts as long as the page.
     const stored = {
         get() { try { return localStorage.getItem("theme"); } catch { return null; } },
-        set(value) { try { localStorage.setItem("theme", value); } catch { /* not kept */ } },
+        set(value) { try { localStorage.setItem("theme", value); } catch { /* not stored */ } },
     };
 
-    // At once, before the page is painted.
+    // Immediately, before the page is painted.
     const chosen = stored.get();
     if (chosen === "light" || chosen === "dark")
         root.dataset.theme = chosen;
@@ -28,14 +28,14 @@
             await navigator.clipboard.writeText(source.textContent);
             button.textContent = "Copied";
         } catch {
-            getSelection().selectAllChildren(source); // the user's own keys do the rest
+            getSelection().selectAllChildren(source); // the user can copy with the keyboard
             button.textContent = "Selected";
         }
         setTimeout(() => { button.textContent = "Copy"; }, 1500);
     }
 
-    // How well one word of the query fits a message: 0 is best, -1 not at all. `why` tells of a hit
-    // in what the line doesn't show.
+    // How well one word of the query matches a message: 0 is best, -1 is no match. `why` receives
+    // matches in text that the line does not show.
     function fit(message, word, why) {
         if (message.brief.startsWith(word))
             return 0;
@@ -69,7 +69,7 @@
             role: item.querySelector(".role").textContent.toLowerCase(),
             keys: words(item.dataset.keys),
             records: item.dataset.records
-                // names of records may hold a space inside of angle brackets
+                // names of records may contain a space within angle brackets
                 ? item.dataset.records.split(/ (?![^<]*>)/) : [],
         }));
         let selected = -1;
@@ -128,7 +128,7 @@
             try {
                 history.replaceState(null, "",
                     query ? `?q=${encodeURIComponent(query)}` : location.pathname);
-            } catch { /* a page from a file may not be allowed to */ }
+            } catch { /* not always allowed for a local file */ }
         });
         field.addEventListener("keydown", (event) => {
             if (event.key === "ArrowDown" || event.key === "ArrowUp") {

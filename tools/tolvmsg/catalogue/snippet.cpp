@@ -15,7 +15,8 @@ constexpr auto prelude = "#include <tolv/messages.h>\n"
                          "using namespace Tolv::Msgs;\n"
                          "\n";
 
-/// Hand-written payloads have functions in place of fields; these are not named after the key.
+/// The accessor in a hand-written payload, which has functions instead of fields; some are not
+/// named after the key.
 std::string accessorName(std::string const& key) {
     if (key == "AppInstallFromLocation")
         return "location";
@@ -32,7 +33,7 @@ std::string setterName(std::string const& key) {
     return "set" + name;
 }
 
-/// What of a record is shown: all of it, or, in a message inside of another, what it must have.
+/// Which fields of a record to show: all, or in a nested message only the required ones.
 enum class Extent { all, required };
 
 class Lines {
@@ -44,7 +45,7 @@ public:
     }
     std::string const& text() const { return text_; }
 
-    /// @param record the expression that names the record
+    /// @param record the C++ expression for the record
     void build(std::vector<FieldDescription> const& fields, std::string const& record,
                bool handWritten, Extent extent) {
         for (auto const& field : fields)
@@ -94,7 +95,7 @@ private:
             add(member + " = " + made + ';');
     }
 
-    /// A class that may stand where `type` stands, best one with a simple value.
+    /// A class to use for `type`, preferably one with a simple value.
     std::string example(Type const& type) const {
         std::string first;
         for (auto const& known : classes_->all()) {

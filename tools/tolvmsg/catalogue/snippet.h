@@ -8,18 +8,18 @@
 #include "classes.h"
 
 /// @file
-/// The C++ lines that build and read a message.
+/// C++ code that builds and reads a message.
 namespace Tolv::Tool::Catalogue {
 
-/// The name of the member for a key: "ControlAttrID" -> "controlAttrId", "UUID" -> "uuid", and
-/// "value" for the short keys of attributes.
+/// The member name for a key: "ControlAttrID" -> "controlAttrId", "UUID" -> "uuid", and "value" for
+/// the short keys of attributes.
 std::string memberName(std::string_view key);
 
-/// Lines that build a message of the class with all its fields, and write it.
+/// Code that builds a message of the class with all its fields, and writes it.
 std::string buildingLines(Classes const& classes,
                           Msgs::Introspection::ClassDescription const& message);
 
-/// Lines that read a message of the class and look at all its fields.
+/// Code that reads a message of the class and accesses all its fields.
 std::string readingLines(Msgs::Introspection::ClassDescription const& message);
 
 } // namespace Tolv::Tool::Catalogue

@@ -1,15 +1,15 @@
-# bash completion of tolvmsg. Commands and options are those that its own --help lists.
+# bash completion for tolvmsg. Commands and options are taken from its --help.
 
 _tolvmsg_commands() {
     "$1" --help 2>/dev/null | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]\{1,\}\) .*/\1/p'
 }
 
-# Of the command $2, or without one.
+# The options of command $2, or of the program if it is empty.
 _tolvmsg_options() {
     "$1" ${2:+"$2"} --help 2>/dev/null | grep -oE '^  (-[a-z],)?--[a-z-]+' | grep -oE -- '--[a-z-]+'
 }
 
-# The names without their family: bash takes a colon for the end of a word.
+# The names without their family, since bash treats a colon as the end of a word.
 _tolvmsg_classes() {
     "$1" list 2>/dev/null | sed -n 's/^[^ ]* *[^ ]* *[A-Za-z]*::\([A-Za-z]*\).*/\1/p'
 }
@@ -46,7 +46,7 @@ _tolvmsg() {
         fi
         ;;
     esac
-    # Where there are no words, bash completes the names of files.
+    # Without words, bash completes file names.
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
 

@@ -7,11 +7,12 @@
 
 namespace Tolv::Detail {
 
-/// Memory that is given out piece by piece and given back as a whole. The first pieces stand inside
-/// of this object.
+/// Memory that is allocated piece by piece and released as a whole. The first pieces lie inside
+/// this object.
 class Arena {
 public:
-    /// @param expected bytes, at a guess: what goes beyond the inside is taken in blocks of that
+    /// @param expected the estimated number of bytes; what does not fit inside is allocated in
+    /// blocks of this size
     explicit Arena(std::size_t expected) noexcept
         : room_(std::clamp(expected / step * step, 2 * inside, mostRoom)) {}
     Arena(Arena const&) = delete;
@@ -21,12 +22,12 @@ public:
             ::operator delete(std::exchange(blocks_, blocks_->next));
     }
 
-    /// Room for any object of `bytes` bytes. @throws std::bad_alloc
+    /// Memory for any object of `bytes` bytes. @throws std::bad_alloc
     void* take(std::size_t bytes) {
         if (bytes > static_cast<std::size_t>(end_ - at_)) [[unlikely]]
             return takeFromNewBlock(bytes);
         auto* const taken = at_;
-        at_ += (bytes + step - 1) / step * step; // `end_` stands at a multiple of it, too
+        at_ += (bytes + step - 1) / step * step; // `end_` is also a multiple of it
         return taken;
     }
 
@@ -40,7 +41,7 @@ private:
     static constexpr std::size_t mostRoom = std::size_t{1} << 16U;
 
     void* takeFromNewBlock(std::size_t bytes) {
-        // What is large stands alone, so that no more than half of a block is lost.
+        // A large piece gets its own block, so that at most half of a block is wasted.
         auto const alone = bytes > room_ / 2;
         auto* const block =
             static_cast<Block*>(::operator new(sizeof(Block) + (alone ? bytes : room_)));

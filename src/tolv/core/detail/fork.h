@@ -4,12 +4,12 @@
 
 namespace Tolv::Detail {
 
-/// Has every `fork` of the process wait until no thread holds the mutex that `Get` returns, a
-/// lambda without captures. The child, which has none of the other threads, then finds it free.
-/// Without that, a child that needs the mutex waits for ever for a thread that it does not have.
+/// Makes every `fork` of the process wait until no thread holds the mutex that `Get`, a captureless
+/// lambda, returns. The mutex is then free in the child. Otherwise a child could wait forever for a
+/// mutex held by a thread that does not exist in the child.
 ///
-/// To be called once, while the library loads; unloading the library undoes it.
-/// @return false when memory runs out
+/// Call this once while the library loads; unloading the library undoes it.
+/// @return false if memory runs out
 template <class Get>
 bool holdAcrossFork(Get) noexcept {
     return pthread_atfork([] { Get{}().lock(); }, [] { Get{}().unlock(); },

@@ -11,16 +11,16 @@
 #endif
 
 /// @file
-/// The search that reading and writing JSON strings both come down to. Not installed.
+/// The scan that reading and writing JSON strings have in common. Not installed.
 namespace Tolv::Detail {
 
-/// Whether a byte cannot stand for itself in a JSON string: control characters, quote, backslash.
+/// Whether a byte must be escaped in a JSON string: control characters, quote and backslash.
 constexpr bool needsEscape(char byte) noexcept {
     return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
 }
 
-/// The first byte from `at` on that cannot stand for itself, or `end`. Sets `beyondAscii` when a
-/// byte before it is not ASCII, and leaves it else.
+/// The first byte from `at` on that must be escaped, or `end`. Sets `beyondAscii` if a byte before
+/// it is not ASCII, and otherwise leaves it unchanged.
 inline char const* endOfRun(char const* at, char const* end, bool& beyondAscii) noexcept {
 #if defined(TOLV_TEXT_RUN_SSE2)
     auto const quote = _mm_set1_epi8('"');
@@ -34,14 +34,14 @@ inline char const* endOfRun(char const* at, char const* end, bool& beyondAscii) 
         auto const stops = static_cast<unsigned int>(_mm_movemask_epi8(found));
         auto const high = static_cast<unsigned int>(_mm_movemask_epi8(bytes));
         if (stops != 0) {
-            beyondAscii |= (high & (stops - 1) & ~stops) != 0; // those below the lowest stop
+            beyondAscii |= (high & (stops - 1) & ~stops) != 0; // bytes before the first stop
             return at + std::countr_zero(stops);
         }
         beyondAscii |= high != 0;
     }
 #else
-    // A machine word at a time: the high bit of each byte of `stops` tells. What borrows run over
-    // lies above the lowest such byte, and only that one counts.
+    // One machine word at a time: the high bit of each byte of `stops` marks a stop. Borrows can
+    // only corrupt bytes above the lowest stop, and only the lowest one is used.
     using Word = std::size_t;
     constexpr auto ones = ~Word{0} / 0xFF;
     constexpr auto highs = ones * 0x80;
@@ -64,11 +64,11 @@ inline char const* endOfRun(char const* at, char const* end, bool& beyondAscii) 
     return at;
 }
 
-/// How many of 16 bytes, from the first on, are ASCII and can stand for themselves.
+/// How many of the 16 bytes, from the first on, are ASCII and need no escape.
 inline std::size_t plainRun16(char const* bytes16) noexcept {
 #if defined(TOLV_TEXT_RUN_SSE2)
     auto const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(bytes16));
-    // Compared as signed bytes, those beyond ASCII are below the space, too.
+    // As signed bytes, those beyond ASCII also compare less than the space.
     auto const found = _mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)),
                                     _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')),
                                                  _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
@@ -86,7 +86,7 @@ inline std::size_t plainRun16(char const* bytes16) noexcept {
 #endif
 }
 
-/// Whether all of the first `size` of 16 bytes are ASCII and can stand for themselves.
+/// Whether all of the first `size` of the 16 bytes are ASCII and need no escape.
 inline bool isPlainAscii(char const* bytes16, std::size_t size) noexcept {
     return plainRun16(bytes16) >= size;
 }

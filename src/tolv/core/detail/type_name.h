@@ -7,8 +7,8 @@
 
 namespace Tolv::Detail {
 
-/// The name of a class as people write it: without the namespaces of this project, without default
-/// template arguments. @throws std::bad_alloc
+/// The name of a class as people write it, without the namespaces of this project and without
+/// default template arguments. @throws std::bad_alloc
 TOLV_CORE_API std::string nameOf(std::type_info const& type);
 
 } // namespace Tolv::Detail

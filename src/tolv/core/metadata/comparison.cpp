@@ -42,11 +42,11 @@ bool isNumber(Element const& element) noexcept {
 
 using Pair = std::pair<Element const*, Element const*>;
 
-/// Where the walk stands in two arrays of the same size.
+/// The position of the walk in two arrays of the same size.
 struct Arrays {
     Array::ConstIterator left, right;
 
-    /// The next children; null behind the last.
+    /// The next children; null past the end.
     Pair next() noexcept {
         if (left == Array::ConstIterator())
             return {};
@@ -54,18 +54,18 @@ struct Arrays {
     }
 };
 
-/// Where the walk stands in two objects of the same size.
+/// The position of the walk in two objects of the same size.
 struct Objects {
     Object::ConstIterator left, right;
     Object const* others;
 
-    /// The next child on the left, and that of the same key on the right, which is null when there
-    /// is none. Both are null behind the last.
+    /// The next child on the left and the child of the same key on the right, which is null if the
+    /// key is absent. Both are null past the end.
     Pair next() noexcept {
         if (left == Object::ConstIterator())
             return {};
         auto const& member = *left++;
-        // Most often the keys are in the same order.
+        // Usually the keys are in the same order.
         auto const* const other = right != Object::ConstIterator() ? &*right++ : nullptr;
         if (other != nullptr && Access::equalTexts(member.key_, other->key_))
             return {&member.value, &other->value};
@@ -75,10 +75,10 @@ struct Objects {
 
 using Level = std::variant<Arrays, Objects>;
 
-/// The containers that the walk is in. The first levels need no allocation.
+/// The stack of containers that the walk is in. The first levels need no allocation.
 class Levels {
 public:
-    Levels() noexcept {} // NOLINT(modernize-use-equals-default): leaves the room as it is
+    Levels() noexcept {} // NOLINT(modernize-use-equals-default): leaves the buffer uninitialized
     Levels(Levels const&) = delete;
     Levels& operator=(Levels const&) = delete;
 
@@ -86,7 +86,7 @@ public:
     Level& top() noexcept { return items_[size_ - 1]; }
     void pop() noexcept { --size_; }
 
-    /// @return false when there is no memory
+    /// @return false if memory runs out
     [[nodiscard]] bool push(Level const& level) noexcept {
         if (size_ == capacity_) {
             std::unique_ptr<Level[]> grown(new (std::nothrow) Level[capacity_ * 2]);
@@ -125,7 +125,7 @@ Verdict compare(Container const& left, Container const& right) noexcept {
     return left.empty() || areShared(left, right) ? Verdict::equal : Verdict::dependsOnChildren;
 }
 
-/// Compares two elements without a look at their children.
+/// Compares two elements without their children.
 Verdict compare(Element const& left, Element const& right) noexcept {
     auto const verdict = [](bool equal) { return equal ? Verdict::equal : Verdict::different; };
     if (isNumber(left) && isNumber(right))
@@ -159,7 +159,7 @@ Level levelOf(Element const& left, Element const& right) noexcept {
                           : levelOf(left.object(), right.object());
 }
 
-/// Without recursion, since a tree may be a million levels deep.
+/// Not recursive, since a tree may be a million levels deep.
 bool equalChildren(Level const& root) noexcept {
     Levels levels;
     if (!levels.push(root))

@@ -11,7 +11,7 @@ namespace Tolv::MetaData {
 
 namespace {
 
-/// What a type takes, in messages.
+/// What a type accepts, in error texts.
 template <class T>
 constexpr char const* wanted = nullptr;
 template <>
@@ -43,7 +43,7 @@ std::string numberText(T number) {
     return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
 }
 
-/// What was found: the number itself where its kind alone does not tell what is wrong with it.
+/// What was found: the number itself if its kind alone does not show what is wrong.
 std::string found(Element const& element, bool numberWanted) {
     if (numberWanted) {
         if (element.isSigned())
@@ -81,7 +81,7 @@ bool tryInteger(Element const& element, T& value) noexcept {
     }
     if (!element.isFloating())
         return false;
-    // The largest integers are no doubles, but the powers of two next to them are.
+    // The largest integers are not exact doubles, but the powers of two just beyond them are.
     auto const number = element.floatingNumber();
     auto const beyond = std::ldexp(1.0, std::numeric_limits<T>::digits);
     auto const least = std::is_signed_v<T> ? -beyond : 0.0;
@@ -103,8 +103,8 @@ bool tryComplex(Element const& element, std::complex<T>& value) noexcept {
     return true;
 }
 
-/// Reads all children. @return the index of the first that is no T, or their number; `value` is
-/// only written to when all were read
+/// Reads all children; `value` is written only if all are valid.
+/// @return the index of the first that is not a T, or their number
 template <class T>
 unsigned int readList(Array const& array, std::vector<T>& value) {
     std::vector<T> items(array.size());
@@ -209,7 +209,7 @@ bool TryGetAs(Element const& element, double& value) noexcept {
     default:
         return false;
     }
-    // JSON has no numbers for these; the writer puts them into strings.
+    // JSON has no numbers for these; the writer emits them as strings.
     using Numbers = std::numeric_limits<double>;
     if (element.text() == "NaN")
         value = Numbers::quiet_NaN();

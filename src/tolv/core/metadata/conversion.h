@@ -9,11 +9,12 @@
 #include <tolv/core/metadata/element.h>
 
 /// @file
-/// Values into elements and back.
+/// Conversion of values to elements and back.
 ///
-/// Reading takes any number that fits, whatever its kind: 3.0 is a valid `int`; 3.5 and 3e10 are
-/// not. A `double` takes every number, the nearest one for large integers, and the strings "NaN",
-/// "Infinity" and "-Infinity". A `std::complex` is an array of two: real part, imaginary part.
+/// Reading accepts any number that fits, whatever its kind: 3.0 is a valid `int`; 3.5 and 3e10 are
+/// not. A `double` accepts every number (large integers become the nearest double) and the strings
+/// "NaN", "Infinity" and "-Infinity". A `std::complex` is an array of two: real part, imaginary
+/// part.
 namespace Tolv::MetaData {
 
 class PartiallySerializableInterface;
@@ -23,7 +24,7 @@ namespace Detail {
 template <class T, class... Ts>
 inline constexpr bool isOneOf = (std::is_same_v<T, Ts> || ...);
 
-/// The types that convert by themselves, without being records.
+/// The types that have a conversion of their own, without being records.
 template <class T>
 inline constexpr bool isScalar =
     isOneOf<T, bool, unsigned char, unsigned short, int, unsigned int, long long,
@@ -33,8 +34,9 @@ inline constexpr bool isScalar =
 } // namespace Detail
 
 /// @{
-/// Extension: `GetAs` without the throw: false when the element is of the wrong kind or its number
-/// doesn't fit, and then `value` is as it was. The forms for texts and lists may run out of memory.
+/// Extension: like `GetAs`, but returns false instead of throwing if the element is of the wrong
+/// kind or its number does not fit; `value` is then unchanged. The overloads for strings and lists
+/// may throw `std::bad_alloc`.
 TOLV_CORE_API bool TryGetAs(Element const& element, bool& value) noexcept;
 TOLV_CORE_API bool TryGetAs(Element const& element, unsigned char& value) noexcept;
 TOLV_CORE_API bool TryGetAs(Element const& element, unsigned short& value) noexcept;
@@ -66,14 +68,14 @@ consteval void requireConversion() {
 } // namespace Detail
 
 /// Reads `element` into `value`.
-/// @throws Exception::InvalidParameter when the element is of the wrong kind or its number doesn't
-/// fit; the text says what was expected and found. `value` is then as it was.
+/// @throws Exception::InvalidParameter if the element is of the wrong kind or its number does not
+/// fit; the text says what was expected and what was found. `value` is then unchanged.
 template <class T>
 void GetAs([[maybe_unused]] Element const& element, [[maybe_unused]] T& value) {
     Detail::requireConversion<T>();
 }
 
-/// The same as a result.
+/// The same, returning the value.
 template <class T>
 T GetAs(Element const& element) {
     T value{};
@@ -81,13 +83,13 @@ T GetAs(Element const& element) {
     return value;
 }
 
-/// Replaces the content of `element` by `value`.
+/// Replaces the content of `element` with `value`.
 template <class T>
 void SetAs([[maybe_unused]] T const& value, [[maybe_unused]] Element& element) {
     Detail::requireConversion<T>();
 }
 
-/// @cond the templates above are what people look for
+/// @cond the templates above document these
 #define TOLV_CONVERSION(...)                                                                       \
     template <>                                                                                    \
     TOLV_CORE_API void GetAs(Element const& element, __VA_ARGS__& value);                          \
@@ -109,7 +111,7 @@ TOLV_CONVERSION(std::vector<std::string>)
 #undef TOLV_CONVERSION
 /// @endcond
 
-/// Has `value` write itself, through its virtual `copyToMetaData`.
+/// Writes `value` through its virtual `copyToMetaData`.
 template <>
 TOLV_CORE_API void SetAs(PartiallySerializableInterface const& value, Element& element);
 

@@ -9,9 +9,9 @@ namespace Tolv::MetaData::Diagnostics {
 
 namespace {
 
-/// Prints one line, at once if it isn't long, and without an allocation: memory may have run out.
-/// The output is unformatted: a width or fill that the program has set for its own next output
-/// neither changes the line nor is used up by it.
+/// Prints one line, in a single write unless it is long, and without allocating, since memory may
+/// have run out. The output is unformatted: a width or fill that the program has set for its own
+/// next output neither affects the line nor is consumed by it.
 void print(std::initializer_list<std::string_view> parts) noexcept {
     auto const write = [](std::string_view text) {
         std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
@@ -29,7 +29,7 @@ void print(std::initializer_list<std::string_view> parts) noexcept {
             size = 0;
         }
         write({line, size});
-    } catch (...) { // NOLINT(bugprone-empty-catch): whoever makes the stream throw knows why
+    } catch (...) { // NOLINT(bugprone-empty-catch): a failing diagnostic must not fail the read
     }
 }
 

@@ -34,8 +34,8 @@ void acquire(std::atomic<std::uint32_t>& refs) noexcept {
     refs.fetch_add(1, std::memory_order_relaxed);
 }
 
-/// True when the caller held the last reference. The plain load saves the locked operation in the
-/// common case of a tree that is not shared.
+/// True if the caller held the last reference. The plain load avoids the locked operation in the
+/// common case of an unshared tree.
 bool drop(std::atomic<std::uint32_t>& refs) noexcept {
     return refs.load(std::memory_order_acquire) == 1 ||
            refs.fetch_sub(1, std::memory_order_acq_rel) == 1;
@@ -59,7 +59,7 @@ Rep* allocate(std::uint64_t items, Arena* arena = nullptr) {
 
 std::uint32_t checkedTextSize(std::size_t size) {
     if (size > std::numeric_limits<std::uint32_t>::max())
-        throw Exception::InvalidParameter("a string of 4 GiB or more does not fit an element");
+        throw Exception::InvalidParameter("a string of 4 GiB or more does not fit into an element");
     return static_cast<std::uint32_t>(size);
 }
 
@@ -91,14 +91,14 @@ void destroyText(TextRep* rep) noexcept {
 
 ArrayRep* newArray(std::uint32_t capacity, Arena* arena = nullptr) {
     auto* const rep = allocate<ArrayRep, Element>(capacity, arena);
-    rep->exposed = arena != nullptr; // to be copied
+    rep->exposed = arena != nullptr; // so that copies do not share it
     rep->capacity = capacity;
     return rep;
 }
 
 ObjectRep* newObject(std::uint32_t capacity, Arena* arena = nullptr) {
     auto* const rep = allocate<ObjectRep, Member>(capacity, arena);
-    rep->exposed = arena != nullptr; // to be copied
+    rep->exposed = arena != nullptr; // so that copies do not share it
     rep->isObject = true;
     rep->capacity = capacity;
     return rep;
@@ -149,7 +149,8 @@ template <class Item>
     return nullptr;
 }
 
-/// Where the child at `index` stands or will stand; null where there is no room for it yet.
+/// The address of the child at `index`, which may not exist yet; null if there is no memory for it
+/// yet.
 template <class Rep>
 auto* placeOf(Rep& rep, std::uint32_t index) noexcept {
     if (index < rep.capacity) [[likely]]
@@ -157,7 +158,7 @@ auto* placeOf(Rep& rep, std::uint32_t index) noexcept {
     return placeIn(rep.more, index - rep.capacity);
 }
 
-/// Makes room for `capacity` children in all.
+/// Allocates memory for a total of `capacity` children.
 template <class Item>
 void makeRoom(Detail::Children<Item>& rep, std::uint32_t capacity) {
     auto room = rep.capacity;
@@ -171,8 +172,8 @@ void makeRoom(Detail::Children<Item>& rep, std::uint32_t capacity) {
     *end = added;
 }
 
-/// Makes room for `size` children in all, and for twice as many as there are where there is none,
-/// so that growing is linear and the chunks are few.
+/// Ensures memory for a total of `size` children. Doubles the memory when it must grow, so that
+/// growth is linear and chunks are few.
 template <class Rep>
 [[gnu::noinline]] void grow(Rep& rep, std::uint32_t size) {
     if (size > mostChildren)
@@ -182,7 +183,7 @@ template <class Rep>
                  std::max({size, rep.size > mostChildren / 2 ? mostChildren : rep.size * 2, 4U}));
 }
 
-/// Where the next child will stand.
+/// The address of the next child.
 template <class Rep>
 auto* placeOfNext(Rep& rep) {
     if (rep.size >= rep.capacity) [[unlikely]]
@@ -196,7 +197,7 @@ void freeChunks(Detail::Children<Item>& rep) noexcept {
         ::operator delete(std::exchange(chunk, chunk->next));
 }
 
-/// Places an element into raw memory, taking the content of `source`.
+/// Constructs an element in raw memory, taking the content of `source`.
 void placeMoved(Element* raw, Element& source) noexcept { new (raw) Element(std::move(source)); }
 
 // ---- Members -------------------------------------------------------------------------------
@@ -232,7 +233,7 @@ std::uint32_t hashOf(std::string_view text) noexcept {
     return static_cast<std::uint32_t>(hash);
 }
 
-/// The slot of `key`: its member's, or the free one where it belongs.
+/// The slot of the member with `key`, or the free slot for it.
 Member** slotOf(Index& index, std::string_view key) noexcept {
     for (auto i = hashOf(key) & index.mask;; i = (i + 1) & index.mask) {
         auto** const slot = index.slots() + i;
@@ -241,8 +242,8 @@ Member** slotOf(Index& index, std::string_view key) noexcept {
     }
 }
 
-/// An index of all members with room for as many again. Sets `duplicate` to the place of a member
-/// whose key stands before it, too.
+/// Creates an index of all members with room for as many again. Sets `duplicate` to the position of
+/// a member whose key occurs before it.
 Index* newIndex(ObjectRep& rep, std::ptrdiff_t& duplicate, Arena* arena = nullptr) {
     auto const slots = std::bit_ceil(std::uint64_t{rep.size} * 4);
     if (slots > std::uint64_t{1} << 31U)
@@ -278,7 +279,7 @@ Member* findMember(ObjectRep& rep, KeyView const& key) noexcept {
     return findChild(rep, [&](Member const& member) { return member.key() == key.text(); });
 }
 
-/// A new null member behind the last; `rep` is not shared. Either done or unchanged.
+/// Appends a member with a null value. `rep` must not be shared; it is unchanged if this throws.
 Member& appendMember(ObjectRep& rep, KeyView const& key) {
     Element keyElement;
     if (key.isShort())
@@ -305,7 +306,7 @@ Member& appendMember(ObjectRep& rep, KeyView const& key) {
 
 // ---- Destruction: without recursion, since a tree may be a million levels deep --------------
 
-/// Containers that nobody refers to any more, chained through themselves.
+/// Containers without references, linked into a list.
 class Graveyard {
 public:
     Graveyard() = default;
@@ -323,7 +324,7 @@ public:
         }
     }
 
-    /// Drops what a plain element need not drop; leaves the element as it is.
+    /// Drops the content of an element that is not plain, without modifying the element.
     void drop(Element& element) noexcept {
         if (Access::isPlain(element))
             return;
@@ -359,17 +360,16 @@ private:
 
 // ---- Copying -------------------------------------------------------------------------------
 
-/// Copies trees level by level. What is not exposed is shared; what is exposed gets content of its
-/// own.
+/// Copies trees level by level. Exposed containers are copied; all others are shared.
 class Copier {
 public:
-    /// `target` is null. On a failure it holds a part, to be destroyed by its owner.
+    /// `target` must be null. On failure it holds a partial copy, which its owner destroys.
     void copy(Element const& source, Element& target) {
         copyOne(source, target);
         copyPending();
     }
 
-    /// Makes `target`, which is null, a container of copies of the children of `source`.
+    /// Makes `target`, which must be null, a container of copies of the children of `source`.
     void copy(ContainerRep& source, Element& target) {
         copyContent(source, target);
         copyPending();
@@ -420,7 +420,7 @@ private:
     std::vector<std::pair<Element const*, Element*>> pending_;
 };
 
-/// The container for one more handle: the same one, or a copy where it is exposed.
+/// The container for another handle: the same one, or a copy if it is exposed.
 ContainerRep* shareOrCopy(ContainerRep* rep) {
     if (rep == nullptr)
         return nullptr;
@@ -435,7 +435,7 @@ ContainerRep* shareOrCopy(ContainerRep* rep) {
     return copy;
 }
 
-/// Content that nobody else sees, for a handle that is about to be written to.
+/// Makes the content of a handle unshared before it is written to.
 template <class Rep>
 void detach(Rep*& rep) {
     if (!isShared(*rep))
@@ -513,7 +513,7 @@ TextRep* Detail::Access::share(TextRep* text) {
 
 namespace {
 
-/// Moves elements to raw memory, and leaves garbage where they were.
+/// Moves elements to raw memory; the sources are left indeterminate.
 void takeWords(std::span<Element> from, Element* raw) noexcept {
     std::memcpy(static_cast<void*>(raw), static_cast<void const*>(from.data()), from.size_bytes());
 }
@@ -649,7 +649,8 @@ Element& Array::operator[](unsigned int index) {
 
 Element const& Array::operator[](unsigned int index) const {
     if (index >= size())
-        throw Exception::InvalidParameter("index " + std::to_string(index) + " in an array of " +
+        throw Exception::InvalidParameter("index " + std::to_string(index) +
+                                          " is out of range for an array of " +
                                           std::to_string(size()));
     return *placeOf(*rep_, index);
 }
@@ -722,7 +723,7 @@ Element::Element(Array array) noexcept {
 }
 
 void Element::copyShared(Element const& other) {
-    // The words are null, so a throw from here leaves nothing behind.
+    // The words are null, so nothing leaks if this throws.
     if (auto* const container = Access::container(other)) {
         auto* const rep = shareOrCopy(container);
         Access::putContainer(*this, rep);
@@ -749,7 +750,7 @@ void Element::setString(std::string_view text) {
         words_[1] = image.high;
     } else {
         auto* const rep = copiedText(text);
-        Access::putLongText(*this, rep); // only now: `text` may be this element's own
+        Access::putLongText(*this, rep); // last, since `text` may view this element
     }
 }
 

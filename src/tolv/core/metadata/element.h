@@ -15,19 +15,19 @@
 /// @file
 /// The metadata tree: `Element`, `Array` and `Object`.
 ///
-/// All three are values. Copying one is cheap: the copies share their content until one of them is
-/// changed. A tree that came from a reader, or that has only been read since it was copied, is
-/// copied in constant time; content to which a writable reference has been handed out is copied
-/// for real, so that a reference taken before a copy never writes into the copy.
+/// All three are value types. Copies are cheap, because they share their content until one of them
+/// is modified. A tree that came from a reader, or that has only been read since it was copied, is
+/// copied in constant time. Content to which a writable reference has been handed out is copied
+/// deeply, so that a reference obtained before a copy never writes into the copy.
 ///
-/// What stays valid: references to children stay valid while keys or entries are added, so
-/// `array[9] = array[0]` and `object["new"] = object["old"]` are fine. Removing children ends
-/// references to them. Assigning to an element, or destroying it, ends all references into it; so
-/// does, for `const` references, any writing access to it after it was copied. An element must not
-/// be moved into a child of its own; copying it there is fine.
+/// Reference validity: references to children remain valid while keys or entries are added, so
+/// `array[9] = array[0]` and `object["new"] = object["old"]` are safe. Removing children
+/// invalidates references to them. Assigning to an element or destroying it invalidates all
+/// references into it; a write access after a copy also invalidates `const` references. An element
+/// must not be moved into one of its own children; copying it there is safe.
 ///
-/// Threads: distinct values may be used from distinct threads at the same time, even where they
-/// share content. One value must not be used by two threads while one of them writes.
+/// Threads: distinct values may be used concurrently, even if they share content. A single value
+/// must not be used by another thread while one thread writes to it.
 namespace Tolv::MetaData {
 
 class Element;
@@ -40,7 +40,7 @@ struct TextRep;
 struct Member;
 struct Access;
 
-/// A run of children of an array or object, which stand behind this structure.
+/// A block of children of an array or object, stored directly after this structure.
 template <class Item>
 struct alignas(std::uint64_t) Chunk {
     Chunk* next = nullptr;
@@ -52,12 +52,12 @@ struct alignas(std::uint64_t) Chunk {
     }
 };
 
-/// Walks the children of an array or object in order.
+/// Iterates over the children of an array or object in order.
 template <class Item>
 class ChildIterator {
 public:
     /// @{
-    /// What the standard asks of an iterator.
+    /// Required of a standard iterator.
     using iterator_category = std::forward_iterator_tag;
     using value_type = Item;
     using difference_type = std::ptrdiff_t;
@@ -66,7 +66,7 @@ public:
     /// @}
 
     ChildIterator() noexcept = default;
-    /// Internal: `size` children, of which `capacity` stand at `items` and the others in `more`.
+    /// Internal: `size` children, of which `capacity` are at `items` and the others in `more`.
     ChildIterator(Item const* items, std::uint32_t capacity, Chunk<Item> const* more,
                   std::uint32_t size) noexcept
         : more_(more), left_(size) {
@@ -74,7 +74,7 @@ public:
     }
 
     /// @{
-    /// What the standard asks of an iterator.
+    /// Required of a standard iterator.
     reference operator*() const noexcept { return *at_; }
     pointer operator->() const noexcept { return at_; }
     ChildIterator& operator++() noexcept {
@@ -91,8 +91,8 @@ public:
     /// @}
 
 private:
-    /// Goes to the first of the children that are left: at `items`, or in the next chunk that has
-    /// room for any.
+    /// Moves to the first of the remaining children: at `items`, or in the next chunk that is not
+    /// empty.
     [[gnu::noinline]] void enter(Item const* items, std::uint32_t capacity) noexcept {
         at_ = nullptr;
         if (left_ == 0)
@@ -107,24 +107,24 @@ private:
         end_ = items + count;
     }
 
-    Item const* at_ = nullptr; ///< null: behind the last
+    Item const* at_ = nullptr; ///< null: past the end
     Item const* end_ = nullptr;
     Chunk<Item> const* more_ = nullptr;
-    std::uint32_t left_ = 0; ///< from `end_` on
+    std::uint32_t left_ = 0; ///< number of children from `end_` on
 };
 
 } // namespace Detail
 
-/// Tag of the null element.
+/// Tag type for the null element.
 struct Null {};
 
-/// One scalar on its way into an element: `Element(Trivial_T<bool>(true))`.
+/// Wraps a scalar for an element: `Element(Trivial_T<bool>(true))`.
 template <class T>
 class Trivial_T {
 public:
     /// Holds `value`.
     explicit Trivial_T(T value) : value_(std::move(value)) {}
-    /// What it holds.
+    /// The value.
     [[nodiscard]] T const& value() const& { return value_; }
     [[nodiscard]] T value() && { return std::move(value_); }
 
@@ -135,7 +135,7 @@ private:
 /// An ordered sequence of elements.
 class TOLV_CORE_API Array {
 public:
-    using ConstIterator = Detail::ChildIterator<Element>; ///< walks over the entries
+    using ConstIterator = Detail::ChildIterator<Element>; ///< iterates over the entries
 
     Array() noexcept = default;
     Array(Array const& other);
@@ -149,31 +149,31 @@ public:
 
     /// The first entry.
     [[nodiscard]] ConstIterator begin() const noexcept;
-    /// Behind the last entry.
+    /// Past the last entry.
     [[nodiscard]] ConstIterator end() const noexcept;
-    /// Number of entries.
+    /// The number of entries.
     [[nodiscard]] unsigned int size() const noexcept;
-    /// Whether there is no entry.
+    /// Whether there are no entries.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// The element at `index`. An index at or past the end grows the array with null elements up to
     /// that index.
-    /// @throws std::bad_alloc, and then the array is as it was.
+    /// @throws std::bad_alloc; the array is then unchanged.
     Element& operator[](unsigned int index);
-    /// @throws Exception::InvalidParameter when `index` is at or past the end.
+    /// @throws Exception::InvalidParameter if `index` is at or past the end.
     Element const& operator[](unsigned int index) const;
 
-    /// Cuts the array or fills it with null elements.
+    /// Truncates the array, or extends it with null elements.
     void resize(unsigned int size);
-    /// Takes all entries out.
+    /// Removes all entries.
     void clear() { resize(0); }
 
-    /// Extension: makes room for `capacity` elements in all, without adding any.
+    /// Extension: allocates memory for a total of `capacity` elements, without adding any.
     void reserve(unsigned int capacity);
-    /// Extension: adds one element behind the last.
+    /// Extension: appends an element.
     void push_back(Element element);
 
-    /// Extension: equal element by element, as elements are.
+    /// Extension: compares element by element, as `Element` does.
     friend TOLV_CORE_API bool operator==(Array const& left, Array const& right) noexcept;
 
 private:
@@ -185,11 +185,11 @@ private:
     Detail::ArrayRep* rep_ = nullptr; ///< null: empty
 };
 
-/// A map from key to element that keeps the order in which keys were added.
+/// A map from keys to elements that keeps the order of insertion.
 class TOLV_CORE_API Object {
 public:
-    /// Walks over the members: use `member.key()` and `member.value`; a key is a text inside of its
-    /// member, so `[key, value]` is not available.
+    /// Iterates over the members: use `member.key()` and `member.value`. Structured bindings such
+    /// as `[key, value]` are not available, because the text of a key is stored in its member.
     using ConstIterator = Detail::ChildIterator<Detail::Member>;
 
     Object() noexcept = default;
@@ -202,29 +202,29 @@ public:
             release();
     }
 
-    /// Extension: number of keys.
+    /// Extension: the number of keys.
     [[nodiscard]] unsigned int size() const noexcept;
-    /// Whether there is no key.
+    /// Whether there are no keys.
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
 
     /// Extension: the child of `key`, or null. Never throws. Constant time.
     [[nodiscard]] Element const* find(KeyView const& key) const noexcept;
 
-    /// Extension: the child of `key`, added as null behind the last when it is absent.
+    /// Extension: the child of `key`. An absent key is appended with a null child.
     Element& operator[](KeyView const& key);
 
-    /// Extension: takes `key` away; false when it was not there. Ends references to children.
+    /// Extension: removes `key`. Invalidates references to children. @return false if it was absent
     bool erase(KeyView const& key);
 
-    /// Extension: makes room for `capacity` keys in all, without adding any.
+    /// Extension: allocates memory for a total of `capacity` keys, without adding any.
     void reserve(unsigned int capacity);
 
-    /// Extension: the first member, in the order in which keys were added.
+    /// Extension: the first member, in the order of insertion.
     [[nodiscard]] ConstIterator begin() const noexcept;
-    /// Behind the last member.
+    /// Past the last member.
     [[nodiscard]] ConstIterator end() const noexcept;
 
-    /// Extension: equal when both have the same keys with equal children, in whatever order.
+    /// Extension: equal if both have the same keys with equal children, in any order.
     friend TOLV_CORE_API bool operator==(Object const& left, Object const& right) noexcept;
 
 private:
@@ -236,7 +236,7 @@ private:
     Detail::ObjectRep* rep_ = nullptr; ///< null: empty
 };
 
-/// What an element can be, as `Element::GetElementType` numbers it.
+/// The kinds of elements, numbered as by `Element::GetElementType`.
 enum class Kind : unsigned char {
     null = 0,
     boolean = 1,
@@ -248,16 +248,16 @@ enum class Kind : unsigned char {
     string = 7
 };
 
-/// The word for a kind in messages to people: "a string", "an array".
+/// The name of a kind for error texts: "a string", "an array".
 TOLV_CORE_API char const* describe(Kind kind) noexcept;
 
 /// One node of a tree: null, a boolean, a number, a string, an `Array` or an `Object`. 16 bytes;
 /// strings of up to 14 bytes need no allocation.
 class TOLV_CORE_API Element {
 public:
-    // NOLINTNEXTLINE(modernize-use-equals-default): with a default the union would have none
+    // NOLINTNEXTLINE(modernize-use-equals-default): a default would not initialize the union
     Element() noexcept {}
-    // NOLINTBEGIN(google-explicit-constructor): these make an element of a value
+    // NOLINTBEGIN(google-explicit-constructor): values convert to elements
     /// Null.
     Element(Null) noexcept {}
     Element(Object object) noexcept; ///< an object
@@ -297,10 +297,10 @@ public:
             release();
     }
 
-    /// Exchanges the contents, in constant time.
+    /// Exchanges the contents in constant time.
     void swap(Element& other) noexcept {
-        // Not by std::swap: an access through a reference to a word tells the compiler that it does
-        // not touch the pointer in `array_` or `object_`.
+        // Not std::swap: when it accesses a word through a reference, the compiler may assume that
+        // the pointer in `array_` or `object_` does not change.
         auto const low = words_[0];
         auto const high = words_[1];
         copyWords(other);
@@ -308,70 +308,71 @@ public:
         other.words_[1] = high;
     }
 
-    /// The number of this element's kind: 5 is an array; the others are those of `Kind`.
+    /// The kind of this element as a number; see `Kind`.
     [[nodiscard]] int GetElementType() const noexcept { return static_cast<int>(kind()); }
-    /// Extension: the same as a name.
+    /// Extension: the kind as an enumerator.
     [[nodiscard]] Kind kind() const noexcept {
         return tag() == tagLongText ? Kind::string : static_cast<Kind>(tag());
     }
 
-    /// @throws Exception::InvalidParameter when this is no boolean.
+    /// @throws Exception::InvalidParameter if this is not a boolean.
     [[nodiscard]] bool asBoolean() const;
-    /// @throws Exception::InvalidParameter when this is no string.
+    /// @throws Exception::InvalidParameter if this is not a string.
     [[nodiscard]] std::string asString() const;
-    /// Extension: the text without a copy; it lives as long as this element is not changed.
-    /// @throws Exception::InvalidParameter when this is no string.
+    /// Extension: the text without a copy, valid until this element is modified.
+    /// @throws Exception::InvalidParameter if this is not a string.
     [[nodiscard]] std::string_view asStringView() const&;
-    std::string_view asStringView() && = delete; ///< the text would end with the element
+    std::string_view asStringView() && = delete; ///< the view would dangle
 
-    /// The child of `key`. A null element becomes an object, an absent key a null child.
-    /// @throws Exception::InvalidParameter when this is neither an object nor null.
+    /// The child of `key`. A null element becomes an object; an absent key is added with a null
+    /// child.
+    /// @throws Exception::InvalidParameter if this is neither an object nor null.
     Element& operator[](std::string const& key) & { return child(KeyView(key)); }
     Element& operator[](KeyView const& key) & { return child(key); } ///< extension
     /// The same.
     Element& operator[](char const* key) & { return child(KeyView(key)); }
-    Element& operator[](int) = delete; ///< entries are reached through `Array&`
+    Element& operator[](int) = delete; ///< use `Array&` to access entries
 
     /// The child of `key`.
-    /// @throws Exception::InvalidParameter when this is no object or the key is absent.
+    /// @throws Exception::InvalidParameter if this is not an object or the key is absent.
     Element const& operator[](std::string const& key) const& { return child(KeyView(key)); }
     Element const& operator[](KeyView const& key) const& { return child(key); } ///< extension
     /// The same.
     Element const& operator[](char const* key) const& { return child(KeyView(key)); }
     Element const& operator[](int) const = delete;
 
-    /// The child of `key` of an element that ends with the expression, as an element of its own.
-    /// @throws Exception::InvalidParameter when this is no object or the key is absent.
+    /// A copy of the child of `key` of a temporary element.
+    /// @throws Exception::InvalidParameter if this is not an object or the key is absent.
     Element operator[](std::string const& key) const&& { return child(KeyView(key)); }
     Element operator[](KeyView const& key) const&& { return child(key); } ///< extension
     /// The same.
     Element operator[](char const* key) const&& { return child(KeyView(key)); }
 
-    /// Extension: the child of `key`, or null when this is no object or the key is absent.
+    /// Extension: the child of `key`, or null if this is not an object or the key is absent.
     [[nodiscard]] Element const* find(KeyView const& key) const& noexcept {
         return isObject() ? object().find(key) : nullptr;
     }
-    Element const* find(KeyView const& key) && = delete; ///< the child would end with the element
+    Element const* find(KeyView const& key) && = delete; ///< the pointer would dangle
 
-    // NOLINTBEGIN(google-explicit-constructor): the conversions are the way to the containers
+    // NOLINTBEGIN(google-explicit-constructor): conversions give access to the containers
     /// This element as an array; a null element becomes an empty one.
-    /// @throws Exception::InvalidParameter on any other kind.
+    /// @throws Exception::InvalidParameter for any other kind.
     operator Array&() &;
-    /// @throws Exception::InvalidParameter when this is no array.
+    /// @throws Exception::InvalidParameter if this is not an array.
     operator Array const&() const&;
-    operator Array() &&; ///< of an element that ends with the expression
-    /// @throws Exception::InvalidParameter when this is no object.
+    operator Array() &&; ///< takes the array out of a temporary element
+    /// @throws Exception::InvalidParameter if this is not an object.
     operator Object const&() const&;
     operator Object() &&; ///< likewise
     // NOLINTEND(google-explicit-constructor)
 
-    /// Extension: makes this an object with room for `members` keys, unless it is one already.
-    /// @throws Exception::InvalidParameter when this is neither an object nor null.
+    /// Extension: makes a null element an object, and allocates memory for `members` keys.
+    /// @throws Exception::InvalidParameter if this is neither an object nor null.
     Object& makeObject(unsigned int members);
 
     /// @{
-    /// Extension: whether it is of this kind. Of the numbers, which kind a value has says how it
-    /// was written, not what fits: use `TryGetAs` for that.
+    /// Extension: whether the element is of this kind. The kind of a number says how it was
+    /// written, not which types it fits; for that use `TryGetAs`.
     [[nodiscard]] bool isNull() const noexcept { return tag() == tagNull; }
     [[nodiscard]] bool isBoolean() const noexcept { return tag() == tagBoolean; }
     [[nodiscard]] bool isSigned() const noexcept { return tag() == tagSigned; }
@@ -385,8 +386,8 @@ public:
 
     /// @}
     /// @{
-    /// Extension: the content, without a check: only after the test of the same name was true.
-    /// Texts, arrays and objects are those of the element, and live as long as it is not changed.
+    /// Extension: the content, unchecked. Call these only if the test of the same name is true.
+    /// Texts, arrays and objects belong to the element and are valid until it is modified.
     [[nodiscard]] bool boolean() const noexcept { return words_[0] != 0; }
     [[nodiscard]] std::int64_t signedNumber() const noexcept {
         return static_cast<std::int64_t>(words_[0]);
@@ -403,7 +404,7 @@ public:
     }
     [[nodiscard]] Array const& array() const& noexcept { return array_; }
     [[nodiscard]] Object const& object() const& noexcept { return object_; }
-    std::string_view text() && = delete; // what these three refer to would end with the element
+    std::string_view text() && = delete; // these three would dangle
     Array const& array() && = delete;
     Object const& object() && = delete;
     /// @}
@@ -420,21 +421,20 @@ public:
         reset(std::bit_cast<std::uint64_t>(value), tagFloating);
     }
     /// @}
-    /// Extension: replaces the content by a string.
-    /// @throws std::bad_alloc for a text of more than 14 bytes, and Exception::InvalidParameter
-    /// for one of 4 GiB or more; the content is then as it was.
+    /// Extension: replaces the content with a string.
+    /// @throws std::bad_alloc for a text of more than 14 bytes, and Exception::InvalidParameter for
+    /// one of 4 GiB or more; the element is then unchanged.
     void setString(std::string_view text);
-    /// Makes this a string of `size` bytes, which the caller writes at once to where the result
-    /// points. @throws as `setString`.
+    /// Makes this a string of `size` bytes. The caller must write all of them immediately, at the
+    /// address returned. @throws as `setString`.
     /// @param size in bytes
-    /// @param isPlain the caller promises that each byte is ASCII and needs no escape in JSON, so
-    /// that no writer looks.
+    /// @param isPlain the caller guarantees that every byte is ASCII and needs no escape in JSON,
+    /// so that writers need not check.
     char* makeString(std::size_t size, bool isPlain = false);
 
-    /// Extension: equality of JSON values. Numbers are compared by exact value, whatever their
-    /// kind; a NaN equals a NaN. Nothing is copied, and content that both share is equal at once.
-    /// Memory is needed only for trees of more than 64 levels; they count as different when there
-    /// is none.
+    /// Extension: equality of JSON values. Numbers are compared by exact value, regardless of their
+    /// kind; NaN equals NaN. Nothing is copied, and shared content compares equal in constant time.
+    /// Trees of more than 64 levels need memory; if there is none, they compare unequal.
     friend TOLV_CORE_API bool operator==(Element const& left, Element const& right) noexcept;
 
 private:
@@ -452,7 +452,7 @@ private:
     static constexpr unsigned char tagText = Detail::inlineTextTag;
     static constexpr unsigned char tagLongText = 8;
 
-    /// Null, booleans, numbers and short texts are nothing but their 16 bytes.
+    /// Null, booleans, numbers and short texts own no memory beyond their 16 bytes.
     static constexpr unsigned int plainTags = 1U << tagNull | 1U << tagBoolean | 1U << tagSigned |
                                               1U << tagUnsigned | 1U << tagFloating | 1U << tagText;
 
@@ -489,7 +489,7 @@ static_assert(sizeof(Element) == 16);
 
 namespace Detail {
 
-/// One key of an object and its child.
+/// A key of an object and its child.
 struct Member {
     Element key_; ///< always a string
     Element value;
@@ -499,7 +499,7 @@ struct Member {
 
 } // namespace Detail
 
-/// True when `element` is an object that has `key`. Never throws.
+/// Whether `element` is an object that has `key`. Never throws.
 TOLV_CORE_API bool HasElement(Element const& element, std::string const& key) noexcept;
 /// Extension: the same.
 inline bool HasElement(Element const& element, KeyView const& key) noexcept {

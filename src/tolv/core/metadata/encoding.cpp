@@ -12,7 +12,7 @@ namespace {
 
 thread_local constinit EncodingScope* innermost = nullptr;
 
-/// Bytes from which on it is worth a note.
+/// The smallest block, in bytes, whose encoding is worth deferring.
 constexpr std::size_t leastDeferred = 4096;
 
 } // namespace
@@ -30,7 +30,7 @@ EncodingScope::~EncodingScope() {
         try {
             text->encode();
         } catch (std::bad_alloc const&) {
-            text->size = 0; // what is noted may be gone soon
+            text->size = 0; // the bytes may be destroyed soon
             text->bytes = {};
         }
     }

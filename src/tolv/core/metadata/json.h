@@ -11,43 +11,44 @@
 
 namespace Tolv::MetaData {
 
-/// Reads JSON text (RFC 8259) into a tree, strictly: valid UTF-8, no comment, no trailing comma,
-/// nothing but white space behind the value, and no key twice in one object (RFC 7493).
+/// Reads JSON text (RFC 8259) into a tree. The reader is strict: it requires valid UTF-8, and
+/// refuses comments, trailing commas, anything but white space after the value, and duplicate keys
+/// in an object (RFC 7493).
 ///
-/// Integers become signed numbers where they fit 64 bits signed, else unsigned ones where they fit,
-/// else, like all numbers with a fraction or an exponent, the nearest double. "-0" is the double
-/// -0.0; a number too large for a double is refused.
+/// An integer becomes a signed 64-bit number if it fits, otherwise an unsigned one if it fits. All
+/// other numbers, including those with a fraction or an exponent, become the nearest double. "-0"
+/// is the double -0.0; a number too large for a double is refused.
 struct TOLV_CORE_API ReaderJson {
-    /// Replaces `element` by the value of `text`.
-    /// @throws Exception::InvalidParameter whose text says what is wrong and at which byte, counted
-    /// from 0. `element` is then as it was.
+    /// Replaces `element` with the value of `text`.
+    /// @throws Exception::InvalidParameter if the text is refused, saying why and at which byte,
+    /// counted from 0. `element` is then unchanged.
     static void Read(Element& element, std::string_view text, Limits const& limits = {});
 
-    /// The same without a copy of long texts, such as encoded traces: strings of 4096 bytes and
-    /// more without escapes stay where they are, and keep the whole of `text` alive as long as an
-    /// element refers to one. `text` must not change any more.
-    /// @throws Exception::InvalidParameter also when there is no text.
+    /// The same, without copying long strings such as encoded traces: elements refer to strings of
+    /// 4096 bytes or more without escapes in place, and keep all of `text` alive as long as they
+    /// do. `text` must not be modified afterwards.
+    /// @throws Exception::InvalidParameter also if `text` is null.
     static void Read(Element& element, std::shared_ptr<std::string const> const& text,
                      Limits const& limits = {});
 
-    /// The same with all that is left in `stream`.
-    /// @throws Exception::InvalidParameter also when the stream fails.
+    /// The same for the rest of `stream`.
+    /// @throws Exception::InvalidParameter also if the stream fails.
     static void Read(Element& element, std::istream& stream, Limits const& limits = {});
 };
 
-/// Writes a tree as JSON text (RFC 8259) that `ReaderJson` reads back as the same tree: doubles to
-/// the bit, integers exactly, keys in their order. A double that is no number goes out as one of
-/// the strings "NaN", "Infinity" and "-Infinity".
+/// Writes a tree as JSON text (RFC 8259) that `ReaderJson` reads back as the same tree: numbers are
+/// exact, and keys keep their order. A double that is not finite is written as one of the strings
+/// "NaN", "Infinity" and "-Infinity".
 struct TOLV_CORE_API WriterJson {
-    /// Replaces `text`, whose memory is used again.
+    /// Replaces `text`, reusing its memory.
     /// @param element the tree
     /// @param text receives the JSON
-    /// @param compact true: one line without white space; false: indented for people.
-    /// @throws Exception::InvalidParameter when a string is not valid UTF-8, with the path to it,
-    /// or when the tree is deeper than `Limits::depth`.
+    /// @param compact true: one line without white space; false: indented.
+    /// @throws Exception::InvalidParameter if a string is not valid UTF-8, naming the path to it,
+    /// or if the tree is deeper than `Limits::depth`.
     static void Write(Element const& element, std::string& text, bool compact = true);
 
-    /// The same into a stream; nothing is written when the tree is refused.
+    /// The same into a stream; nothing is written if the tree is refused.
     static void Write(Element const& element, std::ostream& stream, bool compact);
 };
 

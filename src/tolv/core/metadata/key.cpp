@@ -10,7 +10,7 @@ namespace Tolv::MetaData {
 
 namespace {
 
-/// A key made at run time, with the text that it views.
+/// A key created at run time, with the text that it views.
 struct InternedKey {
     InternedKey(std::string_view from, ValueType const* type) : text(from), key(text, type) {}
 
@@ -21,9 +21,9 @@ struct InternedKey {
 
 using Bucket = std::atomic<InternedKey const*>;
 
-/// Keys are only ever added, each in front of its bucket, so that neither looking one up nor adding
-/// one takes a lock: not even the child of a fork can find one held. They are never freed: fields
-/// with such keys may be destroyed after all statics of this library.
+/// Keys are only ever added, each at the front of its bucket, so neither lookup nor insertion takes
+/// a lock that a forked child could find held. Keys are never freed, because fields that use them
+/// may be destroyed after all statics of this library.
 constinit std::array<Bucket, 1024> buckets{};
 
 /// The key with this text and type from `first` on and before `end`, or null.
@@ -45,7 +45,7 @@ InternedKey const& interned(std::string_view text, ValueType const* type = nullp
         made->next = newest;
         if (bucket.compare_exchange_strong(newest, made.get(), std::memory_order_acq_rel))
             return *made.release();
-        // Other threads have added keys meanwhile.
+        // Other threads have added keys in the meantime.
         if (auto const* const known = find(newest, searched, text, type))
             return *known;
     }

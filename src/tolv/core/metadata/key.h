@@ -13,8 +13,8 @@ namespace Tolv::MetaData {
 
 namespace Detail {
 
-/// How the tree stores a short text: up to 14 bytes, then the length, then the tag. Two texts of
-/// this form are equal exactly when both words are.
+/// How the tree stores a short text: up to 14 bytes, then the length, then the tag. Two such texts
+/// are equal if and only if both words are.
 struct TextImage {
     std::uint64_t low = 0;
     std::uint64_t high = 0;
@@ -28,14 +28,14 @@ inline constexpr unsigned char inlineTextTag = 7;
 constexpr TextImage imageOf(std::string_view text) {
     TextImage image;
     if (text.size() > inlineTextCapacity)
-        return image; // the null image, which no stored text has
+        return image; // the null image, which no stored text equals
     if (std::is_constant_evaluated()) {
         for (std::size_t i = 0; i < text.size(); ++i) {
             auto const byte = static_cast<std::uint64_t>(static_cast<unsigned char>(text[i]));
             (i < 8 ? image.low : image.high) |= byte << (i % 8 * 8);
         }
     } else {
-        // Words that overlap where the size is not theirs: no call, no loop.
+        // Overlapping words cover any size without a call or a loop.
         auto const* const bytes = text.data();
         auto const size = text.size();
         auto const load = [&]<class Word>(std::size_t at, Word word) {
@@ -63,12 +63,12 @@ static_assert(std::endian::native == std::endian::little,
 
 } // namespace Detail
 
-/// A key to look up in an object: a view of its text and, made once, the form in which the tree
-/// holds short texts. It owns nothing: the text must outlive it.
+/// A key to look up in an object: a view of its text and, precomputed, the form in which the tree
+/// stores short texts. It owns nothing; the text must outlive it.
 class KeyView {
 public:
-    /// A key of this text, which must be shorter than 4 GiB.
-    // NOLINTNEXTLINE(google-explicit-constructor): a lookup takes any text
+    /// A key with this text, which must be shorter than 4 GiB.
+    // NOLINTNEXTLINE(google-explicit-constructor): a lookup accepts any text
     constexpr KeyView(std::string_view text)
         : image_(Detail::imageOf(text)), text_(text.data()),
           size_(static_cast<std::uint32_t>(text.size())) {}
@@ -81,9 +81,9 @@ public:
 
     /// The text.
     [[nodiscard]] constexpr std::string_view text() const { return {text_, size_}; }
-    /// The form in which the tree holds a short text; of no use for a long one.
+    /// The form in which the tree stores a short text; meaningless for a long one.
     [[nodiscard]] constexpr Detail::TextImage const& image() const { return image_; }
-    /// Whether the text is one of up to 14 bytes, which the tree holds in place.
+    /// Whether the text has at most 14 bytes, and so is stored in the element itself.
     [[nodiscard]] constexpr bool isShort() const { return size_ <= Detail::inlineTextCapacity; }
 
 private:
@@ -92,22 +92,23 @@ private:
     std::uint32_t size_;
 };
 
-/// A `KeyView` that lives as long as the program (or the library that defines it), so that all
+/// A `KeyView` that lives as long as the program or library that defines it, so that all
 /// objects of a class share it. It is made by the literal `"Name"_key`, at compile time, or by
 /// `intern`.
 class Key : public KeyView {
 public:
-    /// A key of this text, which must live as long as the key: a literal.
+    /// A key with this text, which must be a literal or live as long as the key.
     constexpr explicit Key(std::string_view staticText) : KeyView(staticText) {}
-    explicit Key(std::string const&&) = delete; ///< the text would end first: use `intern`
+    explicit Key(std::string const&&) = delete; ///< the text would be destroyed first: use `intern`
     Key(Key const&) = delete;
     Key& operator=(Key const&) = delete;
 
-    /// The one key with this text, made on first use and kept until the process ends. Thread-safe.
+    /// The unique key with this text, created on first use and kept until the process ends.
+    /// Thread-safe.
     TOLV_CORE_API static Key const& intern(std::string_view text);
 
-    /// The text as a string that lives until the process ends. Thread-safe; for diagnostics, not
-    /// for hot paths.
+    /// The text as a string that lives until the process ends. Intended for diagnostics, not for
+    /// hot paths. Thread-safe.
     [[nodiscard]] TOLV_CORE_API std::string const& name() const;
 };
 

@@ -6,7 +6,7 @@
 #include <type_traits>
 
 /// @file
-/// Parameters that take a value only where nothing of it is lost.
+/// Parameters that accept a value only if it converts without loss.
 namespace Tolv::MetaData {
 
 namespace Detail {
@@ -16,8 +16,8 @@ inline constexpr bool isComplex = false;
 template <class T>
 inline constexpr bool isComplex<std::complex<T>> = true;
 
-/// The numbers that a number of type `To` is made of: its own type, or that of the parts of a
-/// complex number.
+/// The type of the parts of a number: the type itself, or for a complex number that of its real and
+/// imaginary part.
 template <class To>
 struct PartOf {
     using Type = To;
@@ -41,7 +41,7 @@ consteval bool alwaysFits() {
         return F::digits <= T::digits;
 }
 
-/// The number type behind `From`: that of an enumeration which converts to its number.
+/// The number type of `From`: for an enumeration that converts implicitly, its underlying type.
 template <class From>
 struct NumberOf {
     using Type = From;
@@ -58,13 +58,13 @@ concept Braced = requires(Given given) {
 
 /// How a `From` becomes a `To`.
 enum class Passage {
-    always,   ///< every value fits
-    byValue,  ///< an integer whose value decides, so the compiler must know it
-    variable, ///< an integer, or a class that converts to one, whose value only the running program
-              ///< knows
-    fraction, ///< a floating-point number, for an integer or a truth value
-    notNumber, ///< no number at all
-    none       ///< a class that does not convert, or not without loss
+    always,    ///< every value fits
+    byValue,   ///< an integer that may fit, so its value must be a constant
+    variable,  ///< an integer, or a class that converts to one, whose value is known only at run
+               ///< time
+    fraction,  ///< a floating-point number for an integer or a boolean
+    notNumber, ///< not a number
+    none       ///< a class that does not convert, or only with loss
 };
 
 template <class Given, class To>
@@ -93,7 +93,7 @@ constexpr bool fits(From number) {
     return static_cast<From>(result) == number && (result < To{}) == (number < From{});
 }
 
-// Not consteval: in the initializer of a member, clang 14 calls it while the program runs.
+// Not consteval: clang 14 calls it at run time in the initializer of a member.
 template <class To, class From>
 constexpr To checkedNumber(From number) {
     if (!fits<To>(number))
@@ -103,15 +103,15 @@ constexpr To checkedNumber(From number) {
 
 } // namespace Detail
 
-/// The types of which a value can get lost on the way: numbers and truth values.
+/// The types to which a conversion can lose part of a value: numbers and booleans.
 template <class T>
 concept Numeric = std::is_arithmetic_v<T> || Detail::isComplex<T>;
 
-/// A parameter of type `T` that refuses, while compiling, what brace initialization would refuse: a
-/// floating-point number for an integer, a wider or otherwise signed integer variable, a pointer
-/// for a truth value. What loses nothing is as natural as ever: an `int` for a `double`, the
-/// literal 200 for an `unsigned char`. The conversion to a narrower type is written out where it is
-/// meant: `static_cast<int>(x)`.
+/// A parameter of type `T` that rejects at compile time what brace initialization would reject: a
+/// floating-point number for an integer, an integer variable that is wider or of different
+/// signedness, a pointer for a boolean. Lossless conversions remain implicit: an `int` for a
+/// `double`, the literal 200 for an `unsigned char`. An intended narrowing must be explicit:
+/// `static_cast<int>(x)`.
 template <Numeric T>
 class Lossless {
     using Part = typename Detail::PartOf<T>::Type;
@@ -126,12 +126,12 @@ public:
         constexpr Lossless(Given&& given)
         : value_(static_cast<Part>(given)) {}
 
-    /// An integer of a wider type, or of the other signedness, that the compiler knows to fit.
+    /// A constant integer of a wider type, or of different signedness, that fits.
     template <class Given>
     requires(Detail::passageOf<Given, Part>() == Passage::byValue) consteval Lossless(Given&& given)
         : value_(Detail::checkedNumber<Part>(given)) {}
 
-    /// @cond refusals, for the sake of their messages
+    /// @cond overloads that only produce an error message
     template <class Given>
     requires(Detail::passageOf<Given, Part>() ==
              Passage::variable) constexpr Lossless(Given&& /*given*/) {
@@ -150,8 +150,8 @@ public:
     requires(Detail::passageOf<Given, Part>() ==
              Passage::notNumber) constexpr Lossless(Given&& /*given*/) {
         static_assert(Detail::passageOf<Given, Part>() != Passage::notNumber,
-                      "this field holds a number or a truth value, and takes neither a text nor a "
-                      "pointer nor an enumerator of an enum class");
+                      "this field takes a number or a boolean, but no string, pointer or "
+                      "enumerator of an enum class");
     }
     /// @endcond
 
@@ -168,17 +168,17 @@ private:
 
 namespace Detail {
 
-/// A type of which `assign` has to ask whether it becomes a `T` without loss.
+/// A type other than `T` for which `assign` must check that the conversion to `T` is lossless.
 template <class Given, class T>
 concept Another = Numeric<T> && !std::same_as<std::remove_cvref_t<Given>, T> &&
                   passageOf<Given, typename PartOf<T>::Type>() != Passage::none;
 
 } // namespace Detail
 
-/// What a function takes for a value of type `T`.
+/// The parameter type of a function that takes a value of type `T`.
 template <class T>
 struct ParameterOf {
-    using Type = T const&; ///< nothing can get lost
+    using Type = T const&; ///< no conversion can lose anything
 };
 template <Numeric T>
 struct ParameterOf<T> {
@@ -197,14 +197,14 @@ constexpr T const& valueOf(Lossless<T> const& value) noexcept {
     return value.get();
 }
 
-/// A parameter of type `bool` that takes a `bool` and nothing that converts to one.
+/// A parameter of type `bool` that accepts only a `bool`, not a type that converts to one.
 class Flag {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor): stands for a parameter of type bool
     template <std::same_as<bool> Bool>
     constexpr Flag(Bool value) noexcept : value_(value) {}
 
-    /// Whether it is set.
+    /// Whether the flag is set.
     constexpr explicit operator bool() const noexcept { return value_; }
 
 private:

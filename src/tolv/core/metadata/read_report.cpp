@@ -16,7 +16,7 @@ namespace {
 
 using Recorder = ReadReport::Recorder;
 
-// Trivially destructible, so that reads while the thread ends find it, too.
+// Trivially destructible, so that reads can also use it while the thread ends.
 thread_local constinit Recorder* mine = nullptr;
 
 std::string textOfException() {
@@ -25,7 +25,7 @@ std::string textOfException() {
     } catch (std::exception const& e) {
         return e.what();
     } catch (...) {
-        return "an exception of another kind";
+        return "an exception of an unknown type";
     }
 }
 
@@ -38,18 +38,18 @@ bool isPlain(std::string_view key) {
 
 std::string indexed(std::size_t index) { return '[' + std::to_string(index) + ']'; }
 
-/// The same element, or another handle of the same content.
+/// Whether both are the same element, or handles of the same container.
 bool isSame(Element const& left, Element const& right) {
     auto const* const content = Detail::Access::container(left);
     return &left == &right || (content != nullptr && content == Detail::Access::container(right));
 }
 
-constexpr int deepest = 6; ///< levels that a hand-written payload is searched for a record
+constexpr int deepest = 6; ///< levels of a hand-written payload to search for a record
 
-/// The prefixes that each report has.
+/// The prefixes that exist in every report.
 enum : std::uint32_t { direct, elsewhere };
 
-/// Stands for the outcome of a field that was not read because one before it threw.
+/// The outcome of a field that was not read because an earlier one threw.
 constexpr std::uint8_t skipped = 255;
 
 } // namespace
@@ -63,27 +63,26 @@ std::string Detail::pathBelow(std::string path, std::string_view key) {
     try {
         WriterJson::Write(Element(Trivial_T<std::string>(std::string(key))), quoted);
     } catch (std::exception const&) {
-        quoted = "\"?\""; // no UTF-8
+        quoted = "\"?\""; // not valid UTF-8
     }
     return path + quoted;
 }
 
-/// One record that is being read, and the field of it that is. It stands on the stack for each
-/// record that is nested in another.
+/// A record that is being read, and its current field. Each nested record has one on the stack.
 struct Recorder::Frame {
     Frame* const outer;
     Recorder& recorder;
     Element const& element;
-    Element const* child = nullptr; ///< what stands under the key of the present field
-    Array const* list = nullptr;    ///< where in it the last record was found
+    Element const* child = nullptr; ///< the value of the current field's key
+    Array const* list = nullptr;    ///< the list within `child` in which the last record was found
     Array const* copyOfList = nullptr;
-    std::uint32_t prefix = direct; ///< the way to that list
-    std::uint32_t next = 0;        ///< the entry of it that probably comes next
+    std::uint32_t prefix = direct; ///< the path to that list
+    std::uint32_t next = 0;        ///< the entry that is probably read next
     std::uint32_t read = none;
-    std::uint32_t head = none; ///< the first walk over the last object inside of the present field
-    std::uint16_t field = 0;   ///< the present one
-    bool isMuted = false;      ///< it is no object, or inside of one that is none
-    bool isLost = false;       ///< some record of the present field stands nowhere in `child`
+    std::uint32_t head = none; ///< the first walk over the latest object in the current field
+    std::uint16_t field = 0;   ///< the current one
+    bool isMuted = false;      ///< this element or an enclosing one is not an object
+    bool isLost = false;       ///< a record of the current field was not found in `child`
 
     Frame(Recorder& owner, Element const& from)
         : outer(std::exchange(owner.frame_, this)), recorder(owner), element(from) {}
@@ -101,8 +100,9 @@ struct Recorder::Frame {
 
     [[nodiscard]] FieldOfRead place() const { return {read, field}; }
 
-    /// Where `wanted` stands in the list in which the record before it was found, or null.
-    /// @param entry is set
+    /// Looks for `wanted` in the list in which the previous record was found. @return null if it is
+    /// not there
+    /// @param entry receives the index
     Element const* findInList(Element const& wanted, std::uint32_t& entry) {
         auto const size = list != nullptr ? list->size() : 0;
         for (unsigned int i = 0; i < size; ++i) {
@@ -116,9 +116,9 @@ struct Recorder::Frame {
         return nullptr;
     }
 
-    /// Looks for `wanted` below `in`; `copy` is equal to `in`. Leaves the list that it is an entry
-    /// of in this frame.
-    /// @param way is extended at its front by the keys and indices that lead there
+    /// Looks for `wanted` below `in`, of which `copy` is a copy. Stores the list that contains it
+    /// in this frame.
+    /// @param way receives the keys and indices of the path, at its front
     /// @return the counterpart of `wanted` below `copy`, or null
     Element const* search(Element const& in, Element const& copy, Element const& wanted,
                           std::string& way, std::uint32_t& entry, int levels) {
@@ -185,7 +185,7 @@ Recorder::Shape const& Recorder::shapeOf(std::span<ReflectorBase* const> fields,
     return shapes_.emplace(name, std::move(shape))->second;
 }
 
-/// Whether a walk over the object whose first walk is `head` has a field with this key.
+/// Whether any walk over the object whose first walk is `head` has a field with this key.
 bool Recorder::hasField(std::uint32_t head, std::string_view key) const {
     for (; head != none; head = reads_[head].sequel)
         for (auto const& field : reads_[head].shape->fields)
@@ -194,7 +194,7 @@ bool Recorder::hasField(std::uint32_t head, std::string_view key) const {
     return false;
 }
 
-/// Makes `read`, the next walk, one over the same object as `head`.
+/// Makes `read` the next walk over the same object as `head`.
 void Recorder::continueObject(Read& read, std::uint32_t head) {
     read = reads_[head];
     while (reads_[head].sequel != none)
@@ -204,7 +204,7 @@ void Recorder::continueObject(Read& read, std::uint32_t head) {
     read.isSequel = true;
 }
 
-/// Finds out where the element of a new frame stands below the present field of the one around it.
+/// Determines the path of a new frame's element below the current field of the enclosing frame.
 void Recorder::locate(Frame& frame, Read& read) {
     auto& outer = *frame.outer;
     read.parent = outer.read;
@@ -229,14 +229,14 @@ void Recorder::locate(Frame& frame, Read& read) {
         if (read.prefix == direct && read.entry != none)
             notes_[outer.place()].entry = read.entry;
     }
-    if (found == nullptr) { // some payload makes elements of its own: not to be searched for again
+    if (found == nullptr) { // some payloads create temporary elements; do not search again
         outer.isLost = true;
         read.prefix = elsewhere;
     }
     read.element = found != nullptr ? *found : frame.element;
 }
 
-/// Which object the new frame is a walk over, and where that stands.
+/// Determines which object the new frame walks over, and its path.
 void Recorder::place(Frame& frame, Read& read, Key const& firstKey) {
     auto const number = static_cast<std::uint32_t>(reads_.size());
     auto const* const content = Detail::Access::container(frame.element);
@@ -249,7 +249,7 @@ void Recorder::place(Frame& frame, Read& read, Key const& firstKey) {
         locate(frame, read);
     else
         read.element = frame.element;
-    // The report shares what it has seen, so that nothing else can stand there by now.
+    // The report shares the content that it has seen, so its address cannot have been reused.
     auto& head = frame.outer != nullptr ? frame.outer->head : head_;
     if (head != none && isSame(reads_[head].element, read.element) &&
         !hasField(head, firstKey.text()))
@@ -295,7 +295,7 @@ std::uint8_t& Recorder::outcome(Frame const& frame) {
 
 void Recorder::read(Frame& frame, std::uint16_t index, ReflectorBase& field) {
     frame.begin(index, frame.element.find(field.key()));
-    thrower_ = {none, 0}; // any from now on is inside of this field
+    thrower_ = {none, 0}; // any exception from now on comes from within this field
     outcome(frame) = static_cast<std::uint8_t>(Outcome::read);
     try {
         field.copyFromMetaData(frame.element);
@@ -311,7 +311,7 @@ void Recorder::read(Frame& frame, std::uint16_t index, ReflectorBase& field) {
         outcome(frame) = static_cast<std::uint8_t>(Outcome::unset);
 }
 
-/// Of the exception that is being handled.
+/// Adds a note about the exception being handled.
 [[gnu::noinline]] void Recorder::noteException(Frame const& frame) {
     auto& note = notes_[frame.place()];
     note.cause = std::exchange(thrower_, {none, 0});
@@ -323,7 +323,7 @@ void Recorder::swallowed() noexcept {
         return;
     try {
         noteException(*frame_);
-    } catch (...) { // the outcome tells enough
+    } catch (...) { // the outcome is sufficient
     }
 }
 
@@ -332,9 +332,9 @@ void Recorder::kept() noexcept {
         outcome(*frame_) = static_cast<std::uint8_t>(Outcome::kept);
 }
 
-/// The fields of all walks, those before a nested walk before it.
-/// @param onRead takes the number of a walk as it begins, and how many there are around it
-/// @param onField takes the number of a walk, that of a field, and the outcome
+/// Visits the fields of all walks. Fields before a nested walk are visited before it.
+/// @param onRead is called with the number of each walk as it begins, and its nesting depth
+/// @param onField is called with the numbers of the walk and the field, the outcome and the depth
 template <class OnRead, class OnField>
 void Recorder::walk(OnRead const& onRead, OnField const& onField) const {
     struct Level {
@@ -367,7 +367,7 @@ void Recorder::walk(OnRead const& onRead, OnField const& onField) const {
         end();
 }
 
-/// The members of all objects that no walk over the object has a field for.
+/// Visits the members of all objects for which no walk over the object has a field.
 template <class OnKey>
 void Recorder::walkUnknownKeys(OnKey const& onKey) const {
     for (std::uint32_t number = 0; number < reads_.size(); ++number) {
@@ -380,7 +380,7 @@ void Recorder::walkUnknownKeys(OnKey const& onKey) const {
     }
 }
 
-/// The way from the walk around this one to it.
+/// Appends the path from the enclosing walk to this one.
 void Recorder::appendStep(std::string& path, Read const& read) const {
     if (read.parent == none)
         return;
@@ -403,7 +403,7 @@ std::string Recorder::pathOf(std::uint32_t read) const {
 
 void Recorder::forEach(std::function<void(ReadEvent const&)> const& call) const {
     std::string path;
-    std::vector<std::size_t> sizes; // of the paths of the walks around the present one
+    std::vector<std::size_t> sizes; // of the paths of the enclosing walks
     walk(
         [&](std::uint32_t number, std::size_t level) {
             auto const& read = reads_[number];

@@ -15,45 +15,45 @@ namespace Tolv::MetaData {
 
 class FieldInfo;
 
-/// What became of one field of a record that was read, or of one key that no field has.
+/// The outcome for one field of a record that was read, or for one key that no field has.
 struct ReadEvent {
     /// How the read ended.
     enum class Outcome {
-        read,       ///< the field has the value that stands there
-        absent,     ///< there is no such key; the field is unset, or keeps its value if it checks
-        unset,      ///< the key is there, and the field is unset
-        kept,       ///< the key is there, and the field, a list or a checked value, is as it was
+        read,       ///< the field has the value from the input
+        absent,     ///< the key is absent; the field is unset, or a checked field keeps its value
+        unset,      ///< the key is present, but the field is unset
+        kept,       ///< the key is present, but the field, a list or a checked value, is unchanged
         threw,      ///< the field threw, which ends the read of its record
-        unreadable, ///< no field, but a whole record: the element is no object
-        unknownKey  ///< no field, but a key that nothing read
+        unreadable, ///< the event is about a whole record: the element is not an object
+        unknownKey  ///< the event is about a key that no field has
     };
 
-    /// The key alone; empty for a record that isn't under one.
+    /// The key alone; empty for a record that is not stored under a key.
     std::string key;
-    std::string path; ///< "Data.ComponentList[3].Type"; a key that is no plain word in quotes
+    std::string path; ///< "Data.ComponentList[3].Type"; keys that are not plain words are quoted
     Outcome outcome = Outcome::read;       ///< how it ended
-    bool required = false;                 ///< whether the field is a required one
+    bool required = false;                 ///< whether the field is required
     FieldInfo const* field = nullptr;      ///< what its record says of the field; null if none
-    std::type_index record = typeid(void); ///< the class of its record; void where not known
-    Element found;                         ///< what stands under the key; null when absent
-    std::optional<unsigned int> entry;     ///< the last entry of a list of records that was read
-    std::string reason;                    ///< the text of an exception; empty without one
-    std::string cause; ///< path of the field inside that threw it; empty when there is none
+    std::type_index record = typeid(void); ///< the class of its record; void if unknown
+    Element found;                         ///< the value of the key; null if absent
+    std::optional<unsigned int> entry;     ///< in a list of records, the last entry that was read
+    std::string reason;                    ///< the text of the exception; empty if there was none
+    std::string cause; ///< path of the nested field that threw it; empty if there is none
 };
 
-/// While it lives, reads of records and messages on the thread that made it are recorded, field by
-/// field. They give what they give without it.
+/// While a report exists, it records all reads of records and messages on the thread that created
+/// it, field by field. The results of the reads are the same as without it.
 ///
 ///     ReadReport report;
 ///     auto const message = Msgs::Message::CreateFromMetaData(element);
 ///     for (auto const& problem : Msgs::Introspection::explain(report))
 ///         std::cout << problem.path << ": " << problem.problem << '\n';
 ///
-/// Of two at a time, the later records. They end in reverse order, on their own thread. A thread
-/// that has none is not slowed down by more than the load of a flag a record.
+/// Reports can be nested; only the innermost one records. Destroy them in reverse order, on their
+/// own thread. A thread without a report only pays for loading a flag per record.
 ///
-/// A report takes at most 64 bytes of memory for each byte of the text that is read, and a few
-/// kilobytes; it shares the tree that is read, or has a copy of one that others may write to.
+/// A report takes a few kilobytes, and at most 64 bytes of memory per byte of text that is read. It
+/// shares the tree that is read, or copies one that others may write to.
 class TOLV_CORE_API ReadReport {
 public:
     ReadReport();
@@ -61,21 +61,21 @@ public:
     ReadReport& operator=(ReadReport const&) = delete;
     ~ReadReport();
 
-    /// Calls `call` with each event so far: fields before what is inside of them, and behind all
-    /// the keys that nothing read. One report may take several messages; paths are those inside of
-    /// each. An event lives as long as the call.
-    /// @throws std::bad_alloc, and what `call` throws
+    /// Calls `call` with each event so far: each field before the fields nested in it, and unknown
+    /// keys last. A report may cover several messages; each path starts at its own message. An
+    /// event is valid only during the call.
+    /// @throws std::bad_alloc, and whatever `call` throws
     void forEach(std::function<void(ReadEvent const&)> const& call) const;
 
-    /// The first events, in the same order, at most `Limits::reportEntries`: a few bytes of text
-    /// can make many. `size` tells whether there are more, and `forEach` gives them all.
+    /// The first events in the same order, at most `Limits::reportEntries`, because a short text
+    /// can cause many. `size` tells whether there are more; `forEach` visits all of them.
     /// @throws std::bad_alloc
     [[nodiscard]] std::vector<ReadEvent> events() const;
 
-    /// How many events there are. Takes as long as `forEach`. @throws std::bad_alloc
+    /// The number of events. Takes as long as `forEach`. @throws std::bad_alloc
     [[nodiscard]] std::size_t size() const;
 
-    /// Forgets what was read so far.
+    /// Discards all events so far.
     void clear() noexcept;
 
     class Recorder;

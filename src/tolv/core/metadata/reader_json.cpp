@@ -26,12 +26,12 @@ using Detail::Access;
 
 namespace {
 
-/// Keys and values that do not stand in a container yet. The values of most messages fit the room
-/// inside. There is deliberately nothing that outlives a call: what a huge text needed is given
-/// back, and thread-local objects would keep the library from being unloaded.
+/// A stack of keys and values that are not in a container yet. The values of most messages fit into
+/// the internal buffer. Deliberately nothing outlives a call: the memory for a huge text is
+/// released, and thread-local objects would prevent the library from being unloaded.
 class ValueStack {
 public:
-    /// @param ownsValues false: what the elements refer to is given back by somebody else
+    /// @param ownsValues false if the elements are not to be destroyed
     explicit ValueStack(bool ownsValues) noexcept : ownsValues_(ownsValues) {}
     ValueStack(ValueStack const&) = delete;
     ValueStack& operator=(ValueStack const&) = delete;
@@ -43,13 +43,13 @@ public:
     }
 
     [[nodiscard]] Element* begin() noexcept { return items_; }
-    /// Behind the room there is.
+    /// The end of the allocated memory.
     [[nodiscard]] Element* end() noexcept { return end_; }
-    /// Says that there are elements up to `top`, so that they are destroyed if something throws.
-    /// The parser counts in a register.
+    /// Records that there are elements up to `top`, so that they are destroyed if something throws.
+    /// The parser itself keeps the count in a register.
     void setTop(Element* top) noexcept { top_ = top; }
 
-    /// More room; the elements move.
+    /// Allocates more memory; the elements move.
     void grow() {
         auto const size = top_ - items_;
         auto const capacity = 2 * static_cast<std::size_t>(end_ - items_);
@@ -77,10 +77,11 @@ private:
 constexpr bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 constexpr bool isSpace(char c) noexcept { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
-/// A key in quotes for a message, cut at 60 bytes. It is escaped: a NUL would end the message.
+/// A key in quotes for an error text, cut at 60 bytes. It is escaped, since a NUL would end the
+/// text.
 std::string quoted(std::string_view key) {
     auto shown = key.substr(0, 60);
-    shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be inside of a character
+    shown = shown.substr(0, findInvalidUtf8(shown)); // the cut may be within a character
     Element element;
     element.setString(shown);
     std::string text;
@@ -99,10 +100,10 @@ std::string describeByte(char byte) {
 }
 
 /// The offset of the key at `place` in the innermost object that is open at the end of `text`,
-/// which was accepted so far.
+/// which was parsed without error.
 std::size_t offsetOfKey(std::string_view text, std::size_t place) {
     std::vector<std::size_t> keys;    // offsets of the keys of all open objects
-    std::vector<std::size_t> objects; // how many of `keys` stand before each open object
+    std::vector<std::size_t> objects; // size of `keys` at the start of each open object
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '{') {
             objects.push_back(keys.size());
@@ -121,21 +122,21 @@ std::size_t offsetOfKey(std::string_view text, std::size_t place) {
     return keys[objects.back() + place];
 }
 
-/// Reads one text. Without recursion: what is open is kept on the stack of values, so that depth
-/// costs no stack of the thread.
+/// Parses one text. Not recursive: open containers are kept on the value stack, so that depth costs
+/// no thread stack.
 ///
-/// The elements of an open container stand behind a mark, which is a number: where the mark of the
-/// container around it stands, and whether that one is an object.
+/// The elements of an open container follow a mark: a number that encodes the position of the
+/// enclosing container's mark, and whether that container is an object.
 class Parser {
 public:
-    /// @param owner of the text, if long texts shall refer to it; else null
-    /// @param arena where the tree shall stand, if it is one that passes; else null
+    /// @param owner of the text if long strings shall refer to it, otherwise null
+    /// @param arena for the nodes of a `PassingTree`, otherwise null
     Parser(std::string_view text, Limits const& limits,
            std::shared_ptr<std::string const> const* owner, Tolv::Detail::Arena* arena)
-        // Pointers are computed with even where there is no byte.
+        // Pointer arithmetic requires a valid pointer even for an empty text.
         : begin_(text.empty() ? "" : text.data()), end_(begin_ + text.size()), limits_(limits),
           owner_(owner), arena_(arena),
-          // The tree counts with 32 bits.
+          // The tree uses 32-bit counts.
           mostElements_(std::min<std::size_t>(limits.elements, 4'294'967'294)),
           stack_(arena == nullptr) {}
 
@@ -145,25 +146,25 @@ public:
                    begin_ + limits_.textBytes);
         skipSpace();
         if (at_ == end_)
-            refuse("there is no value", at_);
+            refuse("no value", at_);
         parseValue();
         skipSpace();
         if (at_ != end_)
-            refuse("text behind the value", at_);
+            refuse("trailing text after the value", at_);
         result.swap(*stack_.begin());
     }
 
 private:
-    /// Bytes from which on a text is worth a block of its own and two counters.
+    /// The smallest text, in bytes, that is worth an allocation with two reference counts.
     static constexpr std::size_t leastBorrowed = 4096;
 
     // ---- Structure ---------------------------------------------------------------------------
 
-    /// The byte at `at`; at the end a NUL, which stands nowhere in JSON.
+    /// The byte at `at`; at the end a NUL, which is never valid in JSON.
     [[nodiscard]] char peek(char const* at) const noexcept { return at != end_ ? *at : '\0'; }
     [[nodiscard]] char peek() const noexcept { return peek(at_); }
 
-    /// Moves `at` past white space. @return as `peek`
+    /// Moves `at` past white space. @return the byte there, as `peek`
     char skipSpace(char const*& at) const noexcept {
         auto const byte = peek(at);
         if (static_cast<unsigned char>(byte) > ' ' || at == end_) [[likely]]
@@ -174,18 +175,18 @@ private:
     }
     void skipSpace() noexcept { skipSpace(at_); }
 
-    /// Reads the value that starts here, to the bottom of the stack.
+    /// Parses the value that starts here into the bottom of the stack.
     ///
-    /// The place in the text, the top of the stack and the innermost open container stand in local
-    /// variables: as members they would be stored and loaded again for each byte that is written.
-    /// Whoever may throw is told the first two before.
+    /// The position in the text, the top of the stack and the innermost open container are local
+    /// variables; as members they would be stored and reloaded for each byte that is written.
+    /// `tell` stores the first two before anything that may throw.
     void parseValue() {
         auto const* at = at_;
         auto* top = stack_.begin();
         auto* mark = top; // of the innermost open container
         std::size_t depth = 0;
         auto inObject = false;
-        auto first = peek(at); // of the key or value that is next
+        auto first = peek(at); // first byte of the next key or value
         auto const tell = [&](char const* place) {
             at_ = place;
             stack_.setTop(top);
@@ -220,7 +221,7 @@ private:
                 }
                 auto const* const start = at;
                 readString();
-                // The text is no longer than what it was read from.
+                // A key is at most as long as its source text, so check that first.
                 if (static_cast<std::size_t>(at - start) > limits_.keyBytes) [[unlikely]] {
                     tell(at);
                     checkKey(top[-1], start);
@@ -288,8 +289,8 @@ private:
         }
     }
 
-    /// Makes `place`, which is plain, a container of the elements behind it, which are at the top
-    /// of the stack, and takes them from there.
+    /// Makes `place`, which must be plain, a container of the elements after it, and pops them off
+    /// the stack.
     void close(Element& place, std::span<Element> elements, bool isObject) {
         if (!isObject) {
             Access::takeArray(place, elements, arena_);
@@ -308,7 +309,7 @@ private:
             refuse("key of more than " + std::to_string(limits_.keyBytes) + " bytes", start);
     }
 
-    /// Reads a number, a boolean or null, which starts here with `first`.
+    /// Parses a number, a boolean or null that starts here with `first`.
     void readScalar(char first, Element& element) {
         switch (first) {
         case 't':
@@ -330,7 +331,7 @@ private:
     void readWord(std::string_view word) {
         auto const left = std::string_view(at_, static_cast<std::size_t>(end_ - at_));
         if (!left.starts_with(word)) {
-            // A word that is only cut ends too early; another one is wrong from its start on.
+            // For a truncated word report the end of the text; for any other, its start.
             if (word.starts_with(left))
                 at_ = end_;
             refuseByte();
@@ -340,10 +341,10 @@ private:
 
     // ---- Numbers -----------------------------------------------------------------------------
 
-    // Here and below the place is kept in a local variable while it moves: `at_` would be stored
-    // and loaded again for each byte, since bytes may alias anything.
+    // From here on the position is kept in a local variable while it moves: `at_` would be stored
+    // and reloaded for each byte, since bytes may alias anything.
 
-    /// Behind the digits from `at` on, of which there must be one.
+    /// The end of the digits from `at` on, of which there must be at least one.
     char const* skipDigits(char const* at) {
         if (at == end_ || !isDigit(*at)) {
             at_ = at;
@@ -357,7 +358,7 @@ private:
         return at;
     }
 
-    // Eight digits at a time, where a register holds them.
+    // Eight digits at a time if they fit into a register.
     static constexpr bool wholeWords =
         sizeof(std::size_t) == 8 && std::endian::native == std::endian::little;
 
@@ -370,7 +371,7 @@ private:
         constexpr auto ones = ~std::uint64_t{0} / 0xFF;
         return ((word & ones * 0xF0) | ((word + ones * 0x06) & ones * 0xF0) >> 4U) == ones * 0x33;
     }
-    /// The number of eight digits: pairs, then fours, then all are put together in place.
+    /// The value of eight digits, combined in place to pairs, then to fours, then to all.
     static std::uint64_t valueOfDigits(std::uint64_t word) noexcept {
         word = (word & 0x0F0F0F0F0F0F0F0FULL) * (10 * (1ULL << 8U) + 1) >> 8U;
         word = (word & 0x00FF00FF00FF00FFULL) * (100 * (1ULL << 16U) + 1) >> 16U;
@@ -415,7 +416,7 @@ private:
             at = skipDigits(at);
         }
         at_ = at;
-        if (whole && count > 18) // `value` may have run over
+        if (whole && count > 18) // `value` may have overflowed
             whole = std::from_chars(digits, at_, value).ec == std::errc();
         constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
         if (!whole || (negative && (value == 0 || value > most + 1)))
@@ -428,20 +429,20 @@ private:
             element.setUnsigned(value);
     }
 
-    /// The number from `start` to here, as a double.
+    /// The number from `start` to here as a double.
     [[nodiscard]] double floating(char const* start) const {
         double value = 0;
-        if (std::from_chars(start, at_, value).ec != std::errc()) { // out of range, to either side
+        if (std::from_chars(start, at_, value).ec != std::errc()) { // overflow or underflow
             if (!isSmall(start))
-                refuse("number out of the range of a double", start);
+                refuse("number out of range for a double", start);
             value = *start == '-' ? -0.0 : 0.0;
         }
         return value;
     }
 
-    /// Whether a number other than 0, beyond what a double can hold, is below 1.
+    /// Whether a nonzero number that does not fit into a double is below 1.
     [[nodiscard]] bool isSmall(char const* start) const noexcept {
-        // Where the point stands, counted from the first digit that is not 0.
+        // The position of the decimal point relative to the first nonzero digit.
         std::int64_t place = 0;
         auto pointSeen = false;
         auto digitSeen = false;
@@ -469,9 +470,9 @@ private:
 
     // ---- Strings -----------------------------------------------------------------------------
 
-    /// Reads a string of up to 14 bytes of ASCII into `element`, which is null.
-    /// @param at behind the quote that opens it
-    /// @return behind the string, or null when it is something else, or too close to the end
+    /// Reads a string of up to 14 bytes of ASCII into `element`, which must be null.
+    /// @param at after the opening quote
+    /// @return the end of the string, or null if it is something else or too close to the end
     char const* readShortString(char const* at, Element& element) const noexcept {
         if (end_ - at < 16) [[unlikely]]
             return nullptr;
@@ -482,7 +483,7 @@ private:
         return at + size + 1;
     }
 
-    /// Reads any other string that starts here, behind its quote.
+    /// Reads any other string; its opening quote has been read.
     void readLongString(Element& element) {
         auto const* const start = at_;
         auto const ascii = skipRun();
@@ -494,7 +495,7 @@ private:
         }
     }
 
-    /// Makes `element` a text that stands in the input as it is.
+    /// Makes `element` a text that appears verbatim in the input.
     void putText(Element& element, std::string_view text, bool ascii) {
         if (text.size() <= Detail::inlineTextCapacity) {
             if (end_ - text.data() >= 16)
@@ -512,7 +513,7 @@ private:
         }
     }
 
-    /// Goes on to the next byte that does not stand for itself. @return whether all was ASCII
+    /// Skips to the next byte that needs an escape. @return whether all skipped bytes are ASCII
     bool skipRun() {
         auto beyondAscii = false;
         auto const* const start = at_;
@@ -560,30 +561,30 @@ private:
         ++at_;
     }
 
-    /// At the "u" of an escape.
+    /// Reads a Unicode escape, starting at its "u".
     void readUnicode() {
         auto const* const start = at_;
         auto code = readHex();
         if (code >= 0xDC00 && code < 0xE000)
-            refuse("half of a surrogate pair", start);
+            refuse("unpaired surrogate", start);
         if (code >= 0xD800 && code < 0xDC00) {
             for (auto const expected : {'\\', 'u'}) {
                 if (at_ == end_)
                     refuseByte();
                 if (*at_ != expected)
-                    refuse("half of a surrogate pair", at_);
+                    refuse("unpaired surrogate", at_);
                 ++at_;
             }
             auto const* const digits = at_--;
             auto const low = readHex();
             if (low < 0xDC00 || low >= 0xE000)
-                refuse("half of a surrogate pair", digits);
+                refuse("unpaired surrogate", digits);
             code = 0x10000 + ((code - 0xD800) << 10U) + (low - 0xDC00);
         }
         appendUtf8(code);
     }
 
-    /// Four hexadecimal digits behind the "u" that stands here.
+    /// Reads the "u" and the four hexadecimal digits after it.
     std::uint32_t readHex() {
         std::uint32_t code = 0;
         ++at_;
@@ -626,7 +627,7 @@ private:
                                           std::to_string(where - begin_));
     }
 
-    /// The byte here is not what belongs here.
+    /// Refuses the byte here.
     [[noreturn, gnu::cold]] void refuseByte() const {
         std::string_view const text(begin_, static_cast<std::size_t>(end_ - begin_));
         if (at_ == end_)
@@ -637,7 +638,7 @@ private:
     }
 
     [[noreturn, gnu::cold]] void refuseDepth() const {
-        refuse("depth of more than " + std::to_string(limits_.depth) + " arrays and objects", at_);
+        refuse("more than " + std::to_string(limits_.depth) + " nested arrays and objects", at_);
     }
 
     [[noreturn, gnu::cold]] void refuseDuplicate(Object const& object, std::size_t place) const {
@@ -645,7 +646,7 @@ private:
         for (std::size_t i = 0; i < place; ++i)
             ++member;
         std::string_view const accepted(begin_, static_cast<std::size_t>(at_ - begin_));
-        refuse("key " + quoted(member->key()) + " stands twice in one object",
+        refuse("duplicate key " + quoted(member->key()) + " in an object",
                begin_ + offsetOfKey(accepted, place));
     }
 
@@ -657,10 +658,10 @@ private:
     Tolv::Detail::Arena* arena_;
     std::size_t mostElements_;
     ValueStack stack_;
-    std::string text_; ///< of a string with escapes
+    std::string text_; ///< unescaped text of the current string
 };
 
-/// All that is left in `stream`, or, of one that may have no end, more than `most` bytes.
+/// The rest of `stream`; reading stops once it exceeds `most` bytes, since a stream may be endless.
 std::string readAll(std::istream& stream, std::size_t most) {
     std::istream::sentry const ready(stream, true);
     if (!ready)
@@ -673,7 +674,7 @@ std::string readAll(std::istream& stream, std::size_t most) {
         if (used == text.size()) {
             if (used > most)
                 break;
-            // What the buffer holds is known to be there; beyond it, growing by half keeps this
+            // The bytes in the buffer are available; beyond them, growing by half keeps this
             // linear.
             auto const held = std::max<std::streamsize>(buffer->in_avail(), 0);
             text.resize(used + std::max({static_cast<std::size_t>(held) + 1, used / 2, least}));
@@ -705,8 +706,8 @@ void ReaderJson::Read(Element& element, std::string_view text, Limits const& lim
 void ReaderJson::Read(Element& element, std::shared_ptr<std::string const> const& text,
                       Limits const& limits) {
     if (text == nullptr)
-        throw Exception::InvalidParameter("JSON text refused: there is no text");
-    auto const owner = text; // which may be held by `element` alone
+        throw Exception::InvalidParameter("JSON text refused: the pointer to the text is null");
+    auto const owner = text; // `element` may hold the only other reference
     Parser(*owner, limits, &owner, nullptr).parse(element);
 }
 
@@ -715,7 +716,7 @@ void ReaderJson::Read(Element& element, std::istream& stream, Limits const& limi
 }
 
 Detail::PassingTree::PassingTree(std::string_view text, Limits const& limits)
-    : arena_(text.size() * 3) { // what messages of many records take
+    : arena_(text.size() * 3) { // enough for messages with many records
     Parser(text, limits, nullptr, &arena_).parse(root_);
 }
 

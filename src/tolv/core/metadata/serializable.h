@@ -6,8 +6,8 @@ namespace Tolv::MetaData {
 
 class Element;
 
-/// Root of everything that can be written to an element and read from one. Whoever implements it
-/// inherits it as a virtual base.
+/// The interface of everything that can be written to an element and read from one. Implementations
+/// inherit it as a virtual base.
 class TOLV_CORE_API PartiallySerializableInterface {
 public:
     virtual ~PartiallySerializableInterface() = 0;

@@ -21,19 +21,19 @@ using Detail::Access;
 
 namespace {
 
-/// Where the text grows. Small pieces are collected in a block that stays in the cache and are
-/// appended together: a std::string cannot grow without being filled with zeros first, except by
-/// appending.
+/// The output text. Small pieces are collected in a block that stays in the cache and then appended
+/// together, because a std::string can only grow by appending without being filled with zeros
+/// first.
 class Output {
 public:
     explicit Output(std::string& text) : text_(text) {}
     Output(Output const&) = delete;
     Output& operator=(Output const&) = delete;
 
-    /// What `claim` may ask for at a time.
+    /// The number of bytes that `claim` provides.
     static constexpr std::size_t mostClaimed = 64;
 
-    /// Room for `mostClaimed` bytes; `commit` tells where those that were written end.
+    /// Returns space for `mostClaimed` bytes; pass the end of those written to `commit`.
     char* claim() {
         if (at_ > block_ + size) [[unlikely]]
             flush();
@@ -59,10 +59,9 @@ public:
         at_ += bytes.size();
     }
 
-    /// Puts the base64 of `bytes`.
+    /// Appends the base64 of `bytes`.
     void putEncoded(std::span<unsigned char const> bytes) {
-        constexpr std::size_t piece =
-            size / 4 * 3; // of bytes, so that all but the last go out even
+        constexpr std::size_t piece = size / 4 * 3; // so that only the last piece has padding
         while (!bytes.empty()) {
             auto const part = bytes.first(std::min(bytes.size(), piece));
             flush();
@@ -76,7 +75,7 @@ public:
             put(' ');
     }
 
-    /// Announces `bytes` more, so that a large text is not copied while it grows.
+    /// Reserves memory for `bytes` more, so that a large text is not copied while it grows.
     void expect(std::size_t bytes) {
         if (bytes <= sizeof block_)
             return;
@@ -98,13 +97,13 @@ private:
     char* at_ = block_;
 };
 
-/// The containers around the current value, innermost first, for messages.
+/// The containers around the current value, innermost first, for error texts.
 struct Level {
     Level const* outer;
     std::size_t depth;
     bool isObject;
-    Element const* key; ///< of the current child of an object
-    std::size_t index;  ///< of the current child of an array
+    Element const* key; ///< key of the current child of an object
+    std::size_t index;  ///< index of the current child of an array
 };
 
 std::string pathOf(Level const* level) {
@@ -118,7 +117,7 @@ std::string pathOf(Level const* level) {
         else
             path.append("[").append(std::to_string((*at)->index)).append("]");
     }
-    // A NUL would end the message.
+    // A NUL would end the error text.
     std::replace_if(
         path.begin(), path.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
     return path;
@@ -180,7 +179,7 @@ private:
         constexpr std::size_t most = 24; // -2.2250738585072014e-308
         auto* const at = out_.claim();
         auto* end = std::to_chars(at, at + most, number).ptr;
-        // A text like that of an integer would be read as one.
+        // Without a point or exponent the text would be read as an integer.
         if (std::none_of(at, end, [](char c) { return c == '.' || c == 'e'; })) {
             *end++ = '.';
             *end++ = '0';
@@ -200,7 +199,7 @@ private:
         }
         auto* const at = out_.claim();
         *at = '"';
-        std::memcpy(at + 1, bytes, 16); // the end of which the quote and what follows replace
+        std::memcpy(at + 1, bytes, 16); // the closing quote and later output overwrite the excess
         at[1 + size] = '"';
         out_.commit(at + size + 2);
     }
@@ -216,7 +215,7 @@ private:
     }
 
     void longString(std::string_view text, Level const* level, bool isKey) {
-        // Piece by piece, so that what is searched is still in the cache when it is copied.
+        // Work in pieces, so that the scanned bytes are still in the cache when they are copied.
         constexpr std::size_t piece = std::size_t{1} << 14U;
         out_.expect(text.size() + 2);
         out_.put('"');
@@ -312,13 +311,13 @@ private:
         ++level.index;
     }
 
-    /// The recursion ends here, so that no tree exhausts the stack.
+    /// Limits the recursion, so that no tree exhausts the stack.
     static Level enter(Level const* outer, bool isObject) {
         Level const level{outer, outer != nullptr ? outer->depth + 1 : 1, isObject, nullptr, 0};
         constexpr auto most = Limits{}.depth;
         if (level.depth > most)
-            throw Exception::InvalidParameter("the tree is deeper than " + std::to_string(most) +
-                                              " arrays and objects");
+            throw Exception::InvalidParameter("the tree has more than " + std::to_string(most) +
+                                              " nested arrays and objects");
         return level;
     }
 

@@ -12,7 +12,7 @@ extern template class TOLV_CORE_API ReflectorArray<std::string>;
 
 namespace Tolv::Msgs {
 
-/// An address: the list of strings that names an endpoint.
+/// An address: the list of strings that identifies an endpoint.
 using Address = std::vector<std::string>;
 
 /// A mirrored address. Final, because lists that were read are moved in without calling `assign`.
@@ -21,9 +21,9 @@ public:
     /// The form in which a field is declared.
     using Field = MetaData::FieldOf<MetaData::ListOf<std::string>>;
 
-    /// An empty list, initialized if required.
+    /// Constructs an empty list, initialized if required.
     ReflectedAddress(MetaData::Owner const& owner, Field field, MetaData::Presence required);
-    /// An initialized field with this content.
+    /// Constructs an initialized field with this content.
     ReflectedAddress(MetaData::Owner const& owner, Field field, Address const& initial);
 
     ReflectedAddress(ReflectedAddress const&) = default;

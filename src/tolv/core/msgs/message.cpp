@@ -73,8 +73,7 @@ std::shared_ptr<Message> Message::CreateFromMetaData(MetaData::Element const& el
                                           idKey.name() + '"');
     unsigned long long id = 0;
     if (!TryGetAs(*idElement, id))
-        throw Exception::InvalidParameter("key \"" + idKey.name() +
-                                          "\" holds no identifier of a message");
+        throw Exception::InvalidParameter("key \"" + idKey.name() + "\" holds no valid message id");
     auto* const creator = MsgFactory::Instance().find(id);
     MetaData::Detail::MessageRead const reported(element);
     return std::shared_ptr<Message>(creator != nullptr ? creator(element) : nullptr);

@@ -33,7 +33,7 @@ struct State {
     std::mutex mutex; ///< for changes and listings; lookups take no lock
     std::array<std::atomic<void*>, 1024> buckets{};
     std::atomic<std::size_t> size = 0;
-    std::size_t slots = 0; ///< created so far
+    std::size_t slots = 0; ///< number created so far
 };
 
 union Immortal {

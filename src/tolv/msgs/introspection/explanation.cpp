@@ -23,7 +23,8 @@ FieldDescription fieldOf(ReadEvent const& event) {
     return describeField({event.field, event.required});
 }
 
-/// Whether messages of this class need a destination. While one is read, its base cannot know.
+/// Whether messages of this class require a destination. The base class, which reads the field,
+/// cannot know that yet.
 bool needsDestination(unsigned long long id) {
     static auto const those = [] {
         std::set<unsigned long long> ids;
@@ -35,7 +36,7 @@ bool needsDestination(unsigned long long id) {
     return those.contains(id);
 }
 
-/// Problems, as many as anybody reads; of the others the number.
+/// Collects the first problems, and counts the rest.
 class Problems {
 public:
     void add(Problem problem) {
@@ -69,9 +70,10 @@ public:
                 problems_.add(Detail::absence(event.path));
             break;
         case Outcome::unknownKey:
-            problems_.add({ProblemKind::unknownKey, event.path, "nothing read it", event.found});
+            problems_.add(
+                {ProblemKind::unknownKey, event.path, "no field has this key", event.found});
             break;
-        case Outcome::unreadable: // may have been told of its field
+        case Outcome::unreadable: // its field may have been reported already
             if (problems_.lastPath() != event.path || event.path.empty())
                 problems_.add(
                     {ProblemKind::wrongValue, event.path,
@@ -96,7 +98,7 @@ public:
     std::vector<Problem> take() { return problems_.take(); }
 
 private:
-    /// Of a field that was read.
+    /// Adds what is unusual about a field that was read.
     void addOddities(ReadEvent const& event, FieldDescription const& field) {
         if (auto length = Detail::lengthMismatch(field, event.found, event.path))
             problems_.add(std::move(*length));
@@ -122,18 +124,18 @@ private:
         addUnknownKeys(event, field);
     }
 
-    /// What became of a field whose value is of the right kind, and why.
+    /// Says what happened to a field whose value has the right type, and why.
     static std::string failure(ReadEvent const& event, FieldDescription const& field) {
         auto const isList = field.type != nullptr && field.type->kind == TypeKind::list;
-        std::string text = event.outcome != Outcome::kept ? "did not read"
-                           : isList                       ? "stays as it was"
+        std::string text = event.outcome != Outcome::kept ? "did not parse"
+                           : isList                       ? "keeps its old value"
                                                           : "refused by its check";
         if (auto const cause = causeOf(event, field); !cause.empty())
             return text + ", because of " + cause;
         return event.reason.empty() ? text : text + ": " + event.reason;
     }
 
-    /// The path of what is to blame inside of a field; empty when there is no such place.
+    /// The path of the cause inside the field; empty if there is none.
     static std::string causeOf(ReadEvent const& event, FieldDescription const& field) {
         if (field.type != nullptr) {
             auto const inside = Detail::problemsInside(field, event.found, event.path);
@@ -145,7 +147,7 @@ private:
         return event.cause;
     }
 
-    /// A payload that converts itself by hand reports no keys.
+    /// Hand-written payloads report no keys, so look for unknown ones here.
     void addUnknownKeys(ReadEvent const& event, FieldDescription const& field) {
         if (field.type == nullptr || !field.type->strict || !event.found.isObject())
             return;
@@ -154,7 +156,7 @@ private:
             if (findField(fields, member.key()) == nullptr)
                 problems_.add({ProblemKind::unknownKey,
                                MetaData::Detail::pathBelow(event.path, member.key()),
-                               "nothing read it", member.value});
+                               "no field has this key", member.value});
     }
 
     static bool namesNeedyClass(Element const& found) {
@@ -168,11 +170,11 @@ private:
     }
 
     Problems problems_;
-    std::string idOf_;              ///< the way to the message that was begun last
-    bool needsDestination_ = false; ///< whether its class does
+    std::string idOf_;              ///< path prefix of the message that began last
+    bool needsDestination_ = false; ///< whether that message requires a destination
 };
 
-/// Adds what is wrong with the literal of a field, if it is an open one.
+/// Adds a problem if an open enumeration field holds an unknown literal.
 void addUnknownLiteral(ReadEvent const& event, Problems& problems) {
     if (event.outcome != Outcome::read)
         return;
@@ -190,14 +192,14 @@ std::string Problem::found() const {
     try {
         if (value)
             MetaData::WriterJson::Write(*value, text);
-    } catch (Exception::Base const& e) { // a text that is no UTF-8
+    } catch (Exception::Base const& e) { // the text is not valid UTF-8
         return e.what();
     }
     if (text.size() <= most)
         return text;
     auto end = most;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
-        --end; // not within a character
+        --end; // do not cut within a character
     return text.substr(0, end) + "...";
 }
 

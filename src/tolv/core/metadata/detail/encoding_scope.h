@@ -8,18 +8,20 @@
 
 namespace Tolv::MetaData::Detail {
 
-/// While one exists, `putEncoded` of this thread only notes large blocks of lasting fields, for a
-/// tree that is written to text at once. The tree must be destroyed first.
+/// While a scope exists, `putEncoded` on this thread defers the encoding of large blocks of lasting
+/// fields, for a tree that is immediately written to text. The tree must be destroyed before the
+/// scope.
 class EncodingScope {
 public:
-    /// @param root the record that is written
+    /// @param root the record to be written
     explicit EncodingScope(MirroredObject const& root) noexcept;
     EncodingScope(EncodingScope const&) = delete;
     EncodingScope& operator=(EncodingScope const&) = delete;
-    /// Encodes what somebody has taken out of the tree; where memory runs out, it is empty.
+    /// Encodes the blocks that are still referred to from outside the tree; if memory runs out,
+    /// they become empty.
     ~EncodingScope();
 
-    /// The innermost of this thread, or null.
+    /// The innermost scope of this thread, or null.
     [[nodiscard]] static EncodingScope* current() noexcept;
 
     [[nodiscard]] bool isRoot(MirroredObject const& record) const noexcept {
@@ -28,12 +30,12 @@ public:
     [[nodiscard]] bool isLasting(ReflectorBase const& field) const noexcept {
         return lasting_ != nullptr && field.isOwnedBy(*lasting_);
     }
-    /// Takes another record as that whose fields last; null for none. @return that of before
+    /// Sets the record whose fields are lasting; null for none. @return the previous one
     MirroredObject const* setLasting(MirroredObject const* record) noexcept {
         return std::exchange(lasting_, record);
     }
 
-    /// @throws as `putEncoded`
+    /// Defers the encoding of `bytes`. @throws as `putEncoded`
     void put(Element& element, std::span<unsigned char const> bytes);
 
 private:

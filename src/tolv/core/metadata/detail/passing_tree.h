@@ -8,9 +8,8 @@
 
 namespace Tolv::MetaData::Detail {
 
-/// The tree of a text that is only looked at, by somebody who takes out what is wanted. All of it
-/// stands in one place and refers to the text, so it costs a fraction of a tree that can be kept.
-/// What is copied out of it stands on its own.
+/// The tree of a text that is read only once. All of it lies in one arena and refers to the text,
+/// so it costs a fraction of an ordinary tree. Elements copied out of it are independent.
 class PassingTree {
 public:
     /// @param text must outlive this object
@@ -21,7 +20,7 @@ public:
     PassingTree& operator=(PassingTree const&) = delete;
     ~PassingTree();
 
-    /// The value of the text, never to be changed nor moved from.
+    /// The value of the text. It must be neither modified nor moved from.
     [[nodiscard]] Element const& root() const noexcept { return root_; }
 
 private:

@@ -8,23 +8,23 @@
 #include <tolv/core/metadata/mirrored_object.h>
 
 /// @file
-/// Where reads tell a `ReadReport` what they do. Without one they cost a load of a flag.
+/// The hooks through which reads inform a `ReadReport`. Without a report they only load a flag.
 namespace Tolv::MetaData::Detail {
 
-/// The path of a child: a key that is no plain word stands there in quotes.
+/// The path of a child. A key that is not a plain word is quoted.
 TOLV_CORE_API std::string pathBelow(std::string path, std::string_view key);
 
-/// The number of reports that there are, in all threads.
+/// The number of existing reports of all threads.
 extern TOLV_CORE_API std::atomic<unsigned int> openReports;
 
 [[nodiscard]] inline bool anyReport() noexcept {
     return openReports.load(std::memory_order_relaxed) != 0;
 }
 
-/// Reads `field` from `parent` if this thread has a report. @return whether it did
+/// Reads `field` from `parent` if this thread has a report. @return whether it has
 TOLV_CORE_API bool readReported(ReflectorBase& field, Element const& parent);
 
-/// Has a field outside of a walk over a record, such as the payload of a message, read itself.
+/// Reads a field that no walk over a record covers, such as the payload of a message.
 template <class Field>
 void readField(Field& field, Element const& parent) {
     if constexpr (std::derived_from<Field, ReflectorBase>) {
@@ -34,10 +34,10 @@ void readField(Field& field, Element const& parent) {
     field.assign(parent);
 }
 
-/// The exception that is being handled has no other effect than that the field reads nothing.
+/// Reports that the exception being handled has no effect except that the field reads nothing.
 TOLV_CORE_API void reportSwallowed() noexcept;
 
-/// The field that reads itself keeps what it had.
+/// Reports that the current field keeps its old value.
 TOLV_CORE_API void reportKept() noexcept;
 
 } // namespace Tolv::MetaData::Detail

@@ -16,8 +16,8 @@ namespace Tolv::MetaData {
 
 namespace Detail {
 
-/// Stands on the stack while the factory makes a message from `element`, which happens in several
-/// walks: the frame, then the payload. Reports take them for walks over one object.
+/// Exists on the stack while the factory creates a message from `element`. That takes several walks
+/// (the frame, then the payload), which reports treat as walks over one object.
 class MessageRead {
 public:
     explicit MessageRead(Element const& element) noexcept {
@@ -39,8 +39,8 @@ private:
 
     ReadReport::Recorder* recorder_ = nullptr;
     MessageRead* outer_ = nullptr;
-    void const* frame_ = nullptr;   ///< in which it is made
-    void const* content_ = nullptr; ///< of `element`
+    void const* frame_ = nullptr;   ///< the frame of the recorder at construction
+    void const* content_ = nullptr; ///< the container of `element`
     std::uint32_t head_ = ~std::uint32_t{0};
 };
 
@@ -48,14 +48,14 @@ private:
 
 /// The recording end of a report.
 ///
-/// What a hostile text can make it take is bounded: a record that is read costs 56 bytes and one
-/// for each of its fields, whatever is in it. Keys, types and paths of events are made when
-/// somebody asks for them; the values stand in the tree, which the report shares.
+/// Its memory is limited even for hostile text: each record that is read costs 56 bytes plus one
+/// per field, whatever its content. Keys, types and paths of events are computed on request; the
+/// values are in the tree, which the report shares.
 class ReadReport::Recorder {
 public:
     using Outcome = ReadEvent::Outcome;
 
-    /// Of this thread; null when it has no report.
+    /// The recorder of this thread; null if it has no report.
     static Recorder* current() noexcept;
 
     Recorder();
@@ -63,7 +63,7 @@ public:
     Recorder& operator=(Recorder const&) = delete;
     ~Recorder();
 
-    /// Has the fields of a record read themselves from `element`, in order. @throws what they throw
+    /// Reads the fields of a record from `element`, in order. @throws what they throw
     void read(std::span<ReflectorBase* const> fields, std::type_info const& record,
               Element const& element);
 
@@ -80,7 +80,7 @@ private:
 
     static constexpr std::uint32_t none = ~std::uint32_t{0};
 
-    /// What all records of one class that are read have in common.
+    /// The common data of all records of one class.
     struct Shape {
         struct Field {
             FieldInfo const* info;
@@ -93,22 +93,22 @@ private:
         std::vector<Field> fields;
     };
 
-    /// One walk over the fields of a record.
+    /// A walk over the fields of a record.
     struct Read {
-        Element element; ///< what it was read from, as it was then
+        Element element; ///< the element at the time of the read
         Shape const* shape = nullptr;
-        std::size_t outcomes = 0;    ///< where those of its fields start
-        std::uint32_t parent = none; ///< the walk that it belongs to
+        std::size_t outcomes = 0;    ///< position of the first outcome of its fields
+        std::uint32_t parent = none; ///< the enclosing walk
         std::uint32_t sequel = none; ///< the next walk over the same object
-        std::uint32_t prefix = 0;    ///< the way from the field of the parent to a list or object
-        std::uint32_t entry = none;  ///< of that list
-        std::uint16_t field = 0;     ///< of the parent
-        bool isSequel = false;       ///< another walk over this object came before
+        std::uint32_t prefix = 0;    ///< the path from the field of the parent to a list or object
+        std::uint32_t entry = none;  ///< the index in that list
+        std::uint16_t field = 0;     ///< the index of the field of the parent
+        bool isSequel = false;       ///< whether this is not the first walk over this object
     };
 
     using FieldOfRead = std::pair<std::uint32_t, std::uint16_t>;
 
-    /// What is known of few fields only.
+    /// Details that only few fields have.
     struct Note {
         std::uint32_t entry = none;
         FieldOfRead cause{none, 0};
@@ -133,11 +133,12 @@ private:
     [[nodiscard]] std::string pathOf(std::uint32_t read) const;
 
     Recorder* const outer_;
-    Frame* frame_ = nullptr;                 ///< the record that is being read, the innermost
-    Detail::MessageRead* message_ = nullptr; ///< likewise the message
-    FieldOfRead thrower_{none, 0};           ///< the field that an exception left last
-    std::uint32_t head_ = none;              ///< the first walk over the last object
-    std::multimap<std::pair<std::type_info const*, FieldInfo const*>, Shape> shapes_; ///< by first key
+    Frame* frame_ = nullptr;                 ///< the innermost record being read
+    Detail::MessageRead* message_ = nullptr; ///< the innermost message being read
+    FieldOfRead thrower_{none, 0};           ///< the field that the last exception left
+    std::uint32_t head_ = none;              ///< the first walk over the latest object
+    std::multimap<std::pair<std::type_info const*, FieldInfo const*>, Shape>
+        shapes_; ///< by first field
     std::deque<Read> reads_;
     std::deque<std::uint8_t> outcomes_;
     std::map<FieldOfRead, Note> notes_;

@@ -13,40 +13,41 @@
 #include <tolv/core/metadata/element.h>
 
 /// @file
-/// What the handles of element.h point at. Not installed.
+/// The data behind the handles of element.h. Not installed.
 namespace Tolv::MetaData::Detail {
 
-/// A text too long for an element. Never changed once it is made, so always shared.
+/// A text too long for an element. Immutable, and therefore always shared.
 struct TextRep {
     enum class Place : unsigned char {
-        here,     ///< behind this structure, in the same allocation
+        here,     ///< after this structure, in the same allocation
         borrowed, ///< this is a `BorrowedText`
         deferred, ///< this is a `DeferredText`
     };
 
     std::atomic<std::uint32_t> refs{1};
     std::uint32_t size = 0;
-    /// All of it is ASCII that stands for itself in JSON, so that nobody need look again.
+    /// Whether the text is known to be ASCII that needs no escape in JSON.
     bool isPlain = false;
     Place place = Place::here;
-    /// It goes with the tree that it stands in, however often it is referred to: to be copied.
+    /// Whether the text is destroyed with its tree regardless of references, so that it must be
+    /// copied.
     bool isPassing = false;
 
     [[nodiscard]] inline char const* chars() noexcept;
     [[nodiscard]] char* own() noexcept { return reinterpret_cast<char*>(this + 1); }
 };
 
-/// A part of a text that was given to the reader.
+/// A part of a text that was passed to the reader.
 struct BorrowedText : TextRep {
     char const* text = nullptr;
-    std::shared_ptr<std::string const> owner; ///< kept alive; none in a tree that passes
+    std::shared_ptr<std::string const> owner; ///< keeps the text alive; null in a `PassingTree`
 };
 
-/// Bytes whose base64 is the text: encoded by the writer, straight into its output, or as soon as
-/// somebody else looks. Only one thread sees it before.
+/// A text that is the base64 of these bytes. The writer encodes them directly into its output; any
+/// other access encodes them first. Only one thread may access the text before it is encoded.
 struct DeferredText : TextRep {
     std::span<unsigned char const> bytes;
-    std::unique_ptr<char[]> text; ///< null until then
+    std::unique_ptr<char[]> text; ///< null until encoded
 
     /// @throws std::bad_alloc
     void encode();
@@ -63,7 +64,7 @@ inline char const* TextRep::chars() noexcept {
     return deferred->text.get();
 }
 
-/// What is still to be encoded to give this text, or null.
+/// The bytes still to be encoded for this text, or null.
 inline std::span<unsigned char const> const* deferredBytes(TextRep const& text) noexcept {
     if (text.place != TextRep::Place::deferred)
         return nullptr;
@@ -71,21 +72,20 @@ inline std::span<unsigned char const> const* deferredBytes(TextRep const& text) 
     return deferred.text == nullptr ? &deferred.bytes : nullptr;
 }
 
-/// What arrays and objects have in common.
+/// The common part of arrays and objects.
 struct ContainerRep {
     std::atomic<std::uint32_t> refs{1};
     std::uint32_t size = 0;
     bool isObject = false;
-    /// A writable reference into this container was handed out and may still be held by somebody:
-    /// a copy must then have content of its own. A container that is not exposed has no exposed
-    /// container below it.
+    /// A writable reference into this container was handed out and may still exist, so copies must
+    /// not share the content. A container that is not exposed contains no exposed container.
     bool exposed = false;
-    std::uint32_t capacity = 0;   ///< children that fit behind this structure
-    ContainerRep* link = nullptr; ///< chain of the containers that wait to be destroyed
+    std::uint32_t capacity = 0;   ///< number of children that fit after this structure
+    ContainerRep* link = nullptr; ///< next container to be destroyed
 };
 
-/// Children never move, so that references to them stay valid while more are added: they fill the
-/// room behind the structure, then one chunk after the other.
+/// Children never move, so that references to them remain valid while more are added. They fill the
+/// memory after this structure, and then one chunk after another.
 template <class Item>
 struct Children : ContainerRep {
     Chunk<Item>* more = nullptr;
@@ -95,8 +95,7 @@ struct alignas(Element) ArrayRep : Children<Element> {
     [[nodiscard]] Element* items() noexcept { return reinterpret_cast<Element*>(this + 1); }
 };
 
-/// Hash index of an object that is too large to be searched from end to end: open addressing, at
-/// most half full.
+/// Hash index of an object that is too large for linear search: open addressing, at most half full.
 struct alignas(Member*) Index {
     std::uint32_t mask = 0;
 
@@ -106,14 +105,15 @@ struct alignas(Member*) Index {
 static_assert(alignof(Index) <= alignof(std::max_align_t));
 
 struct alignas(Element) ObjectRep : Children<Member> {
-    Index* index = nullptr; ///< present when `size` is above `linearLimit`
+    Index* index = nullptr; ///< exists if `size` is above `linearLimit`
 
     static constexpr std::uint32_t linearLimit = 32;
 
     [[nodiscard]] Member* items() noexcept { return reinterpret_cast<Member*>(this + 1); }
 };
 
-/// The ways into the handles, for the algorithms over trees, the reader and the message base.
+/// Access to the private parts of the handles, for the tree algorithms, the reader and the message
+/// base.
 struct Access {
     static ArrayRep*& rep(Array& array) noexcept { return array.rep_; }
     static ArrayRep* rep(Array const& array) noexcept { return array.rep_; }
@@ -127,7 +127,7 @@ struct Access {
         return element.isObject() ? element.object_.rep_ : nullptr;
     }
 
-    /// The same bits: `target` must be plain. What is counted is up to the caller.
+    /// Copies the bits. `target` must be plain; the caller maintains the reference counts.
     static void copyWords(Element const& source, Element& target) noexcept {
         target.copyWords(source);
     }
@@ -137,22 +137,22 @@ struct Access {
         return element.tag() == Element::tagLongText;
     }
     static TextRep* longText(Element const& element) noexcept { return element.longText_; }
-    /// Makes `target` the text, of more than 14 bytes.
+    /// Makes `target` a string with this text of more than 14 bytes.
     static void putPlainText(Element& target, std::string_view text);
     static void putBorrowedText(Element& target, std::string_view text, bool isPlain,
                                 std::shared_ptr<std::string const> owner);
-    /// The same in a tree that passes: nobody keeps the text alive.
+    /// The same in a `PassingTree`, which does not keep the text alive.
     static void putPassingText(Element& target, std::string_view text, bool isPlain,
                                Tolv::Detail::Arena& arena);
-    /// Makes `target` the base64 of `bytes`, which must stay until they are encoded.
+    /// Makes `target` the base64 of `bytes`, which must remain unchanged until they are encoded.
     static void putDeferredText(Element& target, std::span<unsigned char const> bytes);
-    /// Another reference to a text of more than 14 bytes, or, of a passing one, a copy.
+    /// Another reference to a text of more than 14 bytes, or a copy of one in a `PassingTree`.
     static TextRep* share(TextRep* text);
     static void putLongText(Element& target, TextRep* text) noexcept {
         target.reset(0, Element::tagLongText);
         target.longText_ = text;
     }
-    /// The text that stands in the element itself, 16 bytes of memory, or null.
+    /// The text if it is stored in the element itself (16 readable bytes), otherwise null.
     static char const* shortText(Element const& element) noexcept {
         return element.tag() == Element::tagText ? reinterpret_cast<char const*>(element.words_)
                                                  : nullptr;
@@ -161,10 +161,10 @@ struct Access {
         return static_cast<std::size_t>(element.words_[1] >> 48U & 0xFFU);
     }
 
-    /// Makes `target`, which is null, the text of `size` bytes, at most 14; 16 may be read at
-    /// `bytes`.
+    /// Makes `target`, which must be null, the text of `size` bytes, at most 14. 16 bytes must be
+    /// readable at `bytes`.
     static void putShortText(Element& target, char const* bytes, std::size_t size) noexcept {
-        // A window over these has as many bytes of ones as wanted.
+        // A 16-byte window into these words has `size` bytes of ones.
         static constexpr std::uint64_t ones[4] = {~std::uint64_t{0}, ~std::uint64_t{0}, 0, 0};
         std::uint64_t mask[2];
         std::memcpy(mask, reinterpret_cast<char const*>(ones) + (16 - size), sizeof mask);
@@ -188,7 +188,7 @@ struct Access {
         target.words_[0] = image.low;
         target.words_[1] = image.high;
     }
-    /// Whether two strings are equal.
+    /// Whether two string elements are equal.
     static bool equalTexts(Element const& left, Element const& right) noexcept {
         if (left.words_[1] != right.words_[1]) // another tag, or a short text of another size
             return false;
@@ -196,21 +196,21 @@ struct Access {
                (isLongText(left) && left.text() == right.text());
     }
 
-    /// Makes `target`, which is plain, an array of the given elements, and leaves garbage where
-    /// they were. With an arena the array stands there, and must go with it: never to be
-    /// destroyed, and copied as one that is exposed. On an exception nothing has happened.
+    /// Makes `target`, which must be plain, an array of the given elements, which are left
+    /// indeterminate. With an arena the array lies in it, must never be destroyed itself, and is
+    /// copied like an exposed one. If this throws, nothing has changed.
     static void takeArray(Element& target, std::span<Element> elements, Tolv::Detail::Arena* arena);
 
-    /// The same for an object of the given members, keys and children in turn. Keys that stand
-    /// there twice are found by `indexObject`, which must follow.
+    /// The same for an object of the given keys and children, in turn. Call `indexObject` next; it
+    /// detects duplicate keys.
     static void takeObject(Element& target, std::span<Element> keysAndValues,
                            Tolv::Detail::Arena* arena);
 
-    /// @return the place among the members of a key that stands there twice, else -1
+    /// @return the position of a member with a duplicate key, or -1
     static std::ptrdiff_t indexObject(Element& target, Tolv::Detail::Arena* arena);
 };
 
-/// A container as an element, without a reference of its own: only for reading, and no longer than
+/// A container as an element that holds no reference. It must only be read, and must not outlive
 /// the container.
 class ContainerView {
 public:
