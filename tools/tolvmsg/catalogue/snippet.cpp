@@ -35,6 +35,11 @@ std::string setterName(std::string const& key) {
 /// What of a record is shown: all of it, or, in a message inside of another, what it must have.
 enum class Extent { all, required };
 
+std::vector<FieldDescription> payloadOf(unsigned long long id) {
+    auto const described = descriptionOf(id);
+    return described ? described->payload() : std::vector<FieldDescription>();
+}
+
 class Lines {
 public:
     explicit Lines(Classes const* classes) : classes_(classes) {}
@@ -83,8 +88,7 @@ private:
         if (message.messageId) {
             auto const name = names_.take(variableFor(message));
             add("auto& " + name + " = " + member + ".edit()" + (isList ? ".emplace_back();" : ";"));
-            build(describe(*message.messageId)->payload(), name + ".editPayload()", false,
-                  Extent::required);
+            build(payloadOf(*message.messageId), name + ".editPayload()", false, Extent::required);
             return;
         }
         auto const made = "std::make_shared<" + example(message) + ">()";
@@ -147,8 +151,7 @@ private:
         if (inner != nullptr)
             read(inner->fields(), name, inner->strict, extent);
         else if (message->messageId)
-            read(describe(*message->messageId)->payload(), name + ".payload()", false,
-                 Extent::required);
+            read(payloadOf(*message->messageId), name + ".payload()", false, Extent::required);
         else
             add("auto const& " + names_.take("id") + " = " + name + (isList ? "->" : ".") +
                 "id();");
