@@ -90,8 +90,7 @@ void checkSchema(std::string_view id, Classes const& classes) {
         static std::set<unsigned long long> seen; // each class has one schema, which takes long
         auto const& known = resolveClass(classes, id);
         if (seen.insert(known.id).second)
-            requireHarmless(
-                indentedJson(schemaOf(classes, *Msgs::Introspection::describe(known.id))));
+            requireHarmless(indentedJson(schemaOf(classes, descriptionOf(known))));
     } catch (UsageError const& e) {
         requireHarmless(e.what());
     }

@@ -16,6 +16,7 @@
 #include <tolv/fields/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/catalogue.h>
+#include <tolv/msgs/introspection/description.h>
 #include <tolv/msgs/record.h>
 #include "support/captured_output.h"
 #include "support/counters.h"
@@ -317,6 +318,12 @@ TEST(Registration, EndsWithItsRegistrar) {
     factory.deregisterMessage(id); // of nobody
     EXPECT_FALSE(factory.registerMessage(id, nullptr, "nothing"));
     EXPECT_EQ(Message::CreateFromMetaData(tree), nullptr);
+
+    EXPECT_TRUE(factory.registerMessage(
+        id, [](auto const&) -> Message* { return nullptr; }, "builds nothing"));
+    EXPECT_EQ(Message::CreateFromMetaData(tree), nullptr);
+    EXPECT_FALSE(Introspection::describe(id));
+    factory.deregisterMessage(id);
 }
 
 /// The class of the object itself.

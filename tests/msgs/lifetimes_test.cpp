@@ -1,5 +1,6 @@
 // Objects that are gone, or that change, while something is written from them or read into them.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,6 +13,7 @@
 #include <tolv/fields/reflector_array.h>
 #include <tolv/msgs/app/messages.h>
 #include <tolv/msgs/attrs/messages.h>
+#include <tolv/msgs/engine/messages.h>
 #include <tolv/msgs/message_helpers.h>
 #include <tolv/msgs/payload_interface.h>
 
@@ -205,6 +207,122 @@ TEST(OwnContent, IsAssigned) {
     message.Data = std::as_const(message.Data);
     message = std::as_const(message);
     EXPECT_EQ(written(message), before);
+}
+
+struct Wide;
+
+struct Inner : MirroredObject {
+    ReflectorArray<Wide> list{this, "list"_key, Required};
+
+    Inner();
+    Inner& operator=(Inner const&);
+};
+
+/// All kinds of fields that may own another record of their own class, and last what is copied when
+/// they have been replaced.
+struct Wide : MirroredObject {
+    ReflectorArray<Wide> children{this, "children"_key, Required};
+    Reflector<Inner> inner{this, "inner"_key, Required};
+    PolymorphicReflector<Message> cause{this, "cause"_key, Optional};
+    Reflector<Engine::TransitionData::ParamList> param{this, "param"_key, Required};
+    Reflector<std::string> text{this, "text"_key, Required};
+
+    Wide() = default;
+    Wide(Wide const& other) : Wide() { *this = other; }
+    Wide& operator=(Wide const&) = default;
+};
+
+Inner::Inner() = default;
+Inner& Inner::operator=(Inner const&) = default;
+
+using WideMessage = MessageOf<Wide>;
+
+Wide wideOf(std::string const& text) {
+    Wide wide;
+    wide.text = text + " is too long to be stored in place";
+    return wide;
+}
+
+/// Owns other records in each of its fields, and these own others in turn.
+Wide wideTree(std::string const& text, int levels = 2) {
+    auto wide = wideOf(text);
+    if (levels == 0)
+        return wide;
+    auto const below = [&](char const* which) { return wideTree(text + which, levels - 1); };
+    wide.children = std::vector{below(" child"), below(" second child")};
+    wide.inner.edit().list = std::vector{below(" in inner")};
+    wide.cause = std::make_shared<WideMessage>(below(" cause"));
+    wide.param.edit() = {std::make_shared<WideMessage>(below(" param")),
+                         std::make_shared<WideMessage>(below(" second param"))};
+    return wide;
+}
+
+TEST(OwnContent, IsAssignedToTheFieldThatOwnsIt) {
+    auto const messageIn = [](Message const& message) -> WideMessage const& {
+        return dynamic_cast<WideMessage const&>(message);
+    };
+    using Part = std::function<Wide const&(Wide const&)>;
+    Part const parts[] = {
+        [](Wide const& wide) -> Wide const& { return wide.children()[0]; },
+        [](Wide const& wide) -> Wide const& { return wide.inner().list()[0]; },
+        [&](Wide const& wide) -> Wide const& { return messageIn(wide.cause()).payload(); },
+        [&](Wide const& wide) -> Wide const& { return messageIn(*wide.param()[0]).payload(); },
+    };
+    struct {
+        char const* name;
+        std::function<void(WideMessage&, Wide const&)> run;
+    } const roads[] = {
+        {"assign", [](WideMessage& m, Wide const& part) { m.Data.assign(part); }},
+        {"=", [](WideMessage& m, Wide const& part) { m.Data = part; }},
+        {"setPayload", [](WideMessage& m, Wide const& part) { m.setPayload(part); }},
+    };
+    // A copy would share the messages in it, and keep them alive.
+    auto const fill = [](WideMessage& message) {
+        message.Data.reset();
+        message.setPayload(wideTree("root"));
+    };
+    for (auto const& road : roads) {
+        for (std::size_t outer = 0; outer < std::size(parts); ++outer) {
+            WideMessage message;
+            fill(message);
+            auto const& part = parts[outer](message.payload());
+            auto expected = written(part);
+            road.run(message, part);
+            EXPECT_EQ(written(message.payload()), expected) << road.name << ' ' << outer;
+            for (std::size_t inner = 0; inner < std::size(parts); ++inner) {
+                fill(message);
+                auto const& deeper = parts[inner](parts[outer](message.payload()));
+                expected = written(deeper);
+                road.run(message, deeper);
+                EXPECT_EQ(written(message.payload()), expected)
+                    << road.name << ' ' << outer << ' ' << inner;
+            }
+        }
+    }
+    WideMessage message;
+    fill(message);
+    auto const expected = written(messageIn(message.payload().cause()));
+    message = messageIn(message.payload().cause());
+    EXPECT_EQ(written(message), expected);
+
+    Reflector<Engine::TransitionData::ParamList> list{nullptr, "param"_key, Required};
+    auto outer = std::make_shared<Engine::TransitionMessage>();
+    outer->editPayload().param.edit() = {std::make_shared<WideMessage>(wideOf("a")),
+                                         std::make_shared<WideMessage>(wideOf("b"))};
+    list.edit() = {outer, nullptr};
+    auto const& part = outer->payload().param();
+    outer.reset();
+    list = part;
+    ASSERT_EQ(list().size(), 2U);
+    EXPECT_EQ(messageIn(*list()[1]).payload().text(), wideOf("b").text());
+}
+
+TEST(OwnContent, IsReleasedAfterTheAssignment) {
+    auto const cause = std::make_shared<WideMessage>();
+    WideMessage message;
+    message.editPayload().cause = cause;
+    message.setPayload(Wide());
+    EXPECT_EQ(cause.use_count(), 1);
 }
 
 // ---- Trees that hold something already -------------------------------------------------------

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include <cxxabi.h>
@@ -6,6 +7,8 @@
 #include <tolv/msgs/catalogue.h>
 
 #include "classes.h"
+#include "commands.h"
+#include "ids.h"
 #include "text.h"
 
 namespace Tolv::Tool {
@@ -58,6 +61,38 @@ MetaData::Element const* Classes::example(unsigned long long id) const {
         message->destination = {"instrument"};
     message->copyToMetaData(tree);
     return &tree;
+}
+
+std::optional<Msgs::Introspection::ClassDescription> descriptionOf(unsigned long long id) {
+    try {
+        return Msgs::Introspection::describe(id);
+    } catch (std::exception const&) { // of a user's class
+        return {};
+    }
+}
+
+Msgs::Introspection::ClassDescription descriptionOf(MessageClass const& known) {
+    std::string why = "its creator returns null";
+    try {
+        if (auto described = Msgs::Introspection::describe(known.id))
+            return *std::move(described);
+    } catch (std::exception const& e) {
+        why = std::string("its creator throws: ") + e.what();
+    }
+    throw UsageError("no message of class " + hexadecimal(known.id) + " (" + known.name() +
+                     ") can be built: " + why);
+}
+
+std::vector<Msgs::Introspection::ClassDescription> descriptionsOf(Classes const& classes) {
+    std::vector<Msgs::Introspection::ClassDescription> all;
+    for (auto const& known : classes.all()) {
+        try {
+            all.push_back(descriptionOf(known));
+        } catch (UsageError const& e) {
+            std::fprintf(stderr, "tolvmsg: left out: %s\n", harmless(e.what()).c_str());
+        }
+    }
+    return all;
 }
 
 } // namespace Tolv::Tool

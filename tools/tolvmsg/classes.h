@@ -1,12 +1,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include <tolv/core/metadata/element.h>
 #include <tolv/core/msgs/message.h>
+#include <tolv/msgs/introspection/description.h>
 
 namespace Tolv::Tool {
 
@@ -41,5 +43,15 @@ private:
     std::vector<MessageClass> all_;
     mutable std::unordered_map<unsigned long long, MetaData::Element> trees_;
 };
+
+/// What introspection tells of the class with this id; empty where no message of it can be built.
+std::optional<Msgs::Introspection::ClassDescription> descriptionOf(unsigned long long id);
+
+/// The same. @throws UsageError, which names the class, where no message of it can be built
+Msgs::Introspection::ClassDescription descriptionOf(MessageClass const& known);
+
+/// The descriptions of all classes. Those of which no message can be built are left out, each with
+/// a line on standard error.
+std::vector<Msgs::Introspection::ClassDescription> descriptionsOf(Classes const& classes);
 
 } // namespace Tolv::Tool

@@ -25,9 +25,12 @@ void examineTree(MetaData::Element const& input, ExaminedLine& line) {
 
     MetaData::ReadReport const report;
     auto message = Msgs::Message::CreateFromMetaData(input);
-    if (message == nullptr)
-        throw Exception::InvalidParameter("unknown id " + hexadecimal(*line.id) + " (" +
-                                          dotted(*line.id) + ")");
+    if (message == nullptr) {
+        auto const id = hexadecimal(*line.id) + " (" + dotted(*line.id) + ")";
+        if (Msgs::Message::MsgFactory::Instance().find(*line.id) != nullptr)
+            throw Exception::InvalidOperation("the class of id " + id + " built no message");
+        throw Exception::InvalidParameter("unknown id " + id);
+    }
     message->copyToMetaData(line.tree);
     line.problems = Msgs::Introspection::explain(report);
     line.literals = Msgs::Introspection::unknownLiterals(report);

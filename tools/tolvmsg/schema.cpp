@@ -123,9 +123,10 @@ public:
         if (root_ == id)
             return reference("#");
         auto const* const known = classes_.find(id);
-        if (known == nullptr)
+        auto const described = known != nullptr ? descriptionOf(id) : std::nullopt;
+        if (!described)
             return json(true);
-        return defined(fileStem(*known), [&] { return message(*describe(id)); });
+        return defined(fileStem(*known), [&] { return message(*described); });
     }
 
     /// Adds the definitions that the schema refers to.
@@ -292,8 +293,8 @@ Element schemaOfAny(Classes const& classes) {
     auto schema = begun();
     schema["title"] = json(std::string_view("Any message"));
     std::vector<Element> all;
-    for (auto const& known : classes.all())
-        all.push_back(builder.referenceTo(known.id));
+    for (auto const& described : descriptionsOf(classes))
+        all.push_back(builder.referenceTo(described.id));
     schema["anyOf"] = json(std::move(all));
     builder.finish(schema);
     return schema;

@@ -14,7 +14,8 @@ namespace Tolv::Tool {
 MetaData::Element schemaOf(Classes const& classes,
                            Msgs::Introspection::ClassDescription const& message);
 
-/// A schema that every message of the registered classes satisfies.
+/// A schema that every message of the registered classes satisfies. Classes of which no message can
+/// be built are left out (`descriptionsOf`).
 MetaData::Element schemaOfAny(Classes const& classes);
 
 /// The tree as indented JSON, with a line end.

@@ -22,19 +22,20 @@ int printSchemas(Options const& options, Output& out) {
     if (options.all != options.id.empty())
         throw UsageError("schema requires either an ID or --all");
     Classes const classes;
-    auto const textOf = [&](MessageClass const& known) {
-        return indentedJson(schemaOf(classes, *Msgs::Introspection::describe(known.id)));
-    };
-    if (options.folder.empty()) {
-        out.write(options.all ? indentedJson(schemaOfAny(classes))
-                              : textOf(resolveClass(classes, options.id)));
+    if (options.all && options.folder.empty()) {
+        out.write(indentedJson(schemaOfAny(classes)));
         return success;
     }
-    auto const* const only = options.all ? nullptr : &resolveClass(classes, options.id);
+    auto const wanted = options.all ? descriptionsOf(classes)
+                                    : std::vector{descriptionOf(resolveClass(classes, options.id))};
+    if (options.folder.empty()) {
+        out.write(indentedJson(schemaOf(classes, wanted.front())));
+        return success;
+    }
     Folder const folder(options.folder);
-    for (auto const& known : classes.all())
-        if (only == nullptr || only == &known)
-            folder.write(fileStem(known) + ".schema.json", textOf(known));
+    for (auto const& described : wanted)
+        folder.write(fileStem(*classes.find(described.id)) + ".schema.json",
+                     indentedJson(schemaOf(classes, described)));
     return success;
 }
 

@@ -5,6 +5,7 @@
 
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
+#include <tolv/core/metadata/detail/replaced.h>
 #include <tolv/core/msgs/detail/nested_message.h>
 #include <tolv/core/msgs/message.h>
 #include <tolv/fields/field.h>
@@ -95,7 +96,14 @@ public:
     }
 
     /// Copies the initialized flag and shares the message.
-    PolymorphicReflector& operator=(PolymorphicReflector const&) = default;
+    PolymorphicReflector& operator=(PolymorphicReflector const& other) {
+        ReflectorBase::operator=(other);
+        auto message = other.message_;
+        message_.swap(message);
+        if (message != nullptr)
+            Detail::Replaced::keep(std::move(message));
+        return *this;
+    }
     /// `assign`, for `record.field = message`.
     PolymorphicReflector& operator=(std::shared_ptr<T> message) {
         assign(std::move(message));

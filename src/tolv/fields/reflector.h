@@ -9,6 +9,7 @@
 #include <tolv/core/exceptions.h>
 #include <tolv/core/metadata/detail/encoding.h>
 #include <tolv/core/metadata/detail/read_hooks.h>
+#include <tolv/core/metadata/detail/replaced.h>
 #include <tolv/core/metadata/lossless.h>
 #include <tolv/fields/field.h>
 #include <tolv/fields/traits.h>
@@ -67,12 +68,20 @@ public:
     /// Calls the most derived `assign(Element const&)`.
     void copyFromMetaData(Element const& parent) override { assign(parent); }
 
-    /// Stores a value. A record is copied field by field; its fields remain with their owner. If
-    /// `value` is an element of a list inside this field's own value, copy it first: the assignment
-    /// may destroy the list.
+    /// Stores a value. A record is copied field by field; its fields remain with their owner.
+    /// `value` may be part of the present value, such as an entry of a list in a record; it is gone
+    /// once this returns.
     virtual void assign(T const& value) {
+        auto const holdsDefault = isPristine();
         setPristine(false);
-        value_ = value;
+        if constexpr (Record<T>) {
+            if (holdsDefault) // in which `value` cannot lie
+                value_ = value;
+            else
+                replaceRecord(value);
+        } else {
+            value_ = value;
+        }
         init();
     }
 
@@ -161,6 +170,18 @@ protected:
         : ReflectorBase(owner, field.info(), required), value_(initial) {}
 
 private:
+    /// Lets `value` live until it is copied as a whole.
+    void replaceRecord(T const& value) {
+        if constexpr (std::derived_from<T, MirroredObject>) {
+            Detail::Replaced const kept;
+            value_ = value;
+        } else { // may release anything while it copies itself
+            T old(value);
+            std::swap(value_, old);
+            Detail::Replaced::keep(std::move(old));
+        }
+    }
+
     /// Apart, so that the default of a record takes no stack while nested records are read.
     [[gnu::noinline]] void restoreDefault() { value_ = DefaultOf<T>::make(); }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include <tolv/core/metadata/detail/replaced.h>
 #include <tolv/core/metadata/diagnostics.h>
 #include <tolv/fields/base64_encoder.h>
 
@@ -160,10 +161,14 @@ protected:
 private:
     /// Stores a copy of `values`, which may be part of a record in this very list.
     void store(std::vector<T> const& values) {
-        if constexpr (Record<T>)
-            value_ = std::vector<T>(values);
-        else
+        if constexpr (Record<T>) {
+            std::vector<T> list(values);
+            value_.swap(list);
+            if (!list.empty())
+                Detail::Replaced::keep(std::move(list));
+        } else {
             value_ = values;
+        }
     }
 
     void writePlain(Element& child) const {

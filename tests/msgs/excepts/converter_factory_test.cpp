@@ -173,6 +173,15 @@ TEST(ConverterFactory, TakesOutWhatIsThereAndNothingElse) {
         ConverterFactory::registerExceptionConverter(name, [](auto const&) { return nullptr; }));
     ConverterFactory::unregisterExceptionConverter(name);
 
+    // A converter that creates no message.
+    auto const overflow = typeid(std::overflow_error).name();
+    ASSERT_TRUE(ConverterFactory::registerExceptionConverter(overflow,
+                                                             [](auto const&) { return nullptr; }));
+    auto const unknown = ConverterFactory::asMessage(std::overflow_error("too much"));
+    ConverterFactory::unregisterExceptionConverter(overflow);
+    ASSERT_NE(unknown, nullptr);
+    EXPECT_EQ(thrownFor(unknown).what, "too much");
+
     // A converter that fails to throw.
     EXPECT_TRUE(ConverterFactory::registerMessageConverter(id, [](auto const&) {}));
     EXPECT_EQ(thrownFor(message).what, untranslatable);

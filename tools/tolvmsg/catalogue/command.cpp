@@ -1,5 +1,6 @@
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
@@ -18,8 +19,8 @@ namespace {
 int writeCatalogue(std::string const& path, Output& out) {
     Classes const classes;
     std::vector<Catalogue::Entry> entries;
-    for (auto const& known : classes.all())
-        entries.emplace_back(known);
+    for (auto& described : descriptionsOf(classes))
+        entries.emplace_back(*classes.find(described.id), std::move(described));
     Folder const folder(path);
     folder.write("site.css", Catalogue::siteCss);
     folder.write("site.js", Catalogue::siteJs);

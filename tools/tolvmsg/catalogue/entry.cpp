@@ -1,5 +1,7 @@
 #include "catalogue/entry.h"
 
+#include <utility>
+
 #include "folder.h"
 
 namespace Tolv::Tool::Catalogue {
@@ -26,9 +28,9 @@ void unfold(std::vector<FieldDescription> const& fields, std::size_t depth,
 
 } // namespace
 
-Entry::Entry(MessageClass const& known)
-    : known(&known), description(*describe(known.id)), stem(fileStem(known)) {
-    unfold(description.fields, 0, rows);
+Entry::Entry(MessageClass const& known, ClassDescription description)
+    : known(&known), description(std::move(description)), stem(fileStem(known)) {
+    unfold(this->description.fields, 0, rows);
 }
 
 Type const* recordIn(Type const* type) { return inside(type, TypeKind::record); }

@@ -18,7 +18,7 @@ struct Row {
 
 /// The catalogue entry of one class.
 struct Entry {
-    explicit Entry(MessageClass const& known);
+    Entry(MessageClass const& known, Msgs::Introspection::ClassDescription description);
 
     [[nodiscard]] std::string page() const { return stem + ".html"; }
 

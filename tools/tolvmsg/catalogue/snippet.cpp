@@ -36,6 +36,11 @@ std::string setterName(std::string const& key) {
 /// Which fields of a record to show: all, or in a nested message only the required ones.
 enum class Extent { all, required };
 
+std::vector<FieldDescription> payloadOf(unsigned long long id) {
+    auto const described = descriptionOf(id);
+    return described ? described->payload() : std::vector<FieldDescription>();
+}
+
 class Lines {
 public:
     explicit Lines(Classes const* classes) : classes_(classes) {}
@@ -84,8 +89,7 @@ private:
         if (message.messageId) {
             auto const name = names_.take(variableFor(message));
             add("auto& " + name + " = " + member + ".edit()" + (isList ? ".emplace_back();" : ";"));
-            build(describe(*message.messageId)->payload(), name + ".editPayload()", false,
-                  Extent::required);
+            build(payloadOf(*message.messageId), name + ".editPayload()", false, Extent::required);
             return;
         }
         auto const made = "std::make_shared<" + example(message) + ">()";
@@ -148,8 +152,7 @@ private:
         if (inner != nullptr)
             read(inner->fields(), name, inner->strict, extent);
         else if (message->messageId)
-            read(describe(*message->messageId)->payload(), name + ".payload()", false,
-                 Extent::required);
+            read(payloadOf(*message->messageId), name + ".payload()", false, Extent::required);
         else
             add("auto const& " + names_.take("id") + " = " + name + (isList ? "->" : ".") +
                 "id();");

@@ -47,6 +47,9 @@ inline constexpr Presence Optional = false;
 ///
 /// A field outside of its record (made on the heap, say) takes part in reading and writing, but is
 /// not copied with it: the copy constructor throws.
+///
+/// As with any class that holds a list of its own kind, do not assign an entry of its list to the
+/// record directly (`record = record.list()[0]`); a field that holds the record may be assigned it.
 class TOLV_CORE_API MirroredObject : public virtual PartiallySerializableInterface {
 public:
     /// The reflectors that registered with a record, in construction order.

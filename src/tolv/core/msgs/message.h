@@ -66,7 +66,7 @@ public:
 
     /// Creates the message in `element` as an object of the class registered for its id. If the
     /// payload cannot be read, the payload of the message is uninitialized. Thread-safe.
-    /// @return null if no class is registered for the id.
+    /// @return null if no class is registered for the id, or if its creator returns null.
     /// @throws Exception::InvalidParameter if `element` is not an object or has no valid id.
     static std::shared_ptr<Message> CreateFromMetaData(MetaData::Element const& element);
 

@@ -43,7 +43,8 @@ void ConverterFactory::throwException(std::shared_ptr<ExceptionMessage const> co
 std::shared_ptr<ExceptionMessage> ConverterFactory::asMessage(std::exception const& error) {
     auto const& converters = getInstance().exceptionConverters_;
     if (auto const found = converters.find(typeid(error).name()); found != converters.end())
-        return found->second(error);
+        if (auto message = found->second(error))
+            return message;
     return std::make_shared<UnknownExceptionMessage>(CommonExceptionData(error.what()));
 }
 

@@ -45,8 +45,8 @@ public:
     /// its id, or if its text could not be read; Exception::InvalidParameter if `message` is null.
     [[noreturn]] static void throwException(std::shared_ptr<ExceptionMessage const> const& message);
 
-    /// The message for `error`, by its exact class. An exception without a converter becomes an
-    /// `UnknownExceptionMessage` with the same text.
+    /// The message for `error`, by its exact class; never null. An exception without a converter,
+    /// or whose converter returns null, becomes an `UnknownExceptionMessage` with the same text.
     [[nodiscard]] static std::shared_ptr<ExceptionMessage> asMessage(std::exception const& error);
 
 private:

@@ -91,7 +91,8 @@ struct ClassDescription {
     [[nodiscard]] TOLV_MESSAGES_API std::vector<FieldDescription> payload() const;
 };
 
-/// The class registered for `id`, in this or any other library; empty if there is none.
+/// The class registered for `id`, in this or any other library; empty if there is none, or if its
+/// creator returns null.
 /// @throws what the class throws during construction
 TOLV_MESSAGES_API std::optional<ClassDescription> describe(unsigned long long id);
 
