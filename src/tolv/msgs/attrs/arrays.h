@@ -24,11 +24,11 @@ public:
         Required, M::MsgID().type()};
     /// Required unless 0 in `M`.
     Reflector<unsigned short> attrSub1{
-        this, field<"AttrSub1", Doc{"the first sub-number in the id of the class; 0 if absent"}>,
+        this, field<"AttrSub1", Doc{"the first sub-field in the id of the class; 0 if absent"}>,
         M::MsgID().sub1() != 0, M::MsgID().sub1()};
     /// Required unless 0 in `M`.
     Reflector<unsigned short> attrSub2{
-        this, field<"AttrSub2", Doc{"the second sub-number in the id of the class; 0 if absent"}>,
+        this, field<"AttrSub2", Doc{"the second sub-field in the id of the class; 0 if absent"}>,
         M::MsgID().sub2() != 0, M::MsgID().sub2()};
 };
 
