@@ -23,7 +23,7 @@ TEST(AddingAMessage, ThePageMakesAMessageThatTravels) {
     std::string text;
     WriterJson::Write(tree, text);
     EXPECT_EQ(text,
-              R"({"MessageID":844424930131997,"Data":{"ID":"spectrum","Seats":1,"Hours":1.5}})");
+              R"({"MessageID":5629499534213121,"Data":{"ID":"spectrum","Seats":1,"Hours":1.5}})");
 
     Element received;
     ReaderJson::Read(received, text);
@@ -31,6 +31,27 @@ TEST(AddingAMessage, ThePageMakesAMessageThatTravels) {
     auto const* const read = dynamic_cast<LicenseMessage const*>(message.get());
     ASSERT_NE(read, nullptr);
     EXPECT_EQ(read->payload().hours(), 1.5);
+}
+
+TEST(AddingAMessage, TheCompilersCopyOfTheRecordHasItsOwnFields) {
+    LicenseData first;
+    first.seats = 2;
+    auto second = first;
+    first.seats = 3;
+    EXPECT_EQ(second.seats(), 2);
+    EXPECT_FALSE(second.hours.initialized());
+    EXPECT_TRUE(second.seats.isOwnedBy(second));
+}
+
+TEST(AddingAMessage, IntrospectionKnowsTheRecordByItsDeclarations) {
+    auto const described = Introspection::describe(LicenseMessage::MsgID());
+    ASSERT_TRUE(described);
+    auto const fields = described->payload();
+    auto const* const hours = Introspection::findField(fields, "Hours");
+    ASSERT_NE(hours, nullptr);
+    EXPECT_FALSE(hours->required);
+    EXPECT_EQ(hours->unit, "h");
+    EXPECT_EQ(hours->doc, "the time left; unlimited if absent");
 }
 
 } // namespace

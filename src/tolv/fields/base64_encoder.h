@@ -93,9 +93,15 @@ class Base64Encoder : public MirroredObject {
     using Field = Reflector<std::conditional_t<true, U, T>>;
 
 public:
-    Field<unsigned int> type{this, "type"_key, Required, Detail::encodedTag<T>}; ///< identifies `T`
-    Field<unsigned long long> len{this, "len"_key, Required, 0ULL}; ///< number of elements
-    Field<std::string> base64{this, "base64"_key, Optional};        ///< absent if empty
+    Field<unsigned int> type{
+        this, field<"type", Doc{"the number that identifies the type of the elements"}>, Required,
+        Detail::encodedTag<T>};
+    Field<unsigned long long> len{
+        this, field<"len", Unit{"elements"}, Doc{"the number of encoded elements"}>, Required,
+        0ULL};
+    Field<std::string> base64{
+        this, field<"base64", Doc{"the memory of the elements as base64; no elements if absent"}>,
+        Optional};
 
     /// Encodes the elements: the vector's memory in little-endian order; booleans are packed, the
     /// first in the lowest bit.

@@ -25,7 +25,10 @@ ConnectToAppResultData::ConnectToAppResultData(Lossless<bool> result, Lossless<i
 
 std::vector<MetaData::FieldInfo const*> AppLocationData::mirroredKeys() {
     using MetaData::keyInfo;
-    return {&keyInfo<std::string>(field<"AppInstallFromLocation", Doc{"where the application is installed from, in the format of the instrument"}>)};
+    return {&keyInfo<std::string>(
+        field<"AppInstallFromLocation",
+              Doc{"where the application is, in the format of the instrument"},
+              Example{"/media/usb/spectrum.pkg"}>)};
 }
 
 void AppLocationData::copyToMetaData(Element& element) const {

@@ -18,25 +18,43 @@ namespace Tolv::Msgs::App {
 /// Identifies one application.
 class TOLV_MESSAGES_API AppIdData : public MirroredObject {
 public:
-    /// The application, as listed in `AppListData`.
-    ReflectorArray<std::string> appId{this, "AppID"_key, Required};
-    Reflector<std::string> uuid{this, "UUID"_key, Required};       ///< of the instance
-    Reflector<std::string> appName{this, "AppName"_key, Required}; ///< human-readable
+    ReflectorArray<std::string> appId{
+        this,
+        field<"AppID", Doc{"the strings that identify the application, in terms of the instrument"},
+              Example{R"(["spectrum"])"}>,
+        Required};
+    Reflector<std::string> uuid{this,
+                                field<"UUID", Doc{"the id of the instance"},
+                                      Example{"3f2b8c1e-7d54-4a1b-9c0e-5a6d7e8f9012"}>,
+                                Required};
+    Reflector<std::string> appName{
+        this,
+        field<"AppName", Doc{"the name of the identified application, for people"},
+              Example{"Spectrum Analyzer"}>,
+        Required};
 };
 
 /// The result of a command, with an error report on failure.
 class TOLV_MESSAGES_API ResultData : public Utils::MayContainError {
 public:
-    Reflector<bool> result{this, "Result"_key, Required};    ///< true on success
-    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+    Reflector<bool> result{
+        this, field<"Result", Doc{"whether the command succeeded"}, Example{"true"}>, Required};
+    Reflector<std::string> uuid{this,
+                                field<"UUID", Doc{"the id of the instance"},
+                                      Example{"3f2b8c1e-7d54-4a1b-9c0e-5a6d7e8f9012"}>,
+                                Required};
 };
 
 /// One installed application.
 class TOLV_MESSAGES_API InstalledAppData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
-    /// The id to use in `InstantiateAppCommandData`.
-    Reflector<std::string> id{this, "ID"_key, Required};
+    Reflector<std::string> name{
+        this,
+        field<"Name", Doc{"the name of the application, for people"}, Example{"Spectrum Analyzer"}>,
+        Required};
+    Reflector<std::string> id{
+        this, field<"ID", Doc{"the id of the installed application"}, Example{"spectrum"}>,
+        Required};
 
     InstalledAppData() = default;
     /// An application with this name and id.
@@ -46,14 +64,20 @@ public:
 /// The installed applications. The list is absent if there are none.
 class TOLV_MESSAGES_API InstalledAppsResponseData : public MirroredObject {
 public:
-    ReflectorArray<InstalledAppData> apps{this, "Apps"_key, Optional}; ///< unset if none
+    ReflectorArray<InstalledAppData> apps{
+        this, field<"Apps", Doc{"the installed applications; there are none if absent"}>, Optional};
 };
 
 /// Starts an instance of an installed application.
 class TOLV_MESSAGES_API InstantiateAppCommandData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< as in `InstalledAppData`
-    Reflector<std::string> id{this, "ID"_key, Required};     ///< as in `InstalledAppData`
+    Reflector<std::string> name{
+        this,
+        field<"Name", Doc{"the name of the application, as listed"}, Example{"Spectrum Analyzer"}>,
+        Required};
+    Reflector<std::string> id{
+        this, field<"ID", Doc{"the id of the application, as listed"}, Example{"spectrum"}>,
+        Required};
 
     InstantiateAppCommandData() = default;
     /// A command for the application with this name and id.
@@ -63,7 +87,10 @@ public:
 /// Requests a connection to a running instance.
 class TOLV_MESSAGES_API ConnectToAppCommandData : public MirroredObject {
 public:
-    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+    Reflector<std::string> uuid{this,
+                                field<"UUID", Doc{"the id of the instance to connect to"},
+                                      Example{"3f2b8c1e-7d54-4a1b-9c0e-5a6d7e8f9012"}>,
+                                Required};
 
     ConnectToAppCommandData() = default;
     /// A command for the instance with this id.
@@ -73,9 +100,15 @@ public:
 /// How to connect to a running instance.
 class TOLV_MESSAGES_API ConnectToAppResultData : public MirroredObject {
 public:
-    Reflector<int> port{this, "Port"_key, Required};         ///< on which the instance listens
-    Reflector<bool> result{this, "Result"_key, Required};    ///< true on success
-    Reflector<std::string> uuid{this, "UUID"_key, Required}; ///< of the instance
+    Reflector<int> port{
+        this, field<"Port", Doc{"the port on which the instance listens"}, Example{"5025"}>,
+        Required};
+    Reflector<bool> result{
+        this, field<"Result", Doc{"whether the client may connect"}, Example{"true"}>, Required};
+    Reflector<std::string> uuid{this,
+                                field<"UUID", Doc{"the id of the instance"},
+                                      Example{"3f2b8c1e-7d54-4a1b-9c0e-5a6d7e8f9012"}>,
+                                Required};
 
     ConnectToAppResultData() = default;
     /// A result with a port and no id.
@@ -90,8 +123,12 @@ public:
 /// The application list: one list of strings per application.
 class TOLV_MESSAGES_API AppListData : public MirroredObject {
 public:
-    /// Each entry identifies one application, like `AppIdData::appId`.
-    ReflectorArray<std::vector<std::string>> applications{this, "Applications"_key, Required};
+    ReflectorArray<std::vector<std::string>> applications{
+        this,
+        field<"Applications",
+              Doc{"one list of strings per application; the instrument defines them"},
+              Example{R"([["spectrum"]])"}>,
+        Required};
 };
 
 /// Installs an application from a location. Reading requires the key.
@@ -120,9 +157,13 @@ public:
     /// The icon of an application.
     class TOLV_MESSAGES_API IconData : public MirroredObject {
     public:
-        Reflector<std::string> type{this, "Type"_key, Required, "category"}; ///< the kind of icon
-        /// The icon among those of its kind.
-        Reflector<std::string> image{this, "Image"_key, Required, "name"};
+        Reflector<std::string> type{this,
+                                    field<"Type", Doc{"the kind of icon"}, Example{"category"}>,
+                                    Required, "category"};
+        Reflector<std::string> image{
+            this,
+            field<"Image", Doc{"the name of the icon among those of its kind"}, Example{"name"}>,
+            Required, "name"};
 
         IconData() = default;
         /// The icon of this kind.
@@ -132,22 +173,47 @@ public:
     /// A resource that the application requests.
     class TOLV_MESSAGES_API ResourceDefinition : public MirroredObject {
     public:
-        Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
-        Reflector<std::string> id{this, "ID"_key, Required};     ///< of the requirement
-        Reflector<std::string> description{this, "Description"_key, Required}; ///< human-readable
-        /// Whether the application needs the resource to run.
-        Reflector<bool> required{this, "Required"_key, Required, true};
-        /// Ids of the resources that would satisfy the request (`ResourceData::id`).
-        ReflectorArray<std::string> matchingIds{this, "MatchingIDs"_key, Required};
+        Reflector<std::string> name{
+            this,
+            field<"Name", Doc{"the name of the required resource, for people"},
+                  Example{"Receiver"}>,
+            Required};
+        Reflector<std::string> id{
+            this, field<"ID", Doc{"the id of the requirement"}, Example{"receiver"}>, Required};
+        Reflector<std::string> description{
+            this,
+            field<"Description", Doc{"what the resource is required for, for people"},
+                  Example{"Receives the signal"}>,
+            Required};
+        Reflector<bool> required{
+            this,
+            field<"Required", Doc{"whether the application needs the resource to run"},
+                  Example{"true"}>,
+            Required, true};
+        ReflectorArray<std::string> matchingIds{
+            this,
+            field<"MatchingIDs", Doc{"the ids of the resources that satisfy the requirement"},
+                  Example{R"(["rx1"])"}>,
+            Required};
     };
 
-    Reflector<std::string> name{this, "Name"_key, Required};               ///< human-readable
-    Reflector<std::string> description{this, "Description"_key, Required}; ///< human-readable
-    /// Shown for the application on a screen.
-    Reflector<IconData> icon{this, "Icon"_key, Required};
-    Reflector<std::string> version{this, "Version"_key, Required}; ///< human-readable
-    /// The instrument resources that the application needs.
-    ReflectorArray<ResourceDefinition> requiredResources{this, "RequiredResources"_key, Required};
+    Reflector<std::string> name{
+        this,
+        field<"Name", Doc{"the name of the application, for people"}, Example{"Spectrum Analyzer"}>,
+        Required};
+    Reflector<std::string> description{
+        this,
+        field<"Description", Doc{"a description of the application, for people"},
+              Example{"Measures spectra"}>,
+        Required};
+    Reflector<IconData> icon{
+        this, field<"Icon", Doc{"the icon that represents the application on a screen"}>, Required};
+    Reflector<std::string> version{
+        this, field<"Version", Doc{"the version of the application, for people"}, Example{"1.2.0"}>,
+        Required};
+    ReflectorArray<ResourceDefinition> requiredResources{
+        this, field<"RequiredResources", Doc{"the resources that the application requests"}>,
+        Required};
 };
 
 } // namespace Tolv::Msgs::App

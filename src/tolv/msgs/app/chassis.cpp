@@ -10,10 +10,15 @@ using MetaData::Trivial_T;
 
 std::vector<MetaData::FieldInfo const*> SystemInfoResponseData::mirroredKeys() {
     using MetaData::keyInfo;
-    return {&keyInfo<std::string>(field<"Name", Doc{"the human-readable name of the system"}>),
-            &keyInfo<std::string>(field<"UUID", Doc{"the identifier of the system, unique among all systems"}>),
-            &keyInfo<std::string>(field<"Description", Doc{"a human-readable description of the system"}>),
-            &keyInfo<std::string>(field<"SerialNumber", Doc{"the serial number of the system"}>)};
+    return {
+        &keyInfo<std::string>(
+            field<"Name", Doc{"the name of the system, for people"}, Example{"Test bench 3"}>),
+        &keyInfo<std::string>(field<"UUID", Doc{"the id of the system"},
+                                    Example{"7c9e6679-7425-40de-944b-e07fc1f90ae7"}>),
+        &keyInfo<std::string>(field<"Description", Doc{"a description of the system, for people"},
+                                    Example{"Two-channel receiver"}>),
+        &keyInfo<std::string>(
+            field<"SerialNumber", Doc{"the serial number of the system"}, Example{"SN-004217"}>)};
 }
 
 void SystemInfoResponseData::copyToMetaData(Element& element) const {

@@ -54,13 +54,27 @@ private:
 /// One resource of the instrument.
 class TOLV_MESSAGES_API ResourceData : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Required}; ///< human-readable
-    Reflector<std::string> id{this, "ID"_key, Required};     ///< used in references
-    /// The kind of resource, in the instrument's terms.
-    Reflector<std::string> type{this, "Type"_key, Required};
-    /// The position of the resource, in the instrument's terms.
-    Reflector<std::string> position{this, "Position"_key, Required};
-    Reflector<std::string> inUseBy{this, "InUseBy"_key, Required}; ///< empty if free
+    Reflector<std::string> name{
+        this, field<"Name", Doc{"the name of the resource, for people"}, Example{"Receiver 1"}>,
+        Required};
+    Reflector<std::string> id{
+        this,
+        field<"ID", Doc{"the id of the resource, by which others refer to it"}, Example{"rx1"}>,
+        Required};
+    Reflector<std::string> type{
+        this,
+        field<"Type", Doc{"the kind of resource, in terms of the instrument"}, Example{"receiver"}>,
+        Required};
+    Reflector<std::string> position{
+        this,
+        field<"Position", Doc{"where the resource is, in terms of the instrument"},
+              Example{"slot2"}>,
+        Required};
+    Reflector<std::string> inUseBy{
+        this,
+        field<"InUseBy", Doc{"the user of the resource; empty if the resource is free"},
+              Example{"spectrum"}>,
+        Required};
 
     ResourceData() = default;
     /// A resource with all fields.
@@ -71,8 +85,9 @@ public:
 /// All resources.
 class TOLV_MESSAGES_API Resources : public MirroredObject {
 public:
-    /// In no particular order.
-    ReflectorArray<ResourceData> resources{this, "Resources"_key, Required};
+    ReflectorArray<ResourceData> resources{
+        this, field<"Resources", Doc{"all resources of the instrument, in no particular order"}>,
+        Required};
 };
 
 /// One component on a module.
@@ -86,10 +101,24 @@ public:
         control = 3  ///< a switch or a button
     };
 
-    Reflector<int> type{this, field<"Type", Words{"0 blank | 1 port | 2 display | 3 control"}>, Required, 1};      ///< a `HardwareComponentType`
-    Reflector<int> position{this, "Position"_key, Required}; ///< in divisions of the front panel
-    Reflector<int> width{this, "Width"_key, Required};       ///< in divisions
-    Reflector<std::string> resourceId{this, "ResourceID"_key, Optional}; ///< a `ResourceData::id`
+    Reflector<int> type{this,
+                        field<"Type", Words{"0 blank | 1 port | 2 display | 3 control"},
+                              Doc{"the kind of component"}, Example{"1"}>,
+                        Required, 1};
+    Reflector<int> position{
+        this,
+        field<"Position", Doc{"where the component is on the panel, in units of the instrument"},
+              Example{"4"}>,
+        Required};
+    Reflector<int> width{
+        this,
+        field<"Width", Doc{"the width of the component, in units of the instrument"}, Example{"2"}>,
+        Required};
+    Reflector<std::string> resourceId{
+        this,
+        field<"ResourceID", Doc{"the id of the resource behind the component; none if absent"},
+              Example{"rx1"}>,
+        Optional};
 
     HardwareComponent() = default;
     /// A component without a resource.
@@ -102,10 +131,13 @@ public:
 /// The divisions of a module's front panel, and the components on it.
 class TOLV_MESSAGES_API HardwareConfiguration : public MirroredObject {
 public:
-    /// The number of parts into which the front panel is divided.
-    Reflector<int> divisions{this, "Divisions"_key, Required};
-    /// The components on the front panel.
-    ReflectorArray<HardwareComponent> componentList{this, "ComponentList"_key, Required};
+    Reflector<int> divisions{
+        this,
+        field<"Divisions", Doc{"the number of parts into which the front panel is divided"},
+              Example{"12"}>,
+        Required};
+    ReflectorArray<HardwareComponent> componentList{
+        this, field<"ComponentList", Doc{"the components on the front panel"}>, Required};
 
     HardwareConfiguration() = default;
     /// A front panel without components.
@@ -115,10 +147,17 @@ public:
 /// One module.
 class TOLV_MESSAGES_API HardwareModule : public MirroredObject {
 public:
-    Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
-    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's model name
-    /// Unset if unknown.
-    Reflector<HardwareConfiguration> configuration{this, "Configuration"_key, Optional};
+    Reflector<std::string> make{
+        this, field<"Make", Doc{"the manufacturer of the module"}, Example{"Example Instruments"}>,
+        Required};
+    Reflector<std::string> model{
+        this,
+        field<"Model", Doc{"the name that the manufacturer gives to the model of the module"},
+              Example{"RX-200"}>,
+        Required};
+    Reflector<HardwareConfiguration> configuration{
+        this, field<"Configuration", Doc{"the front panel of the module; unknown if absent"}>,
+        Optional};
 
     HardwareModule() = default;
     /// A module of unknown configuration.
@@ -128,10 +167,16 @@ public:
 /// The chassis.
 class TOLV_MESSAGES_API ChassisInformation : public MirroredObject {
 public:
-    Reflector<std::string> make{this, "Make"_key, Required};   ///< the manufacturer
-    Reflector<std::string> model{this, "Model"_key, Required}; ///< the manufacturer's model name
-    /// Unset if unknown.
-    ReflectorArray<HardwareModule> moduleList{this, "ModuleList"_key, Optional};
+    Reflector<std::string> make{
+        this, field<"Make", Doc{"the manufacturer of the chassis"}, Example{"Example Instruments"}>,
+        Required};
+    Reflector<std::string> model{
+        this,
+        field<"Model", Doc{"the name that the manufacturer gives to the model of the chassis"},
+              Example{"CH-5"}>,
+        Required};
+    ReflectorArray<HardwareModule> moduleList{
+        this, field<"ModuleList", Doc{"the modules in the chassis; unknown if absent"}>, Optional};
 
     ChassisInformation() = default;
     /// A chassis without a module list.

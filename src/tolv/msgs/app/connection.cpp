@@ -27,10 +27,16 @@ Connected::Connected(Lossless<int> maxVersion, Lossless<int> minVersion, Lossles
 
 std::vector<MetaData::FieldInfo const*> PingData::mirroredKeys() {
     using MetaData::keyInfo;
-    return {&keyInfo<unsigned int>(field<"MaxVersion", Doc{"the highest protocol version that the peer supports"}>),
-            &keyInfo<unsigned int>(field<"MinVersion", Doc{"the lowest protocol version that the peer supports"}>),
-            &keyInfo<unsigned int>(field<"MessageType", Doc{"a number whose meaning the peers define"}>),
-            &keyInfo<bool>(field<"SupportsBinary", Doc{"whether the peer supports binary transmission"}>)};
+    return {&keyInfo<unsigned int>(
+                field<"MaxVersion", Doc{"the highest protocol version that the peer supports"},
+                      Example{"3"}>),
+            &keyInfo<unsigned int>(
+                field<"MinVersion", Doc{"the lowest protocol version that the peer supports"},
+                      Example{"1"}>),
+            &keyInfo<unsigned int>(
+                field<"MessageType", Doc{"a number whose meaning the peers define"}>),
+            &keyInfo<bool>(
+                field<"SupportsBinary", Doc{"whether the peer supports binary transmission"}>)};
 }
 
 void PingData::copyToMetaData(Element& element) const {

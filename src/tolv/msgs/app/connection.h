@@ -11,12 +11,19 @@ namespace Tolv::Msgs::App {
 /// requests binary transmission.
 class TOLV_MESSAGES_API Connect : public MirroredObject {
 public:
-    /// The highest version that the client supports.
-    Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
-    /// The lowest version that the client supports.
-    Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
-    /// Whether the client requests binary transmission.
-    Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
+    Reflector<int> maxVersion{
+        this,
+        field<"MaxVersion", Doc{"the highest protocol version that the client supports"},
+              Example{"3"}>,
+        Required, 1};
+    Reflector<int> minVersion{
+        this,
+        field<"MinVersion", Doc{"the lowest protocol version that the client supports"},
+              Example{"1"}>,
+        Required, 1};
+    Reflector<bool> binaryTransmission{
+        this, field<"BinaryTransmission", Doc{"whether the client requests binary transmission"}>,
+        Required, true};
 
     Connect() = default;
     /// A request with all fields.
@@ -27,14 +34,25 @@ public:
 /// will use, and the form of transmission.
 class TOLV_MESSAGES_API Connected : public MirroredObject {
 public:
-    /// The highest version that the service supports.
-    Reflector<int> maxVersion{this, "MaxVersion"_key, Required, 1};
-    /// The lowest version that the service supports.
-    Reflector<int> minVersion{this, "MinVersion"_key, Required, 1};
-    /// The version that both sides use from now on.
-    Reflector<int> versionToUse{this, "VersionToUse"_key, Required, 1};
-    /// Whether both sides use binary transmission from now on.
-    Reflector<bool> binaryTransmission{this, "BinaryTransmission"_key, Required, true};
+    Reflector<int> maxVersion{
+        this,
+        field<"MaxVersion", Doc{"the highest protocol version that the service supports"},
+              Example{"3"}>,
+        Required, 1};
+    Reflector<int> minVersion{
+        this,
+        field<"MinVersion", Doc{"the lowest protocol version that the service supports"},
+              Example{"1"}>,
+        Required, 1};
+    Reflector<int> versionToUse{
+        this,
+        field<"VersionToUse", Doc{"the protocol version that both sides use from now on"},
+              Example{"3"}>,
+        Required, 1};
+    Reflector<bool> binaryTransmission{
+        this,
+        field<"BinaryTransmission", Doc{"whether both sides use binary transmission from now on"}>,
+        Required, true};
 
     Connected() = default;
     /// An answer with all fields.

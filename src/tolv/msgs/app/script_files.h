@@ -11,8 +11,11 @@ namespace Tolv::Msgs::App {
 /// Requests the list of script files of an application type.
 class TOLV_MESSAGES_API QmlFileListRequestData : public MirroredObject {
 public:
-    /// The owner of the files.
-    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
+    Reflector<std::string> applicationType{
+        this,
+        field<"ApplicationType", Doc{"the type of application that owns the files"},
+              Example{"spectrum"}>,
+        Required};
 };
 
 /// The script files.
@@ -21,27 +24,48 @@ public:
     /// One file.
     class TOLV_MESSAGES_API FileMetaData : public MirroredObject {
     public:
-        /// The name to use in `QmlFileRequestData`.
-        Reflector<std::string> fileName{this, "FileName"_key, Required};
-        /// The size of the whole file.
-        Reflector<long long> fileSizeInBytes{this, field<"FileSizeInBytes", Unit{"bytes"}>, Required};
+        Reflector<std::string> fileName{
+            this,
+            field<"FileName", Doc{"the name of the file, by which it is requested"},
+                  Example{"main.qml"}>,
+            Required};
+        Reflector<long long> fileSizeInBytes{
+            this,
+            field<"FileSizeInBytes", Unit{"bytes"}, Doc{"the size of the whole file"},
+                  Example{"2048"}>,
+            Required};
     };
 
-    /// Human-readable.
-    Reflector<std::string> applicationName{this, "ApplicationName"_key, Required};
-    /// The lowest framework version that runs the application.
-    Reflector<long long> minFrameworkVersion{this, "MinFrameworkVersion"_key, Required};
-    Reflector<std::string> rootScript{this, "RootScript"_key, Required}; ///< the file to start with
-    /// All files, including the root script.
-    ReflectorArray<FileMetaData> fileList{this, "FileList"_key, Required};
+    Reflector<std::string> applicationName{
+        this,
+        field<"ApplicationName", Doc{"the name of the application that owns the files, for people"},
+              Example{"Spectrum Analyzer"}>,
+        Required};
+    Reflector<long long> minFrameworkVersion{
+        this,
+        field<"MinFrameworkVersion", Doc{"the lowest framework version that runs the application"},
+              Example{"2"}>,
+        Required};
+    Reflector<std::string> rootScript{
+        this, field<"RootScript", Doc{"the name of the file to start with"}, Example{"main.qml"}>,
+        Required};
+    ReflectorArray<FileMetaData> fileList{
+        this, field<"FileList", Doc{"all files of the application, including the root script"}>,
+        Required};
 };
 
 /// Requests one script file.
 class TOLV_MESSAGES_API QmlFileRequestData : public MirroredObject {
 public:
-    /// The owner of the file.
-    Reflector<std::string> applicationType{this, "ApplicationType"_key, Required};
-    Reflector<std::string> fileName{this, "FileName"_key, Required}; ///< as in `fileList`
+    Reflector<std::string> applicationType{
+        this,
+        field<"ApplicationType", Doc{"the type of application that owns the file"},
+              Example{"spectrum"}>,
+        Required};
+    Reflector<std::string> fileName{
+        this,
+        field<"FileName", Doc{"the name of the requested file, as listed"}, Example{"main.qml"}>,
+        Required};
 
     QmlFileRequestData() = default;
     /// A request for this file.
@@ -53,11 +77,23 @@ public:
 /// define.
 class TOLV_MESSAGES_API QmlFileResponseData : public MirroredObject {
 public:
-    /// The file to which the piece belongs.
-    Reflector<std::string> fileName{this, "FileName"_key, Required};
-    Reflector<long long> fileOffset{this, field<"FileOffset", Unit{"bytes"}>, Required}; ///< bytes before this piece
-    Reflector<long long> fileSize{this, field<"FileSize", Unit{"bytes"}>, Required};     ///< in bytes
-    Reflector<std::string> content{this, "Content"_key, Required};     ///< the piece
+    Reflector<std::string> fileName{
+        this,
+        field<"FileName", Doc{"the name of the file to which the piece belongs"},
+              Example{"main.qml"}>,
+        Required};
+    Reflector<long long> fileOffset{
+        this,
+        field<"FileOffset", Unit{"bytes"},
+              Doc{"the offset of the piece from the start of the file"}>,
+        Required};
+    Reflector<long long> fileSize{
+        this,
+        field<"FileSize", Unit{"bytes"},
+              Doc{"the size of the file or of the piece, as the peers agree"}, Example{"2048"}>,
+        Required};
+    Reflector<std::string> content{
+        this, field<"Content", Doc{"the text of the piece"}, Example{"Item {}"}>, Required};
 
     QmlFileResponseData() = default;
     /// A piece with all fields.

@@ -34,8 +34,11 @@ template class ArrayDataPolymorphic<AttrMessage>;
 
 std::vector<MetaData::FieldInfo const*> ArrayWithRangeRequestData::mirroredKeys() {
     using MetaData::keyInfo;
-    return {&keyInfo<unsigned int>(field<"StartElementIndex", Doc{"the index of the first requested element, counted from 0"}>),
-            &keyInfo<unsigned int>(field<"NumberOfElement", Doc{"how many elements are requested"}>)};
+    return {&keyInfo<unsigned int>(
+                field<"StartElementIndex",
+                      Doc{"the index of the first requested element, counted from 0"}>),
+            &keyInfo<unsigned int>(
+                field<"NumberOfElement", Doc{"how many elements are requested"}, Example{"10"}>)};
 }
 
 void ArrayWithRangeRequestData::copyToMetaData(Element& element) const {
@@ -51,7 +54,8 @@ void ArrayWithRangeRequestData::copyFromMetaData(Element const& element) {
 std::vector<MetaData::FieldInfo const*> ArrayWithRangeResponseData::mirroredKeys() {
     auto keys = ArrayDataPolymorphic::mirroredKeys();
     keys.push_back(&MetaData::keyInfo<unsigned int>(
-        field<"StartElementIndex", Doc{"the index of the first message in the list, counted from 0"}>));
+        field<"StartElementIndex",
+              Doc{"the index of the first message in the list, counted from 0"}>));
     return keys;
 }
 

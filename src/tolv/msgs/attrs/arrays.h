@@ -15,15 +15,21 @@ namespace Tolv::Msgs::Attrs {
 template <class M>
 class ArrayDataConcrete : public MirroredObject {
 public:
-    ReflectorArray<M> attributes{this, "Attributes"_key, Required}; ///< whole messages
-    /// The number of the class within the family.
-    Reflector<unsigned short> attrType{this, "AttrType"_key, Required, M::MsgID().type()};
+    ReflectorArray<M> attributes{
+        this, field<"Attributes", Doc{"the attribute messages, whole and of one class"}>, Required};
+    Reflector<unsigned short> attrType{
+        this,
+        field<"AttrType", Doc{"the number of the class of the messages within the family"},
+              Example{"14"}>,
+        Required, M::MsgID().type()};
     /// Required unless 0 in `M`.
-    Reflector<unsigned short> attrSub1{this, "AttrSub1"_key, M::MsgID().sub1() != 0,
-                                       M::MsgID().sub1()};
+    Reflector<unsigned short> attrSub1{
+        this, field<"AttrSub1", Doc{"the first sub-field in the id of the class; 0 if absent"}>,
+        M::MsgID().sub1() != 0, M::MsgID().sub1()};
     /// Required unless 0 in `M`.
-    Reflector<unsigned short> attrSub2{this, "AttrSub2"_key, M::MsgID().sub2() != 0,
-                                       M::MsgID().sub2()};
+    Reflector<unsigned short> attrSub2{
+        this, field<"AttrSub2", Doc{"the second sub-field in the id of the class; 0 if absent"}>,
+        M::MsgID().sub2() != 0, M::MsgID().sub2()};
 };
 
 /// A list of messages of any classes derived from `M`. Each is written as a whole message and read

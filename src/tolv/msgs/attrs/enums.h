@@ -12,8 +12,10 @@ namespace Tolv::Msgs::Attrs {
 /// One entry of an enumeration: a number and its text.
 class TOLV_MESSAGES_API EnumVal : public MirroredObject {
 public:
-    Reflector<int> value{this, "Value"_key, Required};             ///< the number
-    Reflector<std::string> literal{this, "Literal"_key, Required}; ///< its text
+    Reflector<int> value{this, field<"Value", Doc{"the number of the entry"}, Example{"1"}>,
+                         Required};
+    Reflector<std::string> literal{
+        this, field<"Literal", Doc{"the text of the entry"}, Example{"auto"}>, Required};
 
     EnumVal() = default;
     /// An entry with number and text.
@@ -42,8 +44,9 @@ extern template class TOLV_MESSAGES_API AttrWithMetaData<std::string, EnumMetaDa
 template <class T>
 class EnumeratedAttr : public AttrWithMetaData<T, EnumMetaData> {
 public:
-    /// The allowed values. The position of a value is its index into "DisabledList".
-    ReflectorArray<T> enums{this, "enums"_key, Optional, std::is_same_v<T, int>};
+    ReflectorArray<T> enums{
+        this, field<"enums", Doc{"the allowed values, by position; all are allowed if absent"}>,
+        Optional, std::is_same_v<T, int>};
 
     /// Whether the value is an entry of "enums" that is not disabled. If "enums" is absent, any
     /// value is valid; if it is empty, none is.

@@ -20,11 +20,19 @@ struct TOLV_MESSAGES_API AttributeTypes {
 /// message that carries the value.
 class TOLV_MESSAGES_API AttrInfoData : public MirroredObject {
 public:
-    Reflector<std::string> scaName{this, "ScaName"_key, Required}; ///< the attribute's name
-    /// A literal of `messageTypeMapper`: "double".
-    Reflector<std::string> scaType{this, field<"ScaType", OneOf<AttributeTypes>{}>, Required};
-    /// The id of the message that carries the value.
-    Reflector<Identifier> type{this, "Type"_key, Required};
+    Reflector<std::string> scaName{
+        this,
+        field<"ScaName", Doc{"the name by which the attribute is known"}, Example{"frequency"}>,
+        Required};
+    Reflector<std::string> scaType{
+        this,
+        field<"ScaType", OneOf<AttributeTypes>{}, Doc{"the type of the value, as a word"},
+              Example{"double"}>,
+        Required};
+    Reflector<Identifier> type{this,
+                               field<"Type", Doc{"the id of the message that carries the value"},
+                                     Example{"1125899906842626"}>,
+                               Required};
 
     /// An attribute without a name, whose values are carried by the message `id`. An id that is not
     /// in `messageTypeMapper` is stored unchanged, with the type word "Unknown".
@@ -41,7 +49,9 @@ public:
 /// Answers a registration.
 class TOLV_MESSAGES_API RegistrationData : public MirroredObject {
 public:
-    Reflector<bool> ok{this, "OK"_key, Required, true}; ///< false if refused
+    Reflector<bool> ok{this,
+                       field<"OK", Doc{"whether the registration was accepted"}, Example{"true"}>,
+                       Required, true};
 
     RegistrationData() = default;
     /// An answer.

@@ -14,95 +14,190 @@ namespace Tolv::Msgs::Attrs {
 /// Metadata common to all attributes.
 class TOLV_MESSAGES_API AttrMetaDataBase : public MirroredObject {
 public:
-    Reflector<std::string> name{this, "Name"_key, Optional}; ///< human-readable
-    /// Not used by this library.
-    ReflectedAddress controlAttrId{this, "ControlAttrID"_key, Optional};
+    Reflector<std::string> name{
+        this,
+        field<"Name", Doc{"the name of the attribute, for people; none if absent"},
+              Example{"Center frequency"}>,
+        Optional};
+    ReflectedAddress controlAttrId{
+        this,
+        field<"ControlAttrID", Doc{"an address whose meaning the peers define; none if absent"},
+              Example{R"(["rx1","frequency"])"}>,
+        Optional};
 };
 
 /// How a number is displayed.
 class TOLV_MESSAGES_API NumericMetaData : public AttrMetaDataBase {
 public:
-    /// The units in which the value is available.
-    ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit of the value: "Hz".
-    Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Decimal places on a display.
-    Reflector<int> precision{this, "Precision"_key, Optional};
+    ReflectorArray<std::string> broadcastUnits{
+        this,
+        field<"BroadcastUnits", Doc{"the units in which the value is available; unknown if absent"},
+              Example{R"(["Hz","MHz"])"}>,
+        Optional};
+    Reflector<std::string> currentBroadcastUnit{
+        this,
+        field<"CurrentBroadcastUnit", Doc{"the unit of the value; unknown if absent"},
+              Example{"Hz"}>,
+        Optional};
+    Reflector<int> precision{
+        this,
+        field<"Precision", Doc{"the number of decimal places on a display; not fixed if absent"},
+              Example{"3"}>,
+        Optional};
 };
 
 /// The limits of a number, both inclusive, and the step between values. `T` is `double`, `long
-/// long` or `std::complex<double>`.
+/// long` or `std::complex<double>`. Nothing checks the limits of a complex number.
 template <class T>
 class RangedMetaData : public NumericMetaData {
 public:
-    Reflector<T> minimum{this, "Minimum"_key, Optional}; ///< inclusive
-    Reflector<T> maximum{this, "Maximum"_key, Optional}; ///< inclusive
-    Reflector<T> step{this, "Step"_key, Optional};       ///< between values; not checked
-    /// Whether "Step" is a plain number rather than in the unit of the value.
-    Reflector<bool> stepDimensionless{this, "StepDimensionless"_key, Optional};
+    Reflector<T> minimum{
+        this, field<"Minimum", Doc{"the lowest accepted value; no lower limit if absent"}>,
+        Optional};
+    Reflector<T> maximum{
+        this, field<"Maximum", Doc{"the highest accepted value; no upper limit if absent"}>,
+        Optional};
+    Reflector<T> step{
+        this, field<"Step", Doc{"the step between values, which nothing checks; none if absent"}>,
+        Optional};
+    Reflector<bool> stepDimensionless{
+        this,
+        field<"StepDimensionless",
+              Doc{"whether the step is a plain number; in the unit of the value if absent"}>,
+        Optional};
 };
 
 /// Statistics of a measured number. "Minimum" and "Maximum" are measured values, not limits.
 class TOLV_MESSAGES_API NumericMeasMetaData : public AttrMetaDataBase {
 public:
-    /// The units in which the value is available.
-    ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit of the value: "Hz".
-    Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Decimal places on a display.
-    Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional}; ///< of the measured values
-    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest measured value
-    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest measured value
-    Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
+    ReflectorArray<std::string> broadcastUnits{
+        this,
+        field<"BroadcastUnits", Doc{"the units in which the value is available; unknown if absent"},
+              Example{R"(["Hz","MHz"])"}>,
+        Optional};
+    Reflector<std::string> currentBroadcastUnit{
+        this,
+        field<"CurrentBroadcastUnit", Doc{"the unit of the value; unknown if absent"},
+              Example{"Hz"}>,
+        Optional};
+    Reflector<int> precision{
+        this,
+        field<"Precision", Doc{"the number of decimal places on a display; not fixed if absent"},
+              Example{"3"}>,
+        Optional};
+    Reflector<double> average{
+        this,
+        field<"Average", Doc{"the average of the measured values; unknown if absent"},
+              Example{"20.5"}>,
+        Optional};
+    Reflector<double> minimum{
+        this,
+        field<"Minimum", Doc{"the lowest measured value; unknown if absent"}, Example{"19.0"}>,
+        Optional};
+    Reflector<double> maximum{
+        this,
+        field<"Maximum", Doc{"the highest measured value; unknown if absent"}, Example{"22.0"}>,
+        Optional};
+    Reflector<double> percent{
+        this,
+        field<"Percent", Doc{"a percentage that the producer defines; none if absent"},
+              Example{"50.0"}>,
+        Optional};
 };
 
 /// `NumericMeasMetaData` with the result of a limit test.
 class TOLV_MESSAGES_API NumericMeasMetaDataWithStatus : public AttrMetaDataBase {
 public:
-    /// The units in which the value is available.
-    ReflectorArray<std::string> broadcastUnits{this, "BroadcastUnits"_key, Optional};
-    /// The unit of the value: "Hz".
-    Reflector<std::string> currentBroadcastUnit{this, "CurrentBroadcastUnit"_key, Optional};
-    /// Decimal places on a display.
-    Reflector<int> precision{this, "Precision"_key, Optional};
-    Reflector<double> average{this, "Average"_key, Optional}; ///< of the measured values
-    Reflector<double> minimum{this, "Minimum"_key, Optional}; ///< the lowest measured value
-    Reflector<double> maximum{this, "Maximum"_key, Optional}; ///< the highest measured value
-    Reflector<double> percent{this, "Percent"_key, Optional}; ///< defined by the producer
-    /// The result of the limit test, a number whose meaning the peers define.
-    Reflector<int> limitStatus{this, "LimitStatus"_key, Optional};
+    ReflectorArray<std::string> broadcastUnits{
+        this,
+        field<"BroadcastUnits", Doc{"the units in which the value is available; unknown if absent"},
+              Example{R"(["Hz","MHz"])"}>,
+        Optional};
+    Reflector<std::string> currentBroadcastUnit{
+        this,
+        field<"CurrentBroadcastUnit", Doc{"the unit of the value; unknown if absent"},
+              Example{"Hz"}>,
+        Optional};
+    Reflector<int> precision{
+        this,
+        field<"Precision", Doc{"the number of decimal places on a display; not fixed if absent"},
+              Example{"3"}>,
+        Optional};
+    Reflector<double> average{
+        this,
+        field<"Average", Doc{"the average of the measured values; unknown if absent"},
+              Example{"20.5"}>,
+        Optional};
+    Reflector<double> minimum{
+        this,
+        field<"Minimum", Doc{"the lowest measured value; unknown if absent"}, Example{"19.0"}>,
+        Optional};
+    Reflector<double> maximum{
+        this,
+        field<"Maximum", Doc{"the highest measured value; unknown if absent"}, Example{"22.0"}>,
+        Optional};
+    Reflector<double> percent{
+        this,
+        field<"Percent", Doc{"a percentage that the producer defines; none if absent"},
+              Example{"50.0"}>,
+        Optional};
+    Reflector<int> limitStatus{
+        this,
+        field<"LimitStatus",
+              Doc{"the result of the limit test, as the peers number it; unknown if absent"}>,
+        Optional};
 };
 
 /// Which entries of an enumerated payload's "enums" are disabled, by position. The list may differ
 /// in length from "enums": missing flags count as false; surplus flags are ignored.
 class TOLV_MESSAGES_API EnumMetaData : public AttrMetaDataBase {
 public:
-    /// True if the entry at this position is disabled.
-    ReflectorArray<bool> disabledList{this, "DisabledList"_key, Required, true};
+    ReflectorArray<bool> disabledList{
+        this,
+        field<"DisabledList",
+              Doc{"whether the entry at this position is disabled; false where missing"}>,
+        Required, true};
 };
 
 /// The maximum length of a list of integers.
 class TOLV_MESSAGES_API IntVectorMetaData : public AttrMetaDataBase {
 public:
-    Reflector<unsigned int> maxLength{this, field<"MaxLength", Unit{"elements"}>, Optional}; ///< elements
+    Reflector<unsigned int> maxLength{
+        this,
+        field<"MaxLength", Unit{"elements"},
+              Doc{"the maximum length of the list; unlimited if absent"}, Example{"16"}>,
+        Optional};
 };
 
 /// The strings that are accepted.
 class TOLV_MESSAGES_API StringMetaData : public AttrMetaDataBase {
 public:
-    Reflector<unsigned int> maxLength{this, field<"MaxLength", Unit{"bytes"}>, Optional}; ///< bytes
-    Reflector<bool> passwordField{this, "PasswordField"_key, Optional}; ///< for displays
-    /// A regular expression in the POSIX extended grammar that must match the whole string.
-    Reflector<std::string> validCharacters{this, "ValidCharacters"_key, Optional};
+    Reflector<unsigned int> maxLength{
+        this,
+        field<"MaxLength", Unit{"bytes"}, Doc{"the maximum size of the text; unlimited if absent"},
+              Example{"64"}>,
+        Optional};
+    Reflector<bool> passwordField{
+        this,
+        field<"PasswordField",
+              Doc{"whether a display treats the text as a password; it does not if absent"}>,
+        Optional};
+    Reflector<std::string> validCharacters{
+        this,
+        field<"ValidCharacters",
+              Doc{"the POSIX extended regular expression for the text; any text if absent"},
+              Example{"[A-Za-z ]*"}>,
+        Optional};
 };
 
 /// A payload that contains metadata of the class `M` alongside its value.
 template <class M>
 class HasMetaData : public MirroredObject {
 public:
-    /// The metadata; unset if the attribute has none.
-    Reflector<M> attributeMetaData{this, "AttributeMetaData"_key, Optional};
+    Reflector<M> attributeMetaData{
+        this,
+        field<"AttributeMetaData", Doc{"the metadata of the attribute; it has none if absent"}>,
+        Optional};
 
     /// The metadata.
     /// @throws Exception::InvalidOperation if it is uninitialized; check

@@ -13,8 +13,12 @@ namespace Tolv::Msgs::Attrs {
 /// A segment of a trace. Nothing checks that it lies within the trace.
 class TOLV_MESSAGES_API TraceSegment : public MirroredObject {
 public:
-    Reflector<unsigned long long> offset{this, field<"offset", Unit{"samples"}>, Required}; ///< samples
-    Reflector<unsigned long long> length{this, field<"length", Unit{"samples"}>, Required}; ///< samples
+    Reflector<unsigned long long> offset{
+        this, field<"offset", Unit{"samples"}, Doc{"the start of the segment within the trace"}>,
+        Required};
+    Reflector<unsigned long long> length{
+        this, field<"length", Unit{"samples"}, Doc{"the length of the segment"}, Example{"1024"}>,
+        Required};
 
     TraceSegment() = default;
     /// A segment of `length` samples, starting at `offset`.
@@ -36,8 +40,7 @@ class isTrace {};
 template <class T, class M>
 class TracePayload : public HasMetaData<M>, public isTrace {
 public:
-    /// The samples.
-    ReflectorArray<T> trace{this, "trace"_key, Required, true};
+    ReflectorArray<T> trace{this, field<"trace", Doc{"the samples of the trace"}>, Required, true};
 
     /// Always true: neither samples nor segments are compared with the metadata.
     [[nodiscard]] virtual bool validate() const;
@@ -50,8 +53,9 @@ public:
 template <class T, class M>
 class TraceWithSegmentsPayload : public TracePayload<T, M> {
 public:
-    /// The segments, in the order of acquisition.
-    ReflectorArray<TraceSegment> segments{this, "segments"_key, Required};
+    ReflectorArray<TraceSegment> segments{
+        this, field<"segments", Doc{"the segments of the trace, which need not cover it"}>,
+        Required};
 
     /// Always true, as for a trace without segments.
     [[nodiscard]] bool validate() const override;
