@@ -16,7 +16,6 @@ class OverloadError : public Tolv::Exception::Base {
 public:
     OverloadError(std::string const& text, double levelDbm) : Base(text), levelDbm_(levelDbm) {}
     OverloadError(OverloadError const&) = default;
-    OverloadError& operator=(OverloadError const&) = default;
     ~OverloadError() override;
 
     [[nodiscard]] double levelDbm() const noexcept { return levelDbm_; }
@@ -28,12 +27,14 @@ private:
 /// Adds the level to what all exception messages carry.
 class OverloadData : public Tolv::Msgs::Excepts::CommonExceptionData {
 public:
-    Tolv::Msgs::Reflector<double> levelDbm{this, "LevelDbm", Tolv::Msgs::Required};
+    Tolv::Msgs::Reflector<double> levelDbm{
+        this,
+        Tolv::Msgs::field<"LevelDbm", Tolv::Msgs::Unit{"dBm"},
+                          Tolv::Msgs::Doc{"the level at the input that was overloaded"}>,
+        Tolv::Msgs::Required};
 
     OverloadData() = default;
     OverloadData(std::string const& text, double level);
-    OverloadData(OverloadData const& other) : OverloadData() { *this = other; }
-    OverloadData& operator=(OverloadData const&) = default;
 };
 
 /// Numbers from 0x8000 up are not used by libTolvMessages.

@@ -33,8 +33,6 @@ public:
     explicit OverloadData(OverloadError const& error) : CommonExceptionData(error.what()) {
         voltageAtTheInput = error.volts();
     }
-    OverloadData(OverloadData const& other) : OverloadData() { *this = other; }
-    OverloadData& operator=(OverloadData const&) = default;
 };
 
 using OverloadMessage = PayloadMessageHelper<ExceptionMessage, OverloadData, 600>;

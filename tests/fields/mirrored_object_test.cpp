@@ -24,10 +24,6 @@ using Testing::written;
 struct Pair : MirroredObject {
     Reflector<int> first{this, "first"_key, Required, 1};
     Reflector<int> second{this, "second"_key, Required, 2};
-
-    Pair() = default;
-    Pair(Pair const& other) : Pair() { *this = other; }
-    Pair& operator=(Pair const&) = default;
 };
 
 /// Any number of fields, each in a heap block of its own.

@@ -38,10 +38,6 @@ public:
 
 struct CausedErrorData : MayContainError {
     Reflector<int> level{this, "level"_key, Required};
-
-    CausedErrorData() = default;
-    CausedErrorData(CausedErrorData const& other) : CausedErrorData() { *this = other; }
-    CausedErrorData& operator=(CausedErrorData const&) = default;
 };
 
 using CausedErrorMessage = PayloadMessageHelper<UserError, CausedErrorData, 1>;

@@ -38,8 +38,6 @@ struct Point : MirroredObject {
 
     Point() = default;
     explicit Point(int at) { x = at; }
-    Point(Point const& other) : Point() { *this = other; }
-    Point& operator=(Point const&) = default;
 };
 
 template <class T>
@@ -349,9 +347,6 @@ TEST(EncodedArray, AFaultResetsTheRecordAroundIt) {
     struct Trace : MirroredObject {
         Reflector<int> unit{this, "unit"_key, Required};
         ReflectorArray<double> trace{this, "trace"_key, Required, true};
-        Trace() = default;
-        Trace(Trace const& other) : Trace() { *this = other; }
-        Trace& operator=(Trace const&) = default;
     };
     MirroredObject owner;
     Reflector<Trace> field{&owner, "t"_key, Required};
@@ -396,9 +391,6 @@ TEST(ArrayOfRecords, EntriesAreCopiesOfWhatWasRead) {
 struct Refusing : MirroredObject {
     Reflector<int> n{this, "n"_key, Required, 7};
 
-    Refusing() = default;
-    Refusing(Refusing const& other) : Refusing() { *this = other; }
-    Refusing& operator=(Refusing const&) = default;
     void copyFromMetaData(Element const& element) override {
         MirroredObject::copyFromMetaData(element);
         if (n.initialized() && n() < 0)
@@ -412,9 +404,6 @@ struct RefusingInside : MirroredObject {
     ReflectorArray<Refusing> list{this, "list"_key, Optional};
     Reflector<int> late{this, "late"_key, Optional};
 
-    RefusingInside() = default;
-    RefusingInside(RefusingInside const& other) : RefusingInside() { *this = other; }
-    RefusingInside& operator=(RefusingInside const&) = default;
     void copyFromMetaData(Element const& element) override {
         one.copyFromMetaData(element);
         list.copyFromMetaData(element);
@@ -432,8 +421,6 @@ struct Lacking : MirroredObject {
     Reflector<int> n{this, "n"_key, Required, 7};
 
     Lacking() { n.uninit(); }
-    Lacking(Lacking const& other) : Lacking() { *this = other; }
-    Lacking& operator=(Lacking const&) = default;
     void copyFromMetaData(Element const& /*element*/) override {}
 };
 

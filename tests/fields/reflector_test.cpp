@@ -210,8 +210,6 @@ struct FanBank : MirroredObject {
         bank = bankNumber;
         speed = percent;
     }
-    FanBank(FanBank const& other) : FanBank() { *this = other; }
-    FanBank& operator=(FanBank const&) = default;
 };
 
 /// A record that has no default constructor.
@@ -219,18 +217,12 @@ struct Limit : MirroredObject {
     Reflector<double> bound{this, "bound"_key, Required};
 
     explicit Limit(double value) { bound = value; }
-    Limit(Limit const& other) : Limit(0) { *this = other; }
-    Limit& operator=(Limit const&) = default;
 };
 
 /// A record with a record and a list in it.
 struct Chassis : MirroredObject {
     Reflector<FanBank> fans{this, "fans"_key, Required};
     Reflector<Limit> limit{this, "limit"_key, Optional, Limit(5)};
-
-    Chassis() = default;
-    Chassis(Chassis const& other) : Chassis() { *this = other; }
-    Chassis& operator=(Chassis const&) = default;
 };
 
 } // namespace

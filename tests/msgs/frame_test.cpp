@@ -48,10 +48,6 @@ public:
 struct Reading : MirroredObject {
     Reflector<double> value{this, "value"_key, Required, 1.5};
     ReflectorArray<int> raw{this, "raw"_key, Optional};
-
-    Reading() = default;
-    Reading(Reading const& other) : Reading() { *this = other; }
-    Reading& operator=(Reading const&) = default;
 };
 
 using ReadingMessage = PayloadMessageHelper<UserMessage, Reading, 1>;

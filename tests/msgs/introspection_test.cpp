@@ -2,6 +2,7 @@
 
 #include <cxxabi.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iomanip>
@@ -135,6 +136,81 @@ TEST(Introspection, DefaultsAreWhatAMessageWritesAsItIsBuilt) {
     }
 }
 
+// ---- Meanings ----------------------------------------------------------------------------------
+
+/// Calls `visit(field, record)` for each field of all classes, of nested records once.
+template <class Visit>
+void forEachField(Visit const& visit) {
+    std::set<std::string> done;
+    std::vector<Type const*> open;
+    auto const addAll = [&](std::vector<FieldDescription> const& fields,
+                            std::string const& record) {
+        for (auto const& field : fields) {
+            visit(field, record);
+            auto const* type = field.type;
+            while (type->element != nullptr)
+                type = type->element;
+            if (type->kind == TypeKind::record && done.insert(type->name).second)
+                open.push_back(type);
+        }
+    };
+    for (auto const& row : catalogue())
+        addAll(describe(row.id)->fields, row.fullAlias());
+    while (!open.empty()) {
+        auto const* const type = open.back();
+        open.pop_back();
+        addAll(type->fields(), type->name);
+    }
+}
+
+TEST(Introspection, EveryFieldSaysWhatItMeans) {
+    std::map<std::string, std::string> keyOf;
+    forEachField([&](FieldDescription const& field, std::string const& record) {
+        auto const where = record + '.' + field.key;
+        EXPECT_GE(field.doc.size(), 10U) << where << ": " << field.doc;
+        EXPECT_NE(field.doc.back(), '.') << where;
+        auto const [known, isNew] = keyOf.try_emplace(field.doc, field.key);
+        EXPECT_EQ(known->second, field.key) << where << " has the text of another key";
+    });
+    EXPECT_GT(keyOf.size(), 120U);
+}
+
+bool fits(Type const& type, std::string const& example) {
+    if (type.kind == TypeKind::text)
+        return true;
+    if (type.kind == TypeKind::word)
+        return std::any_of(type.literals.begin(), type.literals.end(),
+                           [&](auto const& literal) { return literal.word == example; });
+    auto const value = parsed(example);
+    switch (type.kind) {
+    case TypeKind::boolean:
+        return value.kind() == MetaData::Kind::boolean;
+    case TypeKind::integer: {
+        long long number = 0;
+        return MetaData::TryGetAs(value, number) && number >= type.minimum &&
+               (number < 0 || static_cast<unsigned long long>(number) <= type.maximum);
+    }
+    case TypeKind::number: {
+        double number = 0;
+        return MetaData::TryGetAs(value, number);
+    }
+    default:
+        return value.isArray() || (value.isObject() && type.kind == TypeKind::record);
+    }
+}
+
+TEST(Introspection, ExamplesFitTheirFields) {
+    int count = 0;
+    forEachField([&](FieldDescription const& field, std::string const& record) {
+        if (field.example.empty())
+            return;
+        ++count;
+        EXPECT_TRUE(fits(*field.type, field.example))
+            << record << '.' << field.key << ": " << field.example;
+    });
+    EXPECT_GT(count, 30);
+}
+
 // ---- Classes that are not of this library ------------------------------------------------------
 
 struct Inner : MirroredObject {
@@ -200,9 +276,9 @@ TEST(Introspection, RefusesWhatDoesNotDescribeItself) {
          {Row{describe<Silent>(), "has custom conversion and no table of its keys"},
           Row{describe<Twice>(), "has the key k twice"},
           Row{describe<HoldsWordless>(), "the field w is of a class that does not say"}})
-        EXPECT_NE(thrownBy<Exception::InvalidOperation>([&] { (void)row.type.fields(); })
-                      .find(row.text),
-                  std::string::npos)
+        EXPECT_NE(
+            thrownBy<Exception::InvalidOperation>([&] { (void)row.type.fields(); }).find(row.text),
+            std::string::npos)
             << row.text;
 }
 

@@ -35,8 +35,6 @@ struct Samples : MirroredObject {
 
     Samples() = default;
     explicit Samples(double value) { samples = std::vector(manySamples, value); }
-    Samples(Samples const& other) : Samples() { *this = other; }
-    Samples& operator=(Samples const&) = default;
 };
 
 /// Writes a local object and has its memory used for something else.
@@ -68,10 +66,6 @@ struct Overriding : MirroredObject {
     mutable Reflector<Samples> scratch{this, "Scratch"_key, Required};
     mutable ReflectorArray<double> samples{this, "Samples"_key, Required, true};
 
-    Overriding() = default;
-    Overriding(Overriding const& other) : Overriding() { *this = other; }
-    Overriding& operator=(Overriding const&) = default;
-
     void copyToMetaData(Element& element) const override {
         scratch = Samples(4);
         samples = scratch().samples();
@@ -92,10 +86,6 @@ struct WithOwnField : MirroredObject {
         }
     };
     Changing samples{this, "Samples"_key, Required, true};
-
-    WithOwnField() = default;
-    WithOwnField(WithOwnField const& other) : WithOwnField() { *this = other; }
-    WithOwnField& operator=(WithOwnField const&) = default;
 };
 
 struct Everything : MirroredObject {
@@ -105,10 +95,6 @@ struct Everything : MirroredObject {
     Reflector<WithOwnField> withOwnField{this, "WithOwnField"_key, Required};
     ReflectorArray<Overriding> list{this, "List"_key, Required, std::vector<Overriding>(2)};
     Reflector<Samples> last{this, "Last"_key, Required, Samples(8)};
-
-    Everything() = default;
-    Everything(Everything const& other) : Everything() { *this = other; }
-    Everything& operator=(Everything const&) = default;
 };
 
 template <class Payload>
@@ -145,10 +131,6 @@ struct Node : MirroredObject {
     Reflector<std::string> text{this, "text"_key, Optional};
     ReflectorArray<std::string> list{this, "list"_key, Required};
     ReflectorArray<Node> children{this, "children"_key, Required};
-
-    Node() = default;
-    Node(Node const& other) : Node() { *this = other; }
-    Node& operator=(Node const&) = default;
 };
 
 Node nodeOf(std::string_view text) {
@@ -215,6 +197,7 @@ struct Inner : MirroredObject {
     ReflectorArray<Wide> list{this, "list"_key, Required};
 
     Inner();
+    Inner(Inner const&);
     Inner& operator=(Inner const&);
 };
 
@@ -226,13 +209,10 @@ struct Wide : MirroredObject {
     PolymorphicReflector<Message> cause{this, "cause"_key, Optional};
     Reflector<Engine::TransitionData::ParamList> param{this, "param"_key, Required};
     Reflector<std::string> text{this, "text"_key, Required};
-
-    Wide() = default;
-    Wide(Wide const& other) : Wide() { *this = other; }
-    Wide& operator=(Wide const&) = default;
 };
 
 Inner::Inner() = default;
+Inner::Inner(Inner const&) = default;
 Inner& Inner::operator=(Inner const&) = default;
 
 using WideMessage = MessageOf<Wide>;

@@ -43,10 +43,6 @@ TEST(Text, ReadAtOnceAllocatesOnlyTheMessage) {
 struct Samples : MirroredObject {
     ReflectorArray<double> samples{this, "Samples"_key, Required, true};
     Reflector<int> last{this, "Last"_key, Required, 1};
-
-    Samples() = default;
-    Samples(Samples const& other) : Samples() { *this = other; }
-    Samples& operator=(Samples const&) = default;
 };
 
 using SamplesMessage = PayloadMessageHelper<App::AppMessage, Samples, 4001>;

@@ -27,9 +27,9 @@ struct Odd : MirroredObject {
     Reflector<std::string> text{this, "text"_key, Required};
     Reflector<Structs::Slot> slot{this, "slot"_key, Required};
     ReflectorArray<double> list{this, "list"_key, Required};
-    Odd() = default;
-    Odd(Odd const& other) : Odd() { *this = other; }
-    Odd& operator=(Odd const&) = default;
+};
+struct Judged : MirroredObject {
+    ReflectorLambda<int> state{this, field<"state">, 1};
 };
 App::Connect connect;
 Odd odd;
@@ -84,6 +84,23 @@ REFUSED = (
     ("Reflector<bool> field{nullptr, \"k\"_key, Required, \"yes\"};", NOT_NUMBER),
     ("Reflector<int> field{nullptr, \"k\"_key, 1};", "Reflector"),
     ("ReflectorArray<int> field{nullptr, \"k\"_key, Required, 1};", "ReflectorArray"),
+    # what a record says of its fields
+    ("Reflector<int> one{nullptr, field<\"\">, Required};", "the key of a field must not be empty"),
+    ("Reflector<int> one{nullptr, field<\"k\">, Required, 2.5};", FRACTION),
+    ("Reflector<std::string> one{nullptr, field<\"k\">, Required, 3};", "Reflector"),
+    ("Reflector<std::string> one{nullptr, field<\"k\", Words{\"0 off\"}>, Required};",
+     "Words and OnlyWords name the numbers of an integer field"),
+    ("ReflectorArray<int> one{nullptr, field<\"k\", OnlyWords{\"0 off\"}>, Required};",
+     "Words and OnlyWords name the numbers of an integer field"),
+    ("Reflector<int> one{nullptr, field<\"k\", Words{\"off | 1 on\"}>, Required};",
+     "the words of a field are written as"),
+    ("Reflector<int> one{nullptr, field<\"k\", OneOf<Structs::TriggerSources>{}>, Required};",
+     "OneOf names the strings of a text field"),
+    ("Reflector<std::string> one{nullptr, field<\"k\", Within{0, 5}>, Required};",
+     "Within bounds the numbers of a field"),
+    ("Reflector<int> one{nullptr, field<\"k\", Doc{\"a\"}, Doc{\"b\"}>, Required};",
+     "says each kind of word once"),
+    ("Judged judged; Judged copy(judged);", "deleted"),
     # what messages and records are made of
     ('Attrs::BoolMessage message("false");', NOT_NUMBER),
     ("Attrs::LongMessage message(2.7);", FRACTION),

@@ -9,10 +9,6 @@ using MetaData::operator""_key;
 /// What a user's payload may be; no catalogue knows it.
 struct Gauge : MetaData::MirroredObject {
     MetaData::Reflector<double> level{this, "level"_key, MetaData::Required, 0.5};
-
-    Gauge() = default;
-    Gauge(Gauge const& other) : Gauge() { *this = other; }
-    Gauge& operator=(Gauge const&) = default;
 };
 
 } // namespace

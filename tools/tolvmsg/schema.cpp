@@ -167,17 +167,16 @@ private:
     }
 
     Element valueOf(FieldDescription const& field) {
-        if (field.type == nullptr)
-            return json(true);
         auto schema = valueOf(*field.type);
         auto const kind = field.type->kind;
         if (field.closed && kind != TypeKind::word) {
             schema = Element();
             schema["enum"] = literalsOf(field);
         }
-        if (auto const meaning = kind == TypeKind::word ? std::string() : meaningOf(field);
-            !meaning.empty())
+        if (auto const meaning = meaningOf(field); !meaning.empty())
             schema["description"] = json(std::string_view(meaning));
+        if (!field.unit.empty())
+            schema["x-unit"] = json(std::string_view(field.unit));
         if (field.defaultValue && kind != TypeKind::record && kind != TypeKind::message &&
             kind != TypeKind::list)
             schema["default"] = *field.defaultValue;
@@ -308,10 +307,15 @@ std::string indentedJson(Element const& tree) {
 }
 
 std::string meaningOf(FieldDescription const& field) {
-    std::string meaning = field.unit.empty() ? "" : "in " + field.unit;
+    auto meaning = field.doc;
+    if (!field.unit.empty())
+        meaning += (meaning.empty() ? "in " : ", in ") + field.unit;
+    if (field.type->kind == TypeKind::word) // the schema lists the words
+        return meaning;
+    auto const* separator = meaning.empty() ? "" : ": ";
     for (auto const& literal : field.literals) {
-        meaning += meaning.empty() ? "" : ", ";
-        if (field.type != nullptr && field.type->kind == TypeKind::integer)
+        meaning += std::exchange(separator, ", ");
+        if (field.type->kind == TypeKind::integer)
             meaning += std::to_string(literal.value) + ' ';
         meaning += literal.word;
     }

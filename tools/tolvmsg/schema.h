@@ -21,7 +21,7 @@ MetaData::Element schemaOfAny(Classes const& classes);
 /// The tree as indented JSON, with a line end.
 std::string indentedJson(MetaData::Element const& tree);
 
-/// A readable description of a field's values, such as "in ms" or "0 passed, 1 failed". May be
+/// What a field means, with its unit and words: "the state of the test: 0 passed, 1 failed". May be
 /// empty.
 std::string meaningOf(Msgs::Introspection::FieldDescription const& field);
 

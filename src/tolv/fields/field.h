@@ -153,21 +153,21 @@ consteval bool suits() {
     return true;
 }
 
-/// Whether each kind of word is there once at most.
-template <class... Words>
+template <class Word, class Other>
+inline constexpr bool sameKind = false;
+template <template <std::size_t> class Kind, std::size_t N, std::size_t M>
+inline constexpr bool sameKind<Kind<N>, Kind<M>> = true;
+
+/// Whether no two of the words are of one kind.
+template <auto Word, auto... Others>
 consteval bool eachOnce() {
-    FieldFacts facts;
-    bool once = true;
-    auto const enter = [&](auto const& word) {
-        FieldFacts alone;
-        word.enter(alone, {1, 1});
-        auto const twice = [](auto const& one, auto const& two) { return one.size + two.size > 1; };
-        once = once && !twice(facts.unit, alone.unit) && !twice(facts.doc, alone.doc) &&
-               !twice(facts.example, alone.example) && !twice(facts.words, alone.words);
-        word.enter(facts, {1, 1});
-    };
-    (enter(Words{}), ...);
-    return once;
+    using This = std::remove_const_t<decltype(Word)>;
+    if constexpr ((false || ... || sameKind<This, std::remove_const_t<decltype(Others)>>))
+        return false;
+    else if constexpr (sizeof...(Others) != 0)
+        return eachOnce<Others...>();
+    else
+        return true;
 }
 
 /// A `FieldInfo` and the texts behind it.
@@ -189,6 +189,8 @@ struct FieldBlock {
 private:
     static constexpr FieldFacts facts() {
         static_assert((true && ... && suits<V, Words>()));
+        if constexpr (sizeof...(Words) != 0)
+            static_assert(eachOnce<Words...>(), "a field says each kind of word once at most");
         FieldFacts facts;
         std::size_t at = sizeof(FieldInfo);
         [[maybe_unused]] auto const enter = [&](auto const& word) {

@@ -142,15 +142,14 @@ public:
     /// The copy of a field in the copy of its record, with the state that an assignment to a new
     /// field gives. It does not call `assign`. The copy of a field on its own has no owner.
     ReflectorNoWriteParend(ReflectorNoWriteParend const& other)
-        : ReflectorBase(other),
-          value_(other.initialized() ? other.value_ : DefaultOf<T>::make()) {
+        : ReflectorBase(other), value_(other.initialized() ? other.value_ : DefaultOf<T>::make()) {
         if (isRequired())
             init();
     }
     /// The same; the value is moved, and the source keeps its state.
     ReflectorNoWriteParend(ReflectorNoWriteParend&& other)
-        : ReflectorBase(other), value_(other.initialized() ? std::move(other.value_)
-                                                           : DefaultOf<T>::make()) {
+        : ReflectorBase(other),
+          value_(other.initialized() ? std::move(other.value_) : DefaultOf<T>::make()) {
         other.setPristine(false);
         if (isRequired())
             init();

@@ -35,8 +35,8 @@ public:
     /// on types without one.
     ReflectorArray(Owner const& owner, FieldOf<ListOf<T>> field, Presence required,
                    Flag encode = false)
-        : ReflectorBase(owner, field.info(), required),
-          encodeBinary_(bool(encode) && isEncodable) {}
+        : ReflectorBase(owner, field.info(), required), encodeBinary_(bool(encode) && isEncodable) {
+    }
 
     /// A list with content, initialized if required.
     ReflectorArray(Owner const& owner, FieldOf<ListOf<T>> field, Presence required,

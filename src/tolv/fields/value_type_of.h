@@ -132,8 +132,7 @@ struct MakeType {
         } else {
             type.kind = ValueKind::record;
             type.strict = !std::derived_from<T, MirroredObject>;
-            if constexpr (std::derived_from<T, MirroredObject> ||
-                          requires { T::mirroredKeys(); })
+            if constexpr (std::derived_from<T, MirroredObject> || requires { T::mirroredKeys(); })
                 type.form = formOfClass<T>;
         }
         return type;

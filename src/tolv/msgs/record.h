@@ -7,10 +7,10 @@
 /// The names used to write records, for all families.
 namespace Tolv::Msgs {
 
-using MetaData::Lossless;
 using MetaData::Doc;
 using MetaData::Example;
 using MetaData::field;
+using MetaData::Lossless;
 using MetaData::MirroredObject;
 using MetaData::OneOf;
 using MetaData::OnlyWords;

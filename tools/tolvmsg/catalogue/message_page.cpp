@@ -68,7 +68,8 @@ private:
         Html lines;
         for (auto const& row : entry_.rows)
             lines += fieldLine(row);
-        auto const* const columns = "<thead><tr><th scope=\"col\">Key</th><th scope=\"col\">Type"
+        auto const* const columns = "<thead><tr><th scope=\"col\">Key</th>"
+                                    "<th scope=\"col\">Meaning</th><th scope=\"col\">Type"
                                     "</th><th scope=\"col\">Required</th><th scope=\"col\">Default"
                                     "</th><th scope=\"col\">Unit</th><th scope=\"col\">Values"
                                     "</th></tr></thead>";
@@ -93,8 +94,9 @@ private:
                 code(field.key));
         auto const required =
             field.required ? tag("span", {{"class", "badge"}}, "required") : muted("optional");
-        return tag("tr", key + cell("Type", type(field)) + cell("Required", required) +
-                             cell("Default", defaultOf(field)) + cell("Unit", field.unit) +
+        return tag("tr", key + cell("Meaning", field.doc) + cell("Type", type(field)) +
+                             cell("Required", required) + cell("Default", defaultOf(field)) +
+                             cell("Unit", field.unit) +
                              cell("Values", isId(row) ? muted("fixed") : values(field))) +
                "\n";
     }
@@ -104,8 +106,6 @@ private:
 
     /// The type of the values, with the C++ type if that is more specific.
     Html type(FieldDescription const& field) const {
-        if (field.type == nullptr)
-            return muted("unknown");
         auto const* inner = field.type;
         while (inner->kind == TypeKind::list)
             inner = inner->element;
@@ -160,8 +160,6 @@ private:
 
     static Html values(FieldDescription const& field) {
         Html html;
-        if (field.type == nullptr)
-            return html;
         auto const note = [&html](Html const& text) { html += tag("div", text); };
         auto const& type = *field.type;
         if (!field.literals.empty())

@@ -23,10 +23,10 @@ struct FieldFacts {
     Text doc;
     Text example;
     Text words;
-    bool isClosed = false;                     ///< values other than the words are refused
-    bool hasRange = false;                     ///< `minimum` and `maximum` are set
-    long long minimum = 0;                     ///< inclusive
-    long long maximum = 0;                     ///< inclusive
+    bool isClosed = false;                        ///< values other than the words are refused
+    bool hasRange = false;                        ///< `minimum` and `maximum` are set
+    long long minimum = 0;                        ///< inclusive
+    long long maximum = 0;                        ///< inclusive
     std::vector<Literal> (*literals)() = nullptr; ///< words from the table of an enumeration
 };
 

@@ -73,8 +73,8 @@ public:
         /// construction leave it in constant time. Like all of the chain, it is a distance in bytes
         /// from the start of the record; 0: none.
         std::int32_t newest_ = 0;
-        bool hasGuests_ = false;   ///< fields outside of the record, which detail/guests.h lists
-        bool isOpenCopy_ = false;  ///< its fields are still being copied
+        bool hasGuests_ = false;  ///< fields outside of the record, which detail/guests.h lists
+        bool isOpenCopy_ = false; ///< its fields are still being copied
     };
 
     MirroredObject() noexcept = default;
@@ -117,8 +117,8 @@ private:
 
     template <class Field, class Record>
     static Field* fieldAt(Record* record, std::int32_t distance) noexcept {
-        auto const address = reinterpret_cast<std::uintptr_t>(record) +
-                             static_cast<std::uintptr_t>(distance);
+        auto const address =
+            reinterpret_cast<std::uintptr_t>(record) + static_cast<std::uintptr_t>(distance);
         // NOLINTNEXTLINE(performance-no-int-to-ptr): the chain is kept as distances
         return reinterpret_cast<Field*>(address);
     }
@@ -138,11 +138,12 @@ class Owner {
 public:
     // NOLINTBEGIN(google-explicit-constructor): stands for a pointer to a record
     template <std::derived_from<MirroredObject> Record>
-    requires(!std::same_as<Record, MirroredObject>)
-    constexpr Owner(Record* record) noexcept : record_(record), start_(record),
+    requires(!std::same_as<Record, MirroredObject>) constexpr Owner(Record* record) noexcept
+        : record_(record), start_(record),
           size_(sizeof(Record) < maximumSize ? sizeof(Record) : 0) {
-        static_assert(requires(MirroredObject * base) { static_cast<Record*>(base); },
-                      "a record derives from MirroredObject once, and not virtually");
+        static_assert(
+            requires(MirroredObject * base) { static_cast<Record*>(base); },
+            "a record derives from MirroredObject once, and not virtually");
     }
     /// A record of unknown size: the field is taken for one outside of it.
     constexpr Owner(MirroredObject* record) noexcept : record_(record) {}
@@ -184,8 +185,8 @@ public:
         if (owner.record_ == nullptr)
             return;
         auto const place = reinterpret_cast<std::uintptr_t>(this);
-        if (place - reinterpret_cast<std::uintptr_t>(owner.start_) < owner.size_)
-            [[likely]] link(*owner.record_);
+        if (place - reinterpret_cast<std::uintptr_t>(owner.start_) < owner.size_) [[likely]]
+            link(*owner.record_);
         else
             becomeGuest(*owner.record_);
     }

@@ -46,8 +46,8 @@ struct RecordForm {
         bool required = false;           ///< a default-constructed record has the key
     };
 
-    std::vector<Field> fields;           ///< in the order of writing
-    Element written;                     ///< by a default-constructed record; null if there is none
+    std::vector<Field> fields; ///< in the order of writing
+    Element written;           ///< by a default-constructed record; null if there is none
     std::type_info const* type = nullptr; ///< the class
 };
 
@@ -64,9 +64,9 @@ struct ValueType {
     /// Of a record: makes a default-constructed one and lists its fields. Null for a class with
     /// custom conversion that has no table of its keys.
     RecordForm (*form)() = nullptr;
-    std::vector<Literal> (*literals)() = nullptr;       ///< of a word: by value
-    unsigned long long (*messageId)() = nullptr;        ///< of a message of fixed class; else null
-    bool (*admits)(Msgs::Message const&) = nullptr;     ///< of a message: is its class accepted?
+    std::vector<Literal> (*literals)() = nullptr;   ///< of a word: by value
+    unsigned long long (*messageId)() = nullptr;    ///< of a message of fixed class; else null
+    bool (*admits)(Msgs::Message const&) = nullptr; ///< of a message: is its class accepted?
 };
 
 /// The fields of this record; what it writes now is taken for its default.

@@ -110,7 +110,8 @@ std::string sentence(AttrWithMetaData<std::string, StringMetaData> const& attr, 
 } // namespace
 
 template <class T, class M>
-std::string const AttrWithMetaData<T, M>::valMirrorName(static_cast<MetaData::Key const&>(valueField()).text());
+std::string const
+    AttrWithMetaData<T, M>::valMirrorName(static_cast<MetaData::Key const&>(valueField()).text());
 
 template <class T, class M>
 bool AttrWithMetaData<T, M>::validate() const {

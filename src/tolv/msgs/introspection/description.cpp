@@ -65,8 +65,8 @@ std::vector<FieldDescription> described(MetaData::RecordForm const& form) {
         if (auto const* const value = form.written.find(*field.info))
             one.defaultValue = *value;
         if (findField(fields, one.key) != nullptr)
-            throw Exception::InvalidOperation(Tolv::Detail::nameOf(*form.type) +
-                                              " has the key " + one.key + " twice");
+            throw Exception::InvalidOperation(Tolv::Detail::nameOf(*form.type) + " has the key " +
+                                              one.key + " twice");
         fields.push_back(std::move(one));
     }
     return fields;
