@@ -78,7 +78,7 @@ public:
             if (holdsDefault) // in which `value` cannot lie
                 value_ = value;
             else
-                replaceRecord(value);
+                Detail::replaceRecord(value_, value);
         } else {
             value_ = value;
         }
@@ -169,18 +169,6 @@ protected:
         : ReflectorBase(owner, field.info(), required), value_(initial) {}
 
 private:
-    /// Lets `value` live until it is copied as a whole.
-    void replaceRecord(T const& value) {
-        if constexpr (std::derived_from<T, MirroredObject>) {
-            Detail::Replaced const kept;
-            value_ = value;
-        } else { // may release anything while it copies itself
-            T old(value);
-            std::swap(value_, old);
-            Detail::Replaced::keep(std::move(old));
-        }
-    }
-
     /// Apart, so that the default of a record takes no stack while nested records are read.
     [[gnu::noinline]] void restoreDefault() { value_ = DefaultOf<T>::make(); }
 

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
-#include <tolv/core/export.h>
+#include <tolv/core/metadata/mirrored_object.h>
 
 namespace Tolv::MetaData::Detail {
 
@@ -38,5 +39,18 @@ private:
 
     std::vector<std::shared_ptr<void>> kept_;
 };
+
+/// Assigns `source` to `target`, which may own it. `source` lives until all of it is copied.
+template <class Record>
+void replaceRecord(Record& target, Record const& source) {
+    if constexpr (std::derived_from<Record, MirroredObject>) {
+        Replaced const kept;
+        target = source;
+    } else { // may release anything while it copies itself
+        Record old(source);
+        std::swap(target, old);
+        Replaced::keep(std::move(old));
+    }
+}
 
 } // namespace Tolv::MetaData::Detail
