@@ -136,6 +136,12 @@ consteval bool namesNumbers(std::string_view text) {
     }
 }
 
+/// The same. g++ takes no pointer into a template argument for constant when it sanitizes.
+template <std::size_t N>
+consteval bool namesNumbers(FixedText<N> text) {
+    return namesNumbers(text.view());
+}
+
 /// Whether `Word` may be said of a field with values of type `V`.
 template <class V, auto Word>
 consteval bool suits() {
@@ -143,7 +149,7 @@ consteval bool suits() {
     if constexpr (requires { Word.namesNumbers; }) {
         static_assert(std::is_integral_v<V> && !std::is_same_v<V, bool>,
                       "Words and OnlyWords name the numbers of an integer field");
-        static_assert(namesNumbers(Word.text.view()),
+        static_assert(namesNumbers(Word.text),
                       "the words of a field are written as \"0 passed | 1 failed\"");
     }
     if constexpr (requires { Word.namesTexts; })

@@ -68,9 +68,10 @@ constexpr ValueType listType(ValueType const& element) {
 
 } // namespace Detail
 
-/// The values of type `T`.
+/// The values of type `T`. Not `constexpr`: clang++ would need the type where a field is declared,
+/// and it may be a record that is still incomplete there.
 template <class T>
-inline constexpr ValueType valueType = Detail::MakeType<T>::make();
+inline constinit ValueType const valueType = Detail::MakeType<T>::make();
 
 namespace Detail {
 
