@@ -44,6 +44,10 @@ struct Node : MirroredObject { // a tree of its own kind, with a field behind it
     Reflector<int> after{this, field<"after">, Required};
 };
 
+// Records have many fields, and batches many records.
+static_assert(sizeof(ReflectorBase) == (sizeof(void*) == 8 ? 24 : 16));
+static_assert(sizeof(MirroredObject) == sizeof(void*) + 8);
+
 /// The fields of `record` are its own: parts of the object, in this number, listed once.
 template <class Record>
 void expectOwn(Record const& record, std::size_t count) {

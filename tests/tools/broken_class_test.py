@@ -55,7 +55,7 @@ class BrokenClass(unittest.TestCase):
                                           f"{why}\n"), (done.status, done.out, done.err))
                 done = run_broken("example", id)
                 self.assertEqual((2, b""), (done.status, done.out))
-                self.assertRegex(done.err, "^tolvmsg: broken is in no catalogue.*\n$")
+                self.assertRegex(done.err, "^tolvmsg: broken is not in the catalogue.*\n$")
 
     def test_its_messages_are_told_of(self):
         for number, why in ((0xFFFE, r"the class of id 0x000300000000fffe (3.0.0.65534) built no message"),
